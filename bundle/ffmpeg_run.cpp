@@ -1,0 +1,52 @@
+#include "ffmpeg_run.h"
+
+#include "console.h"
+#include "process.h"
+#include "system_tools.h"
+
+namespace bundle {
+
+namespace {
+
+/// No questions, no chatter, and four progress reports a second on its standard output.
+std::vector<std::string> with_manners(const std::vector<std::string>& arguments) {
+    std::vector<std::string> all{"-nostdin", "-hide_banner",  "-loglevel", "error", "-progress",
+                                 "pipe:1",   "-stats_period", "0.25",      "-y"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return all;
+}
+
+}  // namespace
+
+MaybeFailure run_ffmpeg(const FfmpegWork& work, const std::function<void(const Progress&)>& show,
+                        const StopSignals& stop) {
+    const auto program = find_ffmpeg();
+    if (!program) {
+        return program.failure();
+    }
+    Progress latest;
+    ProgressReader reader([&](const Progress& progress) {
+        latest = progress;
+        show(latest);
+    });
+    MessageTail messages;
+    const Listener listener{[&](std::string_view piece) { reader.add(piece); },
+                            [&](std::string_view piece) { messages.add(piece); },
+                            [&] { show(latest); }};
+    const auto status =
+        run({*program, with_manners(work.arguments), work.alias, work.input}, listener, stop);
+    if (!status) {
+        return status.failure();
+    }
+    const std::string text = messages.text();
+    if (*status != 0) {
+        return Failure{"the system's ffmpeg ended with status " + std::to_string(*status) + "\n" +
+                       text};
+    }
+    if (!text.empty()) {
+        complain("the system's ffmpeg", text);
+    }
+    return std::nullopt;
+}
+
+}  // namespace bundle

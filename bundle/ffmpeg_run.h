@@ -1,0 +1,28 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "lifetime.h"
+#include "progress.h"
+#include "result.h"
+
+namespace bundle {
+
+/// A piece of work for the system's ffmpeg.
+struct FfmpegWork {
+    std::vector<std::string> arguments;  ///< inputs, options and the output, which may exist
+    std::string alias = {};              ///< name in the system's process list; empty: its own
+    int input = -1;                      ///< descriptor of its standard input, not owned; -1: empty
+};
+
+/// Has the system's ffmpeg do the work, and blocks until it has.
+///
+/// `show` is called with the latest progress at each of ffmpeg's reports, and between them too, at
+/// least four times a second. ffmpeg's last messages go to the error stream, or into the failure
+/// when it fails; all of them would be endless for a damaged film.
+MaybeFailure run_ffmpeg(const FfmpegWork& work, const std::function<void(const Progress&)>& show,
+                        const StopSignals& stop);
+
+}  // namespace bundle

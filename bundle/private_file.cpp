@@ -1,0 +1,144 @@
+#include "private_file.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <string_view>
+#include <utility>
+
+#include "files.h"
+
+namespace bundle {
+
+namespace {
+
+// Short, so that the longest name a folder takes can still be a target's.
+constexpr std::string_view kPrefix = ".vantreo-";
+constexpr std::string_view kSuffix = ".part";
+constexpr std::size_t kRandomLength = 6;
+constexpr int kAttempts = 5;
+
+Failure failure(const char* what) {
+    return {std::string(what) + ": " + std::strerror(errno)};
+}
+
+std::string folder_of(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) {
+        return ".";
+    }
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+bool is_private_name(std::string_view name) {
+    return name.size() == kPrefix.size() + kRandomLength + kSuffix.size() &&
+           name.starts_with(kPrefix) && name.ends_with(kSuffix);
+}
+
+/// Removes the file when it is ours and nobody holds its lock.
+void remove_if_stale(const std::string& path) {
+    const UniqueFd file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    struct stat status {};
+    if (file && ::fstat(file.get(), &status) == 0 && S_ISREG(status.st_mode) &&
+        status.st_uid == ::geteuid() && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) {
+        ::unlink(path.c_str());
+    }
+}
+
+void sweep(const std::string& folder) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(folder.c_str()), ::closedir);
+    if (!entries) {
+        return;
+    }
+    while (const dirent* entry = ::readdir(entries.get())) {
+        if (is_private_name(entry->d_name)) {
+            remove_if_stale(folder + "/" + entry->d_name);
+        }
+    }
+}
+
+/// True when the fresh file is ours to use. Another run's sweep may have been faster between making
+/// and locking it. A file system without locks is used without them.
+bool claim(int descriptor) {
+    struct stat status {};
+    if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+        return false;
+    }
+    return ::fstat(descriptor, &status) == 0 && status.st_nlink > 0;
+}
+
+/// The permissions that the target has, or that a new file would get.
+mode_t target_mode(const std::string& target) {
+    struct stat status {};
+    if (::stat(target.c_str(), &status) == 0) {
+        return status.st_mode & 0777;
+    }
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+}  // namespace
+
+Result<PrivateFile> PrivateFile::create(const std::string& target) {
+    if (exists(target) && !is_regular_file(target)) {
+        return Failure{"the output is not an ordinary file"};
+    }
+    const std::string folder = folder_of(target);
+    sweep(folder);
+    for (int attempt = 0; attempt < kAttempts; ++attempt) {
+        std::string path = folder + "/" + std::string(kPrefix) + std::string(kRandomLength, 'X') +
+                           std::string(kSuffix);
+        UniqueFd file(::mkostemps(path.data(), static_cast<int>(kSuffix.size()), O_CLOEXEC));
+        if (!file) {
+            return failure("cannot write in the output's folder");
+        }
+        if (claim(file.get())) {
+            return PrivateFile(target, std::move(path), std::move(file));
+        }
+    }
+    return Failure{"another run keeps removing files from the output's folder"};
+}
+
+PrivateFile::PrivateFile(std::string target, std::string path, UniqueFd descriptor)
+    : target_(std::move(target)), path_(std::move(path)), descriptor_(std::move(descriptor)) {}
+
+PrivateFile::PrivateFile(PrivateFile&& other) noexcept
+    : target_(std::move(other.target_)),
+      path_(std::exchange(other.path_, {})),
+      descriptor_(std::move(other.descriptor_)) {}
+
+PrivateFile::~PrivateFile() {
+    if (!path_.empty()) {
+        ::unlink(path_.c_str());
+    }
+}
+
+MaybeFailure PrivateFile::publish_whole(const StopSignals& stop) {
+    if (file_size(path_) == 0) {
+        return Failure{"nothing was written"};
+    }
+    // A file system without permissions of its own may refuse; its files are accessible anyway.
+    (void)::fchmod(descriptor_.get(), target_mode(target_));
+    if (::fsync(descriptor_.get()) != 0) {
+        return failure("cannot write the output to the disk");
+    }
+    if (stop.received() != 0) {
+        return stop.failure();
+    }
+    if (::rename(path_.c_str(), target_.c_str()) != 0) {
+        return failure("cannot put the output in its place");
+    }
+    path_.clear();
+    return std::nullopt;
+}
+
+}  // namespace bundle

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+
+#include "lifetime.h"
+#include "result.h"
+#include "unique_fd.h"
+
+namespace bundle {
+
+/// A file in the making: written under a hidden name in the folder of its target, and put in the
+/// target's place in one step when it is whole.
+///
+/// Until then the target stays as it is. The hidden file bears a lock while it is in use, so that
+/// the next run can tell what an earlier one had to leave behind. The destructor removes it unless
+/// it was published.
+class PrivateFile {
+  public:
+    /// Makes the empty file beside `target` after removing this user's stale ones there. Fails when
+    /// the folder can't be written, and when `target` is something else than an ordinary file.
+    static Result<PrivateFile> create(const std::string& target);
+
+    PrivateFile(PrivateFile&& other) noexcept;
+    PrivateFile& operator=(PrivateFile&&) = delete;
+    ~PrivateFile();
+
+    /// Where to write; truncate this file, never replace it.
+    const std::string& path() const { return path_; }
+
+    /// Gives the written file the target's permissions (a new file's when there is none), sees it
+    /// onto the disk and puts it in the target's place. Fails for an empty file and when a stop has
+    /// come. A target that is a symbolic link is itself replaced; what it leads to stays.
+    MaybeFailure publish_whole(const StopSignals& stop);
+
+  private:
+    PrivateFile(std::string target, std::string path, UniqueFd descriptor);
+
+    std::string target_;
+    std::string path_;  ///< empty: nothing to remove
+    UniqueFd descriptor_;
+};
+
+}  // namespace bundle

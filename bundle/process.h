@@ -1,0 +1,38 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "lifetime.h"
+#include "result.h"
+
+namespace bundle {
+
+/// A program to run, without a shell in between.
+struct Command {
+    std::string program;                 ///< absolute path of the executable
+    std::vector<std::string> arguments;  ///< what follows the program's name
+    std::string alias = {};              ///< name in the system's process list; empty: its own
+    int input = -1;                      ///< descriptor of its standard input, not owned; -1: empty
+};
+
+/// What `run` calls while the program runs, all from the calling thread; any may be empty.
+struct Listener {
+    std::function<void(std::string_view)> on_output;  ///< a piece of its standard output
+    std::function<void(std::string_view)> on_error;   ///< a piece of its error stream
+    std::function<void()> on_tick;                    ///< at least once every `kTick`
+};
+
+inline constexpr std::chrono::milliseconds kTick{250};
+
+/// Runs the program to its end and returns its exit status (128 plus the signal that killed it).
+///
+/// Blocks. Fails when it can't be started and when a stop signal comes; the program has then been
+/// killed and is gone. It is also killed when this process dies in any way (Linux only). Every
+/// piece that it printed has been handed over before `run` returns.
+Result<int> run(const Command& command, const Listener& listener, const StopSignals& stop);
+
+}  // namespace bundle

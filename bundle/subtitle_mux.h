@@ -1,0 +1,45 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "lifetime.h"
+#include "result.h"
+
+namespace bundle {
+
+/// What an MP4Box command line asks for.
+struct SubtitleRequest {
+    std::string subtitles;  ///< file in SubRip form
+    std::string film;       ///< MP4 file that receives them
+};
+
+/// Reads the arguments that follow the program's name: "-add", a subtitle file's name with
+/// ":hdlr=sbtl" right after it, and the film; the names may look like anything.
+Result<SubtitleRequest> parse_subtitle_request(const std::vector<std::string>& arguments);
+
+/// What has to be known about the film that receives a subtitle track.
+struct Container {
+    int subtitle_tracks = 0;
+    std::string brand;  ///< of the MP4 file, as "M4V "
+};
+
+/// What `container_from` reads, as ffprobe's `-show_entries` takes it.
+extern const char* const kContainerEntries;
+
+/// The film's container in ffprobe's JSON.
+Container container_from(const nlohmann::json& probed);
+
+/// The arguments that make ffmpeg copy everything in `film` to the file `output` and add the SubRip
+/// text on its standard input as an enabled track.
+std::vector<std::string> subtitle_arguments(const std::string& film, const Container& container,
+                                            const std::string& output);
+
+/// Adds the subtitles to the film, with progress lines on standard output.
+///
+/// Blocks to the end of the work. The film is replaced in one step when the new one is whole; after
+/// a failure or a stop it is as it was.
+MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& stop);
+
+}  // namespace bundle

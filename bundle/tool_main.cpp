@@ -1,0 +1,25 @@
+#include "tool_main.h"
+
+#include <exception>
+
+#include "console.h"
+
+namespace bundle {
+
+int tool_main(const char* name, int count, char** arguments,
+              const std::function<MaybeFailure(const std::vector<std::string>&)>& body) noexcept {
+    try {
+        const int first = count > 0 ? 1 : 0;
+        const auto failure = body(std::vector<std::string>(arguments + first, arguments + count));
+        if (!failure) {
+            return 0;
+        }
+        complain(name, failure->message);
+        return failure->status;
+    } catch (const std::exception& error) {
+        write_if_ready(2, error.what());
+        return kStatusFailed;
+    }
+}
+
+}  // namespace bundle

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "lifetime.h"
+#include "result.h"
+#include "transcode_request.h"
+
+namespace bundle {
+
+/// Writes the report on a film to the error stream. Nothing else is written there, whether it
+/// succeeds or not.
+MaybeFailure report_film(const std::string& path, const StopSignals& stop);
+
+/// Converts a film, with progress lines in the old form on the error stream.
+///
+/// Blocks to the end of the work. The output appears only when it is whole; after a failure or a
+/// stop an older output is as it was. Refuses an output that is the input by another name.
+MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop);
+
+}  // namespace bundle

@@ -1,0 +1,7 @@
+#!/bin/sh
+# Starts Vantreo from any folder. The program finds its tools by paths relative to the folder it
+# runs in, so it is started in its own: what lies in the caller's folder is never run as a tool.
+set -eu
+here=$(dirname -- "$(readlink -f -- "$0")")
+cd -- "$here/.."
+exec ./vantreo "$@"

@@ -1,0 +1,32 @@
+#include "app/MyApp.h"
+
+#include <wx/log.h>
+
+#include "app/Vantreo.h"
+#ifdef __WXGTK__
+#include "app/gtk_look.h"
+#endif
+
+bool MyApp::OnInit() {
+    // The toolkit's own complaints (an unwritable settings file, say) go to the console, not into
+    // dialogs: the user only ever sees the program's translated messages.
+    delete wxLog::SetActiveTarget(new wxLogStderr);
+#ifdef __WXGTK__
+    apply_gtk_look();
+#endif
+
+    auto* frame =
+        new Vantreo("Vantreo", wxDefaultPosition, wxSize(735, 330),
+                    wxCAPTION | wxCLIP_CHILDREN | wxCLOSE_BOX | wxSYSTEM_MENU | wxMINIMIZE_BOX);
+    frame->SetSize(770, 385);
+    frame->Center(wxBOTH);
+#ifdef __WXGTK__
+    keep_place_when_mapped(*frame, wxSize(770, 385));
+#endif
+    frame->layout_checkVersion();
+    frame->Show(true);
+    SetTopWindow(frame);
+    frame->Update();
+    frame->checkVersion();
+    return true;
+}

@@ -1,0 +1,67 @@
+#include "app/Vantreo.h"
+
+#include <wx/button.h>
+#include <wx/filename.h>
+#include <wx/stdpaths.h>
+
+#include "convert/Movie.h"
+#include "i18n/system_language.h"
+
+namespace {
+
+/// The folder that holds the per-user application data folder.
+wxString settings_folder() {
+    wxStandardPaths& paths = wxStandardPaths::Get();
+#ifdef __WXGTK__
+    // The toolkit's data folder stays ~/.vantreo whatever the layout; only its config folder,
+    // which is the parent already, follows XDG_CONFIG_HOME.
+    paths.SetFileLayout(wxStandardPaths::FileLayout_XDG);
+    return paths.GetUserConfigDir();
+#else
+    return wxFileName(paths.GetUserDataDir()).GetPath(wxPATH_GET_VOLUME, wxPATH_NATIVE);
+#endif
+}
+
+/// Vantreo.ini beside, not inside, the per-user application data folder.
+wxFileName settings_file() {
+    wxFileName file;
+    file.Assign(settings_folder(), "Vantreo", "ini");
+    return file;
+}
+
+}  // namespace
+
+Vantreo::Vantreo(const wxString& title, const wxPoint& pos, const wxSize& size, long style)
+    : wxFrame(nullptr, wxID_ANY, title, pos, size, style), reservedFlag(false), dialogParent(this) {
+    const wxFileName file = settings_file();
+    if (!file.DirExists())
+        file.Mkdir(wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);  // a new home may have no such folder yet
+    config =
+        new wxFileConfig("", "", file.GetFullPath(), "", wxCONFIG_USE_LOCAL_FILE, wxConvAuto());
+
+    Translate("tointialize", 1);  // no such key: called to fill the two language lists
+
+    defaultLanguage = default_language(languages, languagesEnglish, system_language_name());
+    currentLanguage = "";
+    for (const wxString& language : languages) {
+        if (config_read("Language") == language)
+            currentLanguage = language;
+    }
+
+    Bind(wxEVT_CLOSE_WINDOW, &Vantreo::OnClose, this);
+}
+
+Vantreo::~Vantreo() {
+    for (auto& job : jobs) {
+        job->Detach();
+        if (!job->Ended())
+            static_cast<void>(job.release());  // its tool's end will still call it
+    }
+}
+
+void Vantreo::OnClose(wxCloseEvent& event) {
+    const bool running =
+        !checkingVersion && buttonConvert->GetLabel() == Translate("buttonConvert_cancel", 0);
+    if (!running || Cancel())
+        event.Skip();
+}

@@ -1,0 +1,53 @@
+#include "app/gtk_look.h"
+
+#include <gtk/gtk.h>
+#include <wx/frame.h>
+
+namespace {
+
+// The controls' places were drawn for a screen where 10 points are 10 pixels.
+constexpr int kTextDpi = 80;
+
+constexpr const char* kStyleSheet = R"css(
+notebook > stack, notebook > stack > * { background-color: @theme_bg_color; }
+entry, combobox button, button.combo { min-height: 0; padding-top: 0; padding-bottom: 0; }
+button { min-height: 0; padding-top: 2px; padding-bottom: 2px; }
+progressbar trough, progressbar progress { min-height: 13px; }
+)css";
+
+}  // namespace
+
+void apply_gtk_look() {
+    g_object_set(gtk_settings_get_default(), "gtk-xft-dpi", kTextDpi * 1024, nullptr);
+
+    GtkCssProvider* provider = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(provider, kStyleSheet, -1, nullptr);
+    gtk_style_context_add_provider_for_screen(gdk_screen_get_default(),
+                                              GTK_STYLE_PROVIDER(provider),
+                                              GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(provider);
+}
+
+void keep_place_when_mapped(wxFrame& frame, const wxSize& size) {
+    struct Place {
+        wxFrame& frame;
+        wxSize size;
+    };
+    const auto on_map = +[](GtkWidget* window, GdkEvent*, gpointer data) -> gboolean {
+        const Place place = *static_cast<Place*>(data);
+        g_signal_handlers_disconnect_by_data(window, data);
+        place.frame.CallAfter([place] {
+            place.frame.SetSize(place.size);
+            place.frame.Center(wxBOTH);
+        });
+        return FALSE;
+    };
+    const auto free_place = +[](gpointer data, GClosure*) { delete static_cast<Place*>(data); };
+    // Before that GTK gives it a size of nothing, into which the notebook cannot be squeezed.
+    frame.Bind(wxEVT_SIZE, [&frame](wxSizeEvent& event) {
+        const wxSize client = frame.GetClientSize();
+        event.Skip(client.x > 1 && client.y > 1);
+    });
+    g_signal_connect_data(frame.GetHandle(), "map-event", G_CALLBACK(on_map),
+                          new Place{frame, size}, free_place, GConnectFlags{});
+}

@@ -1,0 +1,181 @@
+#include "convert/Movie.h"
+
+#include <wx/dir.h>
+#include <wx/filename.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "app/Vantreo.h"
+#include "convert/commands.h"
+#include "convert/output_size.h"
+#include "convert/parsers.h"
+#include "tools/FFmpeg.h"
+#include "tools/MP4Box.h"
+
+Movie::Movie(Vantreo* owner, wxString source, wxString folder, int device)
+    : path(std::move(source)), frame(owner), output_dir(std::move(folder)), optimize(device) {}
+
+Movie::~Movie() = default;
+
+template <class Runner>
+Runner* Movie::new_runner() {
+    auto runner = std::make_unique<Runner>(this);
+    Runner* const started = runner.get();
+    runners.push_back(std::move(runner));
+    return started;
+}
+
+// ---- probe --------------------------------------------------------------------------------------
+
+void Movie::Infos() {
+    // Each report may show a message; the probe is started whatever the frame did.
+    if (!wxFileName::FileExists(kFFmpegTool)) {
+        error = "error_ffmpeg";
+        frame->MovieInfos(this);
+    }
+    if (!wxFileName::FileExists(kMP4BoxTool)) {
+        error = "error_mp4box";
+        frame->MovieInfos(this);
+    }
+    mode = "infos";
+    ffmpeg = new_runner<FFmpeg>();
+    ffmpeg->Run(probe_command(path));
+}
+
+void Movie::InfosProcess() {
+    if (!read_probe())
+        error = "error_badMovies";
+    if (error.empty())
+        prepare_output();
+}
+
+/// Takes the facts out of `infos` and decides the output size; false when that is no movie.
+bool Movie::read_probe() {
+    const ProbeFacts facts = parse_probe(infos);
+    duration = facts.duration;
+    width = facts.width;
+    height = facts.height;
+    fps = facts.fps;
+    fps_max = fps > 30.0 ? 30.0 : fps;
+    if (duration == 0 || height == 0 || width == 0 || fps == 0.0)
+        return false;
+
+    const FrameSize out = output_size({width, height}, optimize);
+    out_width = out.width;
+    out_height = out.height;
+    return out_width != 0 && out_height != 0;
+}
+
+void Movie::prepare_output() {
+    if (!wxDir::Exists(output_dir)) {
+        error = "error_badOutput";
+        return;
+    }
+    const wxFileName source(path);
+    wxFileName output;
+    output.Assign(output_dir, source.GetName(), "mp4");
+    output_path = output.GetFullPath();
+    if (output_path == path) {
+        error = "error_MoviesOutputSame";
+        return;
+    }
+    ffmpeg_command = transcode_command(path, fps, {out_width, out_height}, output_path);
+    if (wxFileName::FileExists(output_path))
+        confirm = "confirmOverwrite";
+
+    wxFileName subtitles;
+    subtitles.Assign(source.GetPath(wxPATH_GET_VOLUME), source.GetName(), "srt");
+    if (subtitles.FileExists()) {
+        srt_path = subtitles.GetFullPath();
+        mp4box_command = subtitle_command(srt_path, output_path);
+    }
+}
+
+// ---- transcode and subtitles --------------------------------------------------------------------
+
+void Movie::Convert() {
+    mode = "convert";
+    elapsed = 0;
+    ffmpeg = new_runner<FFmpeg>();
+    ffmpeg->RunWithUpdates(ffmpeg_command);
+}
+
+void Movie::Subtitle() {
+    mode = "subtitle";
+    elapsed = 0;
+    mp4box = new_runner<MP4Box>();
+    mp4box->RunWithUpdates(mp4box_command);
+}
+
+void Movie::Cancel() {
+    mode = "cancel";
+    ffmpeg->Stop();
+}
+
+// ---- what the runners report --------------------------------------------------------------------
+
+void Movie::OnFFmpegUpdate(const wxString& line) {
+    if (mode == "convert")
+        update_transcode(line);
+    else if (mode == "subtitle")
+        update_subtitle(line);
+}
+
+void Movie::update_transcode(const wxString& line) {
+    elapsed = static_cast<std::int32_t>(millis_to_seconds(ffmpeg->millis));
+    if (const auto seconds = parse_transcoded_seconds(line)) {
+        const float done = static_cast<float>(*seconds) / static_cast<float>(duration);
+        percent_exact = std::clamp(100.0F * done, 0.0F, 100.0F);
+        percent = static_cast<std::int32_t>(std::clamp(100.0 * done, 0.0, 100.0));
+    }
+    frame->MovieUpdate(this);
+}
+
+void Movie::update_subtitle(const wxString& line) {
+    elapsed = static_cast<std::int32_t>(millis_to_seconds(mp4box->millis));
+    percent = static_cast<std::int32_t>(parse_muxed_percent(line).value_or(0));
+    percent_exact = static_cast<float>(percent);
+    frame->MovieUpdate(this);
+}
+
+void Movie::OnFFmpegTerminate(const wxString& output) {
+    if (frame == nullptr)
+        return;
+    endPostponed = true;
+    frame->RunUnlessAsking([this, output] {
+        endPostponed = false;
+        if (mode == "infos") {
+            elapsed = static_cast<std::int32_t>(millis_to_seconds(ffmpeg->millis));
+            infos = output;
+            InfosProcess();
+            frame->MovieInfos(this);
+        } else if (mode == "convert") {
+            finish_step(ffmpeg->millis);
+        } else if (mode == "subtitle") {
+            finish_step(mp4box->millis);
+        }
+    });
+}
+
+void Movie::finish_step(long millis) {
+    elapsed = static_cast<std::int32_t>(millis_to_seconds(millis));
+    percent = 100;
+    frame->MovieUpdate(this);
+    frame->MovieConvert(this);
+}
+
+// ---- the end of the job -------------------------------------------------------------------------
+
+void Movie::Detach() {
+    mode = "cancel";
+    frame = nullptr;
+    endPostponed = false;
+    for (auto& runner : runners)
+        runner->StopPolling();
+}
+
+bool Movie::Ended() const {
+    return !endPostponed && std::all_of(runners.begin(), runners.end(),
+                                        [](const auto& runner) { return runner->Ended(); });
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <wx/string.h>
+
+#include <cstdint>
+#include <optional>
+
+// What the tools print, read by regular expressions.
+
+/// Facts of a source movie; zeros where the report does not tell.
+struct ProbeFacts {
+    std::int32_t duration = 0;  ///< whole seconds
+    std::int32_t width = 0;     ///< pixels
+    std::int32_t height = 0;
+    double fps = 0.0;
+};
+
+/// Reads the report of "ffmpeg -i". The groups bind as late as they can: the size is that of the
+/// last video stream, and the rate is the last number before " tb" (the codec's time base).
+ProbeFacts parse_probe(const wxString& report);
+
+/// Whole seconds of output that the first progress record of `text` tells; nothing where `text`
+/// holds no whole record.
+std::optional<long> parse_transcoded_seconds(const wxString& text);
+
+/// The last percentage that MP4Box tells in `text`, not limited to 100; nothing where it tells
+/// none.
+std::optional<long> parse_muxed_percent(const wxString& text);

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <wx/arrstr.h>
+#include <wx/string.h>
+
+/// English name of the system's language, with its country where the system tells one
+/// ("French (France)", "Portuguese (Brazil)"); empty when nothing is known. Where the locale that
+/// the environment names is not installed, the language part of LC_ALL, LC_MESSAGES or LANG counts.
+wxString system_language_name();
+
+/// The entry of `native` whose English name is the language of `systemName`, whatever its country;
+/// "English" when there is none. Both lists have the same order and length.
+wxString default_language(const wxArrayString& native, const wxArrayString& english,
+                          const wxString& systemName);

@@ -1,0 +1,90 @@
+#include "tools/FFmpeg.h"
+
+#include <wx/stream.h>
+#include <wx/utils.h>
+
+#include "convert/Movie.h"
+
+FFmpeg::FFmpeg(Movie* job) : wxProcess(nullptr, wxID_ANY), movie(job) {
+    Redirect();
+    timer.Bind(wxEVT_TIMER, &FFmpeg::OnTimer, this);
+}
+
+void FFmpeg::Run(const wxString& command) {
+    millis = 0;
+    watch.Start(0);
+    SetPid(wxExecute(command, wxEXEC_ASYNC, this));
+}
+
+bool FFmpeg::RunWithUpdates(const wxString& command) {
+    Run(command);
+    return timer.Start(1000, wxTIMER_CONTINUOUS);
+}
+
+void FFmpeg::Stop() {
+    wxExecute("killall ffmpeg", wxEXEC_SYNC);
+}
+
+wxString FFmpeg::ReadAvailable(wxInputStream& stream) {
+    wxString text;
+    while (stream.CanRead()) {
+        const int byte = stream.GetC();
+        if (!stream.Eof()) {
+            // Widened to 16 bits with its sign. A full-width negative value would be no character
+            // at all, and the patterns would then refuse the whole text.
+            const auto widened = static_cast<std::uint16_t>(static_cast<signed char>(byte));
+            text += wxUniChar(widened);
+        }
+    }
+    return text;
+}
+
+wxString FFmpeg::GetLine() {
+    return IsErrorAvailable() ? ReadAvailable(*GetErrorStream()) : wxString();
+}
+
+void FFmpeg::OnTimer(wxTimerEvent&) {
+    ReportPoll(GetLine());
+}
+
+void FFmpeg::OnTerminate(int, int) {
+    FreezeTime();
+    wxString rest = GetLine();
+    if (!rest.empty())
+        rest += "\n";
+    ReportEnd(rest);
+}
+
+bool FFmpeg::Ended() const {
+    return GetPid() == 0 && !reportingEnd;
+}
+
+void FFmpeg::StopPolling() {
+    timer.Stop();
+}
+
+void FFmpeg::ReportPoll(const wxString& text) {
+    millis = watch.Time();
+    movie->OnFFmpegUpdate(text);
+}
+
+void FFmpeg::FreezeTime() {
+    millis = watch.Time();
+    timer.Stop();
+}
+
+void FFmpeg::ReportEnd(const wxString& rest) {
+    SetPid(0);
+    ClosePipes();
+    reportingEnd = true;
+    movie->OnFFmpegTerminate(rest);
+    reportingEnd = false;
+}
+
+/// An ended runner stays with its job for the rest of the run; its three pipe ends must not, or a
+/// long list would use up the process's file descriptors.
+void FFmpeg::ClosePipes() {
+    wxDELETE(m_inputStream);
+    wxDELETE(m_outputStream);
+    wxDELETE(m_errorStream);
+}

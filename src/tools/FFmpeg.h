@@ -1,0 +1,66 @@
+#pragma once
+
+#include <wx/process.h>
+#include <wx/stopwatch.h>
+#include <wx/timer.h>
+
+class Movie;
+
+/// Runs the ffmpeg tool as an asynchronous child process and hands what it prints on its error
+/// stream to a Movie. Everything happens on the GUI thread; the exit status is not looked at.
+///
+/// Callbacks: after `RunWithUpdates`, `Movie::OnFFmpegUpdate` once a second while the child runs;
+/// at the child's end, exactly once, `Movie::OnFFmpegTerminate`. A child that could not be started
+/// calls neither. Inside a callback the job may start another runner but must not free this one:
+/// its owner frees a runner only once it has `Ended`.
+class FFmpeg : public wxProcess {
+  public:
+    /// `job` is not owned and must outlive the runner.
+    explicit FFmpeg(Movie* job);
+
+    /// Starts `command` without polling. The output is read at the end only, so it has to fit into
+    /// the pipe's buffer.
+    void Run(const wxString& command);
+
+    /// Starts `command` and polls it every 1000 ms. Returns what `wxTimer::Start` returned.
+    bool RunWithUpdates(const wxString& command);
+
+    /// Runs "killall ffmpeg", which ends every process named ffmpeg of the user, and returns when
+    /// that is done. A running MP4Box goes on.
+    void Stop();
+
+    /// Everything that can be read from the error stream without waiting: several lines, and the
+    /// beginning of one, come as they are.
+    wxString GetLine();
+
+    void OnTimer(wxTimerEvent& event);
+    void OnTerminate(int pid, int status) override;
+
+    /// True when no child runs and no callback can come any more.
+    bool Ended() const;
+
+    /// No further polls; the child's end still comes.
+    void StopPolling();
+
+    long millis = 0;  ///< run time in milliseconds, as of the last poll or of the end
+
+  protected:
+    /// What can be read from `stream` without waiting. Each byte becomes one character, undecoded:
+    /// a byte beyond ASCII one outside the Latin range.
+    static wxString ReadAvailable(wxInputStream& stream);
+
+    void ReportPoll(const wxString& text);
+
+    /// First and last step of a child's end.
+    void FreezeTime();
+    void ReportEnd(const wxString& rest);
+
+    Movie* movie;
+    wxTimer timer;
+    wxStopWatch watch;
+
+  private:
+    void ClosePipes();
+
+    bool reportingEnd = false;
+};

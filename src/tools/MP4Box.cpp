@@ -1,0 +1,24 @@
+#include "tools/MP4Box.h"
+
+#include <wx/stream.h>
+
+MP4Box::MP4Box(Movie* job) : FFmpeg(job) {
+    // The newest handler is asked first and does not skip, so the base's never sees a tick.
+    timer.Bind(wxEVT_TIMER, &MP4Box::OnTimer, this);
+}
+
+wxString MP4Box::GetLine() {
+    return IsInputAvailable() ? ReadAvailable(*GetInputStream()) : wxString();
+}
+
+void MP4Box::OnTimer(wxTimerEvent&) {
+    ReportPoll(GetLine());
+}
+
+void MP4Box::OnTerminate(int, int) {
+    FreezeTime();
+    wxString rest = GetLine();
+    if (!rest.empty())
+        rest += "\n";
+    ReportEnd(rest);
+}

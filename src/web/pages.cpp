@@ -1,0 +1,56 @@
+#include "web/pages.h"
+
+#include <wx/panel.h>
+
+#include "app/Vantreo.h"
+#include "app/build_facts.h"
+#include "web/site.h"
+
+namespace {
+
+wxString body_tag(const wxColour& background) {
+    return "<body bgcolor=" + background.GetAsString(wxC2S_HTML_SYNTAX) + ">";
+}
+
+}  // namespace
+
+wxString link_page(const wxColour& background, const wxString& address, const wxString& text) {
+    return body_tag(background) + "<a href=" + address + ">" + text + "</a>";
+}
+
+wxString about_page_html(const wxColour& background, const AboutTexts& texts) {
+    return body_tag(background) + "<p align=center>" +                           //
+           "<font size=6><b>Vantreo</b> " + wxString::FromCDouble(VERSION, 2) +  //
+           " for " + platform_word() +                                           //
+           "</font><br>Vantreo project<br>written by its contributors<br><br>" +
+           texts.translations +                                                       //
+           " <a href=" + texts.thanksAddress + ">" + texts.thanks + "</a><br><br>" +  //
+           texts.contact +                                                            //
+           "<br><a href=" + texts.contactAddress + ">" + texts.contactAddress +       //
+           "</a><br><br><b>" + texts.youLike + "</b><br>" + texts.donate + "</p></body>";
+}
+
+wxString Vantreo::translations_page() {
+    return link_page(panelOptions->GetBackgroundColour(),
+                     page_address("FR/Traductions", "Translations"),
+                     Translate("htmlTranslations", 0));
+}
+
+wxString Vantreo::subtitle_page(const wxWindow& background) {
+    return link_page(background.GetBackgroundColour(),
+                     page_address("FR/Comment_ajouter_les_sous-titres_a_la_video_iPhone",
+                                  "How_to_add_subtitles_to_the_iPhone_video"),
+                     Translate("htmlSubtitle", 0));
+}
+
+wxString Vantreo::about_page() {
+    AboutTexts texts;
+    texts.donate = Translate("htmlAboutDonate", 0);
+    texts.youLike = Translate("htmlAboutYouLike", 0);
+    texts.contact = Translate("htmlAboutContact", 0);
+    texts.thanks = Translate("htmlAboutTranslations_2", 0);
+    texts.translations = Translate("htmlAboutTranslations_1", 0);
+    texts.thanksAddress = page_address("FR/Remerciements", "Greetings");
+    texts.contactAddress = page_address("FR/Contact", "Contact");
+    return about_page_html(panelAbout->GetBackgroundColour(), texts);
+}

@@ -1,0 +1,154 @@
+// The bundle's ffmpeg when it, the encoder below it or the program above it is stopped.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+
+#include "stand_in.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+class StoppedTranscode : public testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(make_silent_film(folder_ / "in.avi"));
+        old_ = folder_.write("out.mp4", "old");
+        words_ = transcode_words(folder_ / "in.avi", "160x120", old_);
+    }
+
+    void expect_nothing_changed() const {
+        EXPECT_EQ(content_of(old_), "old");
+        EXPECT_EQ(folder_.names(), (Names{"in.avi", "out.mp4"}));
+    }
+
+    HeldWork work_;
+    TemporaryFolder folder_;
+    std::string old_;
+    Names words_;
+};
+
+TEST_F(StoppedTranscode, ReplacesTheOldOutputOnlyAtItsEnd) {
+    ChildRun tool(words_, work_.variables());
+    ASSERT_NE(work_.encoder_id(), 0);
+    EXPECT_EQ(content_of(old_), "old");
+    EXPECT_EQ(folder_.names().size(), 3U);
+    work_.let_go();
+    EXPECT_EQ(tool.wait(), 0) << tool.errors();
+    EXPECT_EQ(content_of(old_), "whole");
+    EXPECT_EQ(folder_.names(), (Names{"in.avi", "out.mp4"}));
+}
+
+TEST_F(StoppedTranscode, EndsWithItsEncoderOnASignal) {
+    for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+        std::filesystem::remove(work_.held() / "id");
+        ChildRun tool(words_, work_.stubborn_variables());
+        const pid_t encoder = work_.encoder_id();
+        ASSERT_NE(encoder, 0);
+        tool.send(signal);
+        EXPECT_EQ(tool.wait(), 128 + signal);
+        EXPECT_FALSE(is_running(encoder));
+        expect_nothing_changed();
+    }
+}
+
+TEST_F(StoppedTranscode, HearsSignalsThatWereBlockedOrIgnoredAbove) {
+    ChildRun tool(words_, work_.variables(), [] {
+        sigset_t all;
+        sigfillset(&all);
+        ::sigprocmask(SIG_SETMASK, &all, nullptr);
+        for (const int signal : {SIGCHLD, SIGTERM, SIGPIPE}) {
+            ::signal(signal, SIG_IGN);
+        }
+    });
+    ASSERT_NE(work_.encoder_id(), 0);
+    tool.send(SIGTERM);
+    EXPECT_EQ(tool.wait(), 128 + SIGTERM);
+    expect_nothing_changed();
+}
+
+TEST_F(StoppedTranscode, EndsWhenItsEncoderIsKilled) {
+    ChildRun tool(words_, work_.variables());
+    const pid_t encoder = work_.encoder_id();
+    ASSERT_NE(encoder, 0);
+    ::kill(encoder, SIGKILL);
+    EXPECT_EQ(tool.wait(), 1);
+    EXPECT_NE(tool.errors().find("status 137"), std::string::npos) << tool.errors();
+    expect_nothing_changed();
+}
+
+TEST_F(StoppedTranscode, LeavesNoEncoderWhenItIsKilled) {
+    ChildRun tool(words_, work_.stubborn_variables());
+    const pid_t encoder = work_.encoder_id();
+    ASSERT_NE(encoder, 0);
+    tool.send(SIGKILL);
+    EXPECT_EQ(tool.wait(), 128 + SIGKILL);
+    EXPECT_TRUE(eventually([encoder] { return !is_running(encoder); }));
+    EXPECT_EQ(content_of(old_), "old");
+    EXPECT_EQ(folder_.names().size(), 3U);
+    // The next run clears up, even one that fails.
+    ChildRun next(transcode_words(folder_ / "missing.avi", "160x120", folder_ / "other.mp4"));
+    EXPECT_EQ(next.wait(), 1);
+    expect_nothing_changed();
+}
+
+TEST_F(StoppedTranscode, EndsWithTheProgramThatStartedIt) {
+    Names program{"sh", "-c", R"("$@" & echo $! > "$STAND_IN_FOLDER/tool"; wait)", "sh"};
+    program.insert(program.end(), words_.begin(), words_.end());
+    ChildRun parent(program, work_.stubborn_variables());
+    const pid_t encoder = work_.encoder_id();
+    ASSERT_NE(encoder, 0);
+    const pid_t tool = std::stoi(content_of(work_.held() / "tool"));
+    ASSERT_TRUE(is_running(tool));
+    parent.send(SIGKILL);
+    EXPECT_TRUE(eventually([&] { return !is_running(tool) && !is_running(encoder); }));
+    expect_nothing_changed();
+}
+
+TEST_F(StoppedTranscode, IsEndedWithItsEncoderByKillall) {
+    if (!can_be_alone()) {
+        GTEST_SKIP() << "no process-id namespaces here";
+    }
+    Names script = alone({"sh", "-c", R"(
+        "$@" & tool=$!
+        while [ ! -e "$STAND_IN_FOLDER/id" ] && kill -0 $tool; do sleep 0.01; done
+        killall ffmpeg
+        wait $tool; echo $? > "$STAND_IN_FOLDER/status"
+        killall -0 ffmpeg && echo left > "$STAND_IN_FOLDER/status"
+        true)",
+                          "sh"});
+    script.insert(script.end(), words_.begin(), words_.end());
+    ChildRun run(script, work_.stubborn_variables());
+    EXPECT_EQ(run.wait(), 0) << run.errors();
+    EXPECT_EQ(content_of(work_.held() / "status"), "143\n") << run.errors();
+    expect_nothing_changed();
+}
+
+TEST_F(StoppedTranscode, NeverWaitsForAReaderThatHasStoppedReading) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+    auto variables = work_.variables();
+    variables.emplace_back("STAND_IN_REPORTS", "20000");
+    ChildRun tool(words_, variables, [&ends] { ::dup2(ends[1], STDERR_FILENO); });
+    EXPECT_NE(work_.encoder_id(), 0);
+    work_.let_go();
+    EXPECT_EQ(tool.wait(), 0);
+    EXPECT_EQ(content_of(old_), "whole");
+    ::close(ends[0]);
+    ::close(ends[1]);
+}
+
+TEST_F(StoppedTranscode, RepeatsItsProgressWhileTheEncoderIsSilent) {
+    ChildRun tool(words_, work_.variables());
+    EXPECT_NE(work_.encoder_id(), 0);
+    EXPECT_TRUE(eventually([&tool] {
+        const std::string text = tool.errors();
+        return std::count(text.begin(), text.end(), '\r') >= 4;
+    }));
+    EXPECT_NE(tool.errors().find("time=0.01 bitrate="), std::string::npos);
+}
+
+}  // namespace

@@ -1,0 +1,203 @@
+// The bundle's MP4Box adding subtitles with the program's command line.
+
+#include <gtest/gtest.h>
+
+#include "child_run.h"
+#include "program_reading.h"
+#include "samples.h"
+#include "subtitle_mux.h"
+
+namespace {
+
+using Names = std::vector<std::string>;
+using nlohmann::json;
+
+const std::string kSubtitles =
+    "1\n00:00:00,120 --> 00:00:00,560\nZa\xC5\xBC\xC3\xB3\xC5\x82\xC4\x87\n\n"
+    "2\n00:00:01,000 --> 00:00:01,870\nTwo\nlines\n";
+
+/// Hash, time and length of every packet of one stream.
+std::vector<std::string> packets_of(const json& film, const std::string& kind) {
+    std::vector<std::string> packets;
+    for (const json& packet : film.value("packets", json::array())) {
+        if (packet["codec_type"] == kind) {
+            packets.push_back(packet["data_hash"].dump() + packet["pts_time"].dump() +
+                              packet["duration_time"].dump() + packet["flags"].dump());
+        }
+    }
+    return packets;
+}
+
+class Subtitles : public testing::Test {
+  protected:
+    void SetUp() override {
+        film_ = folder_ / "film.mp4";
+        ASSERT_TRUE(make_film(folder_ / "in.avi"));
+        ASSERT_EQ(ChildRun(transcode_words(folder_ / "in.avi", "160x120", film_)).wait(), 0);
+        std::filesystem::remove(folder_ / "in.avi");
+    }
+
+    int add(const std::string& subtitles, const std::string& film) {
+        ChildRun tool({TOOL_MP4BOX, "-add", subtitles + ":hdlr=sbtl", film});
+        const int status = tool.wait();
+        output_ = tool.output();
+        errors_ = tool.errors();
+        return status;
+    }
+
+    TemporaryFolder folder_;
+    std::string film_;
+    std::string output_;
+    std::string errors_;
+};
+
+TEST_F(Subtitles, BecomeAnEnabledTextTrack) {
+    ASSERT_EQ(add(folder_.write("film.srt", kSubtitles), film_), 0) << errors_;
+    const auto track = only_stream(probed(film_), "subtitle");
+    ASSERT_TRUE(track.is_object());
+    EXPECT_EQ(track["codec_name"], "mov_text");
+    EXPECT_EQ(track["codec_tag_string"], "tx3g");
+    EXPECT_EQ(track["disposition"]["default"], 1);
+    EXPECT_NE(content_of(film_).find("hdlr" + std::string(8, '\0') + "sbtl"), std::string::npos);
+    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt"}));
+}
+
+TEST_F(Subtitles, LeaveVideoAndAudioUntouched) {
+    const auto before = probed(film_, true);
+    ASSERT_EQ(add(folder_.write("film.srt", kSubtitles), film_), 0) << errors_;
+    const auto after = probed(film_, true);
+    for (const char* kind : {"video", "audio"}) {
+        const auto packets = packets_of(before, kind);
+        EXPECT_GT(packets.size(), 40U);
+        EXPECT_EQ(packets_of(after, kind), packets);
+        EXPECT_EQ(only_stream(after, kind)["extradata_hash"],
+                  only_stream(before, kind)["extradata_hash"]);
+    }
+    EXPECT_EQ(after["format"]["tags"]["major_brand"], "M4V ");
+}
+
+TEST_F(Subtitles, KeepTheirTextsAndTimes) {
+    ASSERT_EQ(add(folder_.write("film.srt", "\xEF\xBB\xBF" + kSubtitles), film_), 0) << errors_;
+    ASSERT_TRUE(run_ffmpeg({"-i", film_, "-map", "0:s", folder_ / "back.srt"}));
+    std::string back = content_of(folder_ / "back.srt");
+    std::erase(back, '\r');  // ffmpeg writes them within a cue
+    EXPECT_EQ(back, kSubtitles + "\n");
+}
+
+TEST_F(Subtitles, AreAddedToTracksChaptersAndMetadataThatAreThere) {
+    const std::string metadata =
+        folder_.write("chapters",
+                      ";FFMETADATA1\ntitle=A title\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=2000\n"
+                      "title=First\n");
+    ASSERT_TRUE(
+        run_ffmpeg({"-i", film_, "-f", "ffmetadata", "-i", metadata, "-map_metadata", "1",
+                    "-map_chapters", "1", "-c", "copy", "-f", "ipod", folder_ / "chapters.mp4"}));
+    const std::string text = folder_.write("film.srt", kSubtitles);
+    ASSERT_EQ(add(text, folder_ / "chapters.mp4"), 0) << errors_;
+    ASSERT_EQ(add(text, folder_ / "chapters.mp4"), 0) << errors_;
+    const auto film = probed(folder_ / "chapters.mp4");
+    EXPECT_EQ(film["format"]["tags"]["title"], "A title");
+    int subtitle_tracks = 0;
+    for (const json& stream : film["streams"]) {
+        subtitle_tracks += stream["codec_type"] == "subtitle" ? 1 : 0;
+    }
+    EXPECT_EQ(subtitle_tracks, 2);
+    ASSERT_TRUE(run_ffmpeg({"-i", folder_ / "chapters.mp4", "-f", "ffmetadata", folder_ / "back"}));
+    EXPECT_NE(content_of(folder_ / "back").find("title=First"), std::string::npos);
+}
+
+TEST_F(Subtitles, ShowProgressThatTheProgramReads) {
+    ASSERT_EQ(add(folder_.write("film.srt", kSubtitles), film_), 0) << errors_;
+    EXPECT_TRUE(output_.starts_with("ISO File Writing: |                    | (0/100)\r"));
+    EXPECT_EQ(read_subtitle_percent(output_), "100");
+    EXPECT_EQ(errors_, "");
+}
+
+TEST_F(Subtitles, TakeNamesOfAllKinds) {
+    for (const char* name : {"12:30 clip", "with \"quotes\" and 's", "back\\slash", "line\nbreak",
+                             "x:hdlr=sbtl", "caf\xE9"}) {
+        const std::string film = folder_ / (std::string(name) + ".mp4");
+        std::filesystem::copy_file(film_, film);
+        const std::string text = folder_.write(std::string(name) + ".srt", kSubtitles);
+        EXPECT_EQ(add(text, film), 0) << name << errors_;
+        EXPECT_TRUE(only_stream(probed(film), "subtitle").is_object()) << name;
+    }
+}
+
+TEST_F(Subtitles, TakeNamesThatLookLikeOptionsInTheCurrentFolder) {
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder_.path());
+    std::filesystem::copy_file(film_, "-y");
+    folder_.write("-add", kSubtitles);
+    EXPECT_EQ(add("-add", "-y"), 0) << errors_;
+    EXPECT_TRUE(only_stream(probed("-y"), "subtitle").is_object());
+    std::filesystem::current_path(before);
+}
+
+TEST_F(Subtitles, LeaveTheFilmAsItIsWhenTheyAreBroken) {
+    const std::string before = content_of(film_);
+    for (const std::string& broken :
+         {folder_.write("empty.srt", ""), folder_.write("prose.srt", "Just some prose.\n"),
+          folder_.write("latin.srt", kSubtitles + "\n3\n00:00:02,000 --> 00:00:03,000\ncaf\xE9\n"),
+          folder_ / "missing.srt", folder_.path().string(), film_}) {
+        EXPECT_EQ(add(broken, film_), 1) << broken;
+        EXPECT_TRUE(errors_.starts_with("MP4Box: ")) << errors_;
+        EXPECT_EQ(content_of(film_), before);
+    }
+    EXPECT_EQ(folder_.names(), (Names{"empty.srt", "film.mp4", "latin.srt", "prose.srt"}));
+}
+
+TEST_F(Subtitles, LeaveAFileThatIsNoFilmAsItIs) {
+    const std::string garbage = folder_.write("garbage.mp4", "no film at all");
+    EXPECT_EQ(add(folder_.write("film.srt", kSubtitles), garbage), 1);
+    EXPECT_EQ(content_of(garbage), "no film at all");
+    EXPECT_EQ(add(folder_ / "film.srt", folder_ / "missing.mp4"), 1);
+    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt", "garbage.mp4"}));
+}
+
+TEST(SubtitleRequest, CutsOnlyTheLastHandler) {
+    const auto request =
+        bundle::parse_subtitle_request({"-add", "/a:b:hdlr=sbtl:hdlr=sbtl", "-out"});
+    ASSERT_TRUE(request);
+    EXPECT_EQ(request->subtitles, "/a:b:hdlr=sbtl");
+    EXPECT_EQ(request->film, "-out");
+}
+
+TEST(SubtitleRequest, RefusesOtherArguments) {
+    for (const Names& words : {Names{}, Names{"-add", "a.srt", "out"}, Names{"-info", "out"},
+                               Names{"-add", "a.srt:hdlr=sbtl"}, Names{"-add", "a:hdlr=sbtl", ""},
+                               Names{"-add", "a.srt:hdlr=sbtl", "out", "-v"}}) {
+        EXPECT_FALSE(bundle::parse_subtitle_request(words));
+    }
+    ChildRun tool({TOOL_MP4BOX, "-version"});
+    EXPECT_EQ(tool.wait(), 2);
+    EXPECT_TRUE(tool.errors().starts_with("MP4Box: usage: "));
+}
+
+TEST(SubtitleArguments, AddTheTrackBehindThoseThatAreThere) {
+    const bundle::Container container{2, "isom"};
+    const Names expected{"-i",
+                         "file:f:1",
+                         "-f",
+                         "srt",
+                         "-i",
+                         "pipe:0",
+                         "-map",
+                         "0",
+                         "-map",
+                         "-0:d",
+                         "-map",
+                         "1:0",
+                         "-c",
+                         "copy",
+                         "-c:s:2",
+                         "mov_text",
+                         "-disposition:s:2",
+                         "default",
+                         "-f",
+                         "mp4",
+                         "file:out"};
+    EXPECT_EQ(bundle::subtitle_arguments("f:1", container, "out"), expected);
+}
+
+}  // namespace

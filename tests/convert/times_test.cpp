@@ -1,0 +1,71 @@
+#include <gtest/gtest.h>
+
+#include "convert/Movie.h"
+#include "support/temporary_folder.h"
+
+namespace {
+
+/// What a job shows as remaining after `elapsed` seconds at `percent`.
+wxString remaining(int elapsed, float percent) {
+    Movie job(nullptr, "", "", 0);
+    job.elapsed = elapsed;
+    job.percent_exact = percent;
+    job.percent = static_cast<int>(percent);
+    return job.time_remaining(-1, -1);
+}
+
+}  // namespace
+
+TEST(Times, ReadsHoursMinutesAndSeconds) {
+    EXPECT_EQ(Movie::duration_to_seconds("01:02:03"), 3723);
+    EXPECT_EQ(Movie::duration_to_seconds("00:00:00"), 0);
+    EXPECT_EQ(Movie::duration_to_seconds("99:59:59"), 359999);
+}
+
+TEST(Times, WeighsFewerPartsFromTheHoursDown) {
+    EXPECT_EQ(Movie::duration_to_seconds("2"), 7200);
+    EXPECT_EQ(Movie::duration_to_seconds("2:5"), 7500);
+    EXPECT_EQ(Movie::duration_to_seconds(""), 0);
+}
+
+TEST(Times, CutsMillisecondsOffToWholeSeconds) {
+    EXPECT_EQ(Movie::millis_to_seconds(0), 0);
+    EXPECT_EQ(Movie::millis_to_seconds(999), 0);
+    EXPECT_EQ(Movie::millis_to_seconds(1000), 1);
+    EXPECT_EQ(Movie::millis_to_seconds(59999), 59);
+}
+
+TEST(Times, WritesHoursMinutesAndSeconds) {
+    EXPECT_EQ(Movie::seconds_to_duration(0), "00:00:00");
+    EXPECT_EQ(Movie::seconds_to_duration(3723), "01:02:03");
+    EXPECT_EQ(Movie::seconds_to_duration(86400), "24:00:00");
+    EXPECT_EQ(Movie::seconds_to_duration(86401), ">24h");
+}
+
+TEST(Times, GivesNoEstimateInTheFirstFourSeconds) {
+    EXPECT_EQ(remaining(4, 25.0F), "??:??:??");
+    EXPECT_EQ(remaining(5, 25.0F), "00:00:15");
+}
+
+TEST(Times, GivesNoEstimateBeforeAnyProgress) {
+    EXPECT_EQ(remaining(10, 0.0F), "??:??:??");
+}
+
+TEST(Times, EstimatesFromTheExactPercentage) {
+    EXPECT_EQ(remaining(10, 25.0F), "00:00:30");
+    EXPECT_EQ(remaining(10, 0.5F), "00:33:10");
+    EXPECT_EQ(remaining(60, 0.01F), ">24h");
+}
+
+TEST(Times, ShowsNothingRemainingAtTheEnd) {
+    EXPECT_EQ(remaining(10, 100.0F), "00:00:00");
+}
+
+TEST(Times, JudgesTheFirstSecondsByTheGivenTimeButReckonsWithTheJobs) {
+    Movie job(nullptr, "", "", 0);
+    job.elapsed = 10;
+    job.percent = 25;
+    job.percent_exact = 25.0F;
+    EXPECT_EQ(job.time_remaining(3, 90), "??:??:??");
+    EXPECT_EQ(job.time_remaining(500, 90), "00:00:30");
+}

@@ -1,0 +1,351 @@
+"""Drives the program's real window from outside, as a person does.
+
+What the window shows is read from the accessibility bus; everything that is done to it is done with
+the pointer and the keyboard. To be used inside tests/with_display.
+"""
+
+import contextlib
+import os
+import random
+import subprocess
+import sys
+import time
+from collections.abc import Callable, Iterable, Iterator
+from pathlib import Path
+from typing import TypeVar
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+gi.require_version("Gdk", "3.0")
+from gi.repository import Atspi, Gdk, GdkPixbuf, GLib  # noqa: E402
+
+BUILD = Path(os.environ["VANTREO_BUILD"])
+LAUNCHER = BUILD / "bin" / "vantreo"
+DRAG_SOURCE = Path(__file__).with_name("drag_source.py")
+POLL_SECONDS = 0.02
+# Longer than the toolkit takes to fade a control from one state to another.
+REST_SECONDS = 0.3
+
+Value = TypeVar("Value")
+
+
+class NotSeen(AssertionError):
+    """Something did not show before its deadline."""
+
+
+def wait_for(condition: Callable[[], Value], what: str, seconds: float = 15) -> Value:
+    """Returns the condition's first true value; raises NotSeen(what) when the time is over."""
+    deadline = time.monotonic() + seconds
+    while True:
+        # A control may vanish while it is being read.
+        with contextlib.suppress(GLib.Error):
+            if value := condition():
+                return value
+        if time.monotonic() > deadline:
+            raise NotSeen(f"not seen within {seconds} s: {what}")
+        time.sleep(POLL_SECONDS)
+
+
+def processes(name: str) -> list[int]:
+    """The ids of the running processes of that name."""
+    found = []
+    for stat in Path("/proc").glob("[0-9]*/stat"):
+        with contextlib.suppress(OSError):
+            pid, rest = stat.read_text().split(" (", 1)
+            command, state = rest.rsplit(") ", 1)
+            if command == name and state[0] not in "ZX":
+                found.append(int(pid))
+    return found
+
+
+# ---- pointer and keyboard ------------------------------------------------------------------------
+
+
+def xdotool(*arguments: object) -> None:
+    subprocess.run(["xdotool", *map(str, arguments)], check=True)
+
+
+def press_key(name: str) -> None:
+    xdotool("key", name)
+
+
+def type_text(text: str) -> None:
+    xdotool("type", "--delay", 5, text)
+
+
+def middle(control: Atspi.Accessible) -> tuple[int, int]:
+    box = control.get_extents(Atspi.CoordType.SCREEN)
+    return box.x + box.width // 2, box.y + box.height // 2
+
+
+def click(control: Atspi.Accessible, times: int = 1) -> None:
+    xdotool("mousemove", *middle(control), "click", "--repeat", times, "--delay", 50, 1)
+
+
+# ---- controls ------------------------------------------------------------------------------------
+
+
+def descendants(control: Atspi.Accessible) -> Iterator[Atspi.Accessible]:
+    for index in range(control.get_child_count()):
+        if child := control.get_child_at_index(index):
+            yield child
+            yield from descendants(child)
+
+
+def has_state(control: Atspi.Accessible, state: Atspi.StateType) -> bool:
+    return control.get_state_set().contains(state)
+
+
+class Vantreo:
+    """The program, started through its launcher, and its window.
+
+    A context manager: leaving it kills the program if that still runs.
+    """
+
+    def __init__(self, folder: Path | None = None) -> None:
+        """Starts the program in `folder`, or the current one, and waits for its window.
+
+        It gets one processor, so that a conversion lasts about as long on every machine.
+        """
+        processor = random.choice(list(os.sched_getaffinity(0)))
+        self._process = subprocess.Popen(
+            ["taskset", "--cpu-list", str(processor), LAUNCHER], cwd=folder
+        )
+        try:
+            self._application = wait_for(self._find_application, "the program")
+            self._page = wait_for(self._find_convert_page, "the Convert page")
+            wait_for(lambda: has_state(self.frame, Atspi.StateType.ACTIVE), "the active window")
+        except BaseException:
+            self._kill()
+            raise
+
+    def __enter__(self) -> "Vantreo":
+        return self
+
+    def __exit__(self, *_: object) -> None:
+        self._kill()
+
+    def _kill(self) -> None:
+        self._process.kill()
+        self._process.wait()
+
+    def _find_application(self) -> Atspi.Accessible | None:
+        desktop = Atspi.get_desktop(0)
+        desktop.clear_cache()
+        for index in range(desktop.get_child_count()):
+            application = desktop.get_child_at_index(index)
+            if application and application.get_process_id() == self._process.pid:
+                return application
+        return None
+
+    def _find_convert_page(self) -> Atspi.Accessible | None:
+        for control in descendants(self.frame):
+            if control.get_role() == Atspi.Role.PAGE_TAB:
+                return control.get_child_at_index(0)
+        return None
+
+    def _windows(self) -> list[Atspi.Accessible]:
+        application = self._application
+        # Without this the bus's client answers what it has read before.
+        application.clear_cache()
+        windows = map(application.get_child_at_index, range(application.get_child_count()))
+        return [window for window in windows if window]
+
+    def _control(self, role: Atspi.Role, index: int = 0) -> Atspi.Accessible:
+        """The Convert page's control of that role and place among its like."""
+        page = self._page
+        page.clear_cache()
+        controls = map(page.get_child_at_index, range(page.get_child_count()))
+        return [control for control in controls if control.get_role() == role][index]
+
+    # ---- the controls ----------------------------------------------------------------------------
+
+    @property
+    def frame(self) -> Atspi.Accessible:
+        return next(w for w in self._windows() if w.get_role() == Atspi.Role.FRAME)
+
+    @property
+    def dialog(self) -> Atspi.Accessible | None:
+        """The dialog or message box in front of the window, once it takes input."""
+        for window in self._windows():
+            if window.get_role() != Atspi.Role.FRAME and has_state(window, Atspi.StateType.ACTIVE):
+                return window
+        return None
+
+    @property
+    def movie_list(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.SCROLL_PANE).get_child_at_index(0)
+
+    def movie_entry(self, row: int) -> Atspi.Accessible:
+        return Atspi.Table.get_accessible_at(self.movie_list, row, 0)
+
+    @property
+    def output_field(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.TEXT)
+
+    @property
+    def movies_button(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.PUSH_BUTTON, 0)
+
+    @property
+    def output_button(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.PUSH_BUTTON, 1)
+
+    @property
+    def convert_button(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.PUSH_BUTTON, 2)
+
+    # ---- what the window shows -------------------------------------------------------------------
+
+    @property
+    def title(self) -> str:
+        return self.frame.get_name()
+
+    @property
+    def movie_count(self) -> int:
+        return Atspi.Table.get_n_rows(self.movie_list)
+
+    @property
+    def movies(self) -> list[str]:
+        return [self.movie_entry(row).get_name() for row in range(self.movie_count)]
+
+    @property
+    def output_folder(self) -> str:
+        return Atspi.Text.get_text(self.output_field, 0, -1)
+
+    @property
+    def status(self) -> str:
+        return self._control(Atspi.Role.LABEL, 0).get_name()
+
+    @property
+    def percent(self) -> str:
+        return self._control(Atspi.Role.LABEL, 1).get_name()
+
+    @property
+    def elapsed(self) -> str:
+        return self._control(Atspi.Role.LABEL, 3).get_name()
+
+    @property
+    def remaining(self) -> str:
+        return self._control(Atspi.Role.LABEL, 5).get_name()
+
+    @property
+    def gauge(self) -> float:
+        """How much of the progress bar is filled, from 0 to 1."""
+        return Atspi.Value.get_current_value(self._control(Atspi.Role.PROGRESS_BAR))
+
+    @property
+    def is_running(self) -> bool:
+        return self.convert_button.get_name() == "Cancel"
+
+    def picture(self) -> GdkPixbuf.Pixbuf:
+        """The window with its frame, as the screen shows it once nothing moves on it."""
+        box = self.frame.get_extents(Atspi.CoordType.SCREEN)
+        screen = Gdk.get_default_root_window()
+        picture, since = None, 0.0
+
+        def at_rest() -> bool:
+            nonlocal picture, since
+            last = picture
+            picture = Gdk.pixbuf_get_from_window(screen, box.x, box.y, box.width, box.height)
+            if last is None or last.get_pixels() != picture.get_pixels():
+                since = time.monotonic()
+            return time.monotonic() - since > REST_SECONDS
+
+        wait_for(at_rest, "a window at rest")
+        return picture
+
+    # ---- what a person does ----------------------------------------------------------------------
+
+    def wait_for_status(self, status: str, seconds: float = 15) -> None:
+        wait_for(lambda: self.status == status, f'the status "{status}"', seconds)
+
+    def wait_for_dialog(self) -> Atspi.Accessible:
+        return wait_for(lambda: self.dialog, "a dialog")
+
+    def wait_for_no_dialog(self) -> None:
+        wait_for(lambda: self.dialog is None, "the end of the dialog")
+
+    def press_convert(self) -> None:
+        click(self.convert_button)
+
+    def convert(self) -> None:
+        """Converts the movies of the list; the run must end well."""
+        self.press_convert()
+        self.wait_for_status("Conversion completed!", 60)
+
+    def answer(self, button: str) -> str:
+        """Presses a button of the message box in front of the window; returns the box's text."""
+        controls = list(descendants(self.wait_for_dialog()))
+        labels = [c.get_name() for c in controls if c.get_role() == Atspi.Role.LABEL]
+        click(
+            next(
+                control
+                for control in controls
+                if control.get_role() == Atspi.Role.PUSH_BUTTON and control.get_name() == button
+            )
+        )
+        self.wait_for_no_dialog()
+        return "\n".join(filter(None, labels))
+
+    def enter_path(self, path: Path) -> None:
+        """Types a path into the open file or folder dialog and accepts it."""
+        dialog = self.wait_for_dialog()
+        type_text(str(path))
+
+        def is_entered(control: Atspi.Accessible) -> bool:
+            # The dialog may add a slash to the name of a folder.
+            return (
+                control.get_role() == Atspi.Role.TEXT
+                and Atspi.Text.get_text(control, 0, -1).rstrip("/") == str(path)
+                and has_state(control, Atspi.StateType.FOCUSED)
+            )
+
+        wait_for(lambda: any(map(is_entered, descendants(dialog))), f"{path} in the dialog")
+        press_key("Return")
+        self.wait_for_no_dialog()
+
+    def type_output_folder(self, folder: Path) -> None:
+        click(self.output_field)
+        press_key("ctrl+a")
+        type_text(str(folder))
+        wait_for(lambda: self.output_folder == str(folder), f"{folder} in the output field")
+
+    def drop(self, paths: Iterable[Path], target: Atspi.Accessible) -> float:
+        """Drags files from another window onto a control.
+
+        Returns the reading of the monotonic clock just before the mouse button is released.
+        """
+        x, y = middle(target)
+        with subprocess.Popen(
+            [sys.executable, DRAG_SOURCE], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True
+        ) as source:
+
+            def expect(word: str) -> None:
+                # The source ends, with another word, when nothing happens for long.
+                if (told := source.stdout.readline().strip()) != word:
+                    raise NotSeen(f'not seen in the drag: "{word}", but "{told}"')
+
+            source.stdin.write("\0".join(map(str, paths)))
+            source.stdin.close()
+            expect("ready")
+            xdotool("mousemove", 30, 30, "mousedown", 1)
+            try:
+                xdotool("mousemove", 50, 50)
+                expect("begun")
+                xdotool("mousemove", x, y)
+                expect("accepted")
+                released = time.monotonic()
+            finally:
+                xdotool("mouseup", 1)
+            expect("dropped")
+        return released
+
+    def close(self) -> None:
+        """Asks the window manager to close the window."""
+        press_key("alt+F4")
+
+    def wait_for_end(self, seconds: float = 15) -> int:
+        """Returns the program's exit status."""
+        return self._process.wait(seconds)

@@ -1,0 +1,98 @@
+"""What comes out of a run."""
+
+import subprocess
+import unittest
+
+from driver import Vantreo
+from samples import SUBTITLES, describe, make_film
+from window_case import WindowCase
+
+
+class Conversion(WindowCase):
+    def setUp(self) -> None:
+        super().setUp()
+        self.film = make_film(self.movies / "film.mkv", 2)
+        self.result = self.output / "film.mp4"
+
+    def open_with_film(self) -> Vantreo:
+        window = self.open_window()
+        window.drop([self.film], window.movie_list)
+        return window
+
+    def test_subtitles_beside_a_film_become_a_text_track(self) -> None:
+        self.film.with_suffix(".srt").write_text(SUBTITLES)
+        self.open_with_film().convert()
+
+        self.assertEqual(
+            describe(self.result),
+            "h264 Constrained Baseline level 30 yuv420p, 320x240, 25.00 fps, 2 s,"
+            " aac LC 44100 Hz stereo, mov_text (tx3g) subtitles",
+        )
+        track = subprocess.run(
+            ["ffmpeg", "-v", "error", "-i", self.result, "-f", "srt", "-"],
+            check=True,
+            stdout=subprocess.PIPE,
+            text=True,
+        )
+        self.assertEqual(track.stdout.strip(), SUBTITLES.strip())
+
+    def test_a_strange_file_name_is_kept(self) -> None:
+        stem = "we\"ird\\ name's 100% ünï – $HOME"
+        self.film = self.film.rename(self.movies / f"{stem}.avi")
+        self.open_with_film().convert()
+
+        self.assertEqual(self.output_names(), [f"{stem}.mp4"])
+
+    def test_no_to_overwriting_leaves_the_file(self) -> None:
+        self.result.write_text("kept")
+        window = self.open_with_film()
+        window.press_convert()
+
+        self.assertIn(f"{self.result}:\n", window.answer("No"))
+        window.wait_for_status("Conversion canceled")
+        self.assertFalse(window.is_running)
+        self.assertEqual(self.result.read_text(), "kept")
+
+    def test_yes_to_overwriting_replaces_the_file(self) -> None:
+        self.result.write_text("replaced")
+        window = self.open_with_film()
+        window.press_convert()
+
+        self.assertIn(f"{self.result}:\n", window.answer("Yes"))
+        window.wait_for_status("Conversion completed!", 60)
+        self.assertIn("320x240, 25.00 fps, 2 s", describe(self.result))
+
+    def test_the_tools_of_the_current_folder_are_never_run(self) -> None:
+        tools = self.movies / "Vantreo.app" / "Contents" / "Resources"
+        tools.mkdir(parents=True)
+        trace = self.movies / "trace"
+        for name in ("ffmpeg", "MP4Box"):
+            (tools / name).write_text(f'#!/bin/sh\necho "$0" >>"{trace}"\n')
+            (tools / name).chmod(0o755)
+        window = self.open_window(self.movies)
+        window.drop([self.film], window.movie_list)
+        window.convert()
+
+        self.assertFalse(trace.exists())
+        self.assertEqual(self.output_names(), ["film.mp4"])
+
+    def test_a_bad_movie_stops_the_run_before_any_conversion(self) -> None:
+        bad = self.movies / "second.avi"
+        bad.write_text("no movie\n")
+        third = make_film(self.movies / "third.mkv", 2)
+        window = self.open_window()
+        window.drop([self.film, bad, third], window.movie_list)
+        window.press_convert()
+
+        self.assertEqual(
+            window.answer("OK"),
+            f"{bad}:\nError: The movie file you have selected is not valid."
+            " Please select another one.",
+        )
+        window.wait_for_status("Conversion canceled")
+        self.assertFalse(window.is_running)
+        self.assertEqual(self.output_names(), [])
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,33 @@
+#include "input/movie_list.h"
+
+#include <gtest/gtest.h>
+
+#include "support/temporary_folder.h"
+
+namespace {
+
+wxArrayString list(std::initializer_list<wxString> paths) {
+    wxArrayString result;
+    for (const wxString& path : paths)
+        result.Add(path);
+    return result;
+}
+
+}  // namespace
+
+TEST(NewMovies, KeepTheirOrder) {
+    EXPECT_EQ(new_movies(list({}), list({"/c", "/a", "/b"})), list({"/c", "/a", "/b"}));
+}
+
+TEST(NewMovies, LeaveOutWhatTheListHolds) {
+    EXPECT_EQ(new_movies(list({"/a", "/b"}), list({"/b", "/c", "/a"})), list({"/c"}));
+}
+
+TEST(NewMovies, LeaveOutWhatComesTwice) {
+    EXPECT_EQ(new_movies(list({}), list({"/a", "/a"})), list({"/a"}));
+}
+
+TEST(NewMovies, DoNotTellLetterCaseApart) {
+    EXPECT_EQ(new_movies(list({L"/\u00c9t\u00e9.AVI"}), list({L"/\u00e9T\u00c9.avi", "/x", "/X"})),
+              list({"/x"}));
+}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <wx/modalhook.h>
+#include <wx/string.h>
+
+#include <functional>
+#include <vector>
+
+#include "app/Vantreo.h"
+#include "support/temporary_folder.h"
+
+/// Runs the event loop until `condition` holds; false when it does not within `seconds`.
+bool wait_until(const std::function<bool()>& condition, double seconds = 10.0);
+
+/// Runs the event loop until nothing is left to do at once.
+void run_pending_events();
+
+/// Answers every dialog that the program shows, and remembers it.
+class DialogAnswers : public wxModalDialogHook {
+  public:
+    DialogAnswers() { Register(); }
+
+    struct Shown {
+        wxString text;     ///< a message's text
+        wxString caption;  ///< empty everywhere
+        long style;
+        wxWindow* parent;
+    };
+
+    std::vector<Shown> shown;
+
+    /// What the next dialogs are answered with, in order; wxID_CANCEL beyond the last one.
+    std::vector<int> answers;
+
+    /// Called while a dialog counts as open.
+    std::function<void()> whileOpen;
+
+  protected:
+    int Enter(wxDialog* dialog) override;
+};
+
+/// The real frame with doubles for its two tools. The program's folder, the settings and the tools'
+/// instructions are fresh for each test.
+class FrameTest : public testing::Test {
+  protected:
+    FrameTest();
+    ~FrameTest() override;
+
+    /// Makes and shows the frame as the program does; settings are written before.
+    void start();
+
+    /// Closes the frame and lets the toolkit destroy it.
+    void close();
+
+    void setting(const wxString& key, const wxString& value);
+    /// What the settings file holds now.
+    wxString stored(const wxString& key);
+
+    // ---- the tools' doubles
+
+    void remove_tool(const wxString& name);
+    /// Lets probes report this; an ordinary 120 s film by default.
+    void report(const wxString& text) { doubles.write("report", text); }
+    /// Lets transcodes print this on their error stream.
+    void convert_prints(const wxString& text) { doubles.write("convert", text); }
+    /// Keeps the transcodes (or "MP4Box": the muxes) running until `release`.
+    void hold(const wxString& tool = "ffmpeg");
+    void release(const wxString& tool = "ffmpeg");
+    /// Command lines of the tools so far; fields are separated by a blank.
+    std::vector<wxString> calls();
+    /// The same in short: "probe a.avi", "convert a.avi" or "mux a.srt".
+    std::vector<wxString> steps();
+    bool wait_for_steps(size_t count);
+
+    // ---- what a person does
+
+    void press(wxButton* button);
+    void add(std::initializer_list<wxString> movies);
+    /// A press of Convert with `movies`, up to the moment when the first transcode runs.
+    void start_run(std::initializer_list<wxString> movies);
+    bool running();
+
+    wxString status();
+
+    TemporaryFolder program;  ///< the current folder, with Vantreo.app in it
+    TemporaryFolder doubles;  ///< what the tools' doubles read and write
+    TemporaryFolder movies;
+    TemporaryFolder out;
+    DialogAnswers dialogs;
+    Vantreo* frame = nullptr;
+};

@@ -1,0 +1,166 @@
+// The runners with real child processes.
+
+#include <wx/msgdlg.h>
+#include <wx/utils.h>
+
+#include <memory>
+
+#include "convert/Movie.h"
+#include "support/frame_test.h"
+#include "tools/FFmpeg.h"
+#include "tools/MP4Box.h"
+
+namespace {
+
+class Runner : public FrameTest {
+  protected:
+    void SetUp() override {
+        start();
+        // The frame takes the job as the one it is probing, and stops at its error.
+        job = std::make_unique<Movie>(frame, "", "", 0);
+        job->mode = "infos";
+        job->infos = "(not called)";
+        frame->movies = {job.get()};
+        dialogs.answers = {wxID_OK};
+    }
+
+    void TearDown() override { frame->movies.clear(); }
+
+    /// Runs a shell script as the tool and returns what the job was told at its end.
+    template <class Tool>
+    wxString end_of(const wxString& script) {
+        Tool tool(job.get());
+        job->ffmpeg = &tool;
+        tool.Run(shell(script));
+        EXPECT_GT(tool.GetPid(), 0);
+        EXPECT_FALSE(tool.Ended());
+        EXPECT_TRUE(wait_until([&] { return tool.Ended(); }));
+        EXPECT_EQ(tool.GetPid(), 0);
+        return job->infos;
+    }
+
+    static wxString shell(const wxString& script) { return "sh -c \"" + script + "\""; }
+
+    std::unique_ptr<Movie> job;
+};
+
+}  // namespace
+
+TEST_F(Runner, HandsOverTheErrorStreamAndOneLineEnd) {
+    EXPECT_EQ(end_of<FFmpeg>("echo out; printf 'err 1\\\\nerr 2' >&2"), "err 1\nerr 2\n");
+}
+
+TEST_F(Runner, HandsOverTheStandardOutputOfMP4Box) {
+    EXPECT_EQ(end_of<MP4Box>("echo err >&2; printf out"), "out\n");
+}
+
+TEST_F(Runner, HandsOverNothingForASilentTool) {
+    EXPECT_EQ(end_of<FFmpeg>("echo out; exit 3"), "");
+}
+
+TEST_F(Runner, HandsOverNothingForASilentMP4Box) {
+    EXPECT_EQ(end_of<MP4Box>("echo err >&2"), "");
+}
+
+TEST_F(Runner, HandsOverNothingForAToolThatIsMissing) {
+    FFmpeg tool(job.get());
+    job->ffmpeg = &tool;
+    tool.Run("/no/such/tool -i \"x\"");
+    EXPECT_TRUE(wait_until([&] { return tool.Ended(); }));
+}
+
+TEST_F(Runner, WidensBytesBeyondAscii) {
+    EXPECT_EQ(end_of<FFmpeg>("printf 'a\\\\303\\\\251b' >&2"),
+              wxString("a") + wxUniChar(0xFFC3) + wxUniChar(0xFFA9) + "b\n");
+}
+
+TEST_F(Runner, MeasuresTheRun) {
+    FFmpeg tool(job.get());
+    job->ffmpeg = &tool;
+    const wxStopWatch watch;
+    tool.Run(shell("read line"));  // waits until its standard input closes
+    ASSERT_FALSE(wait_until([&] { return tool.Ended(); }, 0.3));
+    tool.CloseOutput();
+    ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
+    EXPECT_GE(tool.millis, 300);
+    EXPECT_LE(tool.millis, watch.Time());
+}
+
+TEST_F(Runner, ReadsEverythingThatIsThereInOneGo) {
+    FFmpeg tool(job.get());
+    job->ffmpeg = &tool;
+    tool.Run(shell("printf 'time=1.00 bitrate=\\\\rtime=2.00 bitrate=\\\\rtime' >&2; read line"));
+    ASSERT_TRUE(wait_until([&] { return tool.IsErrorAvailable(); }));
+    EXPECT_EQ(tool.GetLine(), "time=1.00 bitrate=\rtime=2.00 bitrate=\rtime");
+    EXPECT_EQ(tool.GetLine(), "");
+    tool.CloseOutput();
+    ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
+}
+
+TEST_F(Runner, ReportsAPollWithoutNews) {
+    job->mode = "convert";
+    job->duration = 10;
+    FFmpeg tool(job.get());
+    job->ffmpeg = &tool;
+    EXPECT_TRUE(tool.RunWithUpdates(shell("read line")));
+    ASSERT_TRUE(wait_until([this] { return frame->GetTitle() == "0% - Vantreo"; }, 3.0));
+    EXPECT_GE(tool.millis, 900);
+    job->mode = "cancel";
+    tool.CloseOutput();
+    ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
+}
+
+TEST_F(Runner, PollsTheStandardOutputOfMP4BoxAlone) {
+    job->mode = "subtitle";
+    MP4Box tool(job.get());
+    job->mp4box = &tool;
+    tool.RunWithUpdates(
+        shell("echo 'ISO File Writing: (99/100)' >&2; echo 'ISO File Writing: (7/100)'; read x"));
+    ASSERT_TRUE(wait_until([this] { return frame->GetTitle() != "Vantreo"; }, 3.0));
+    EXPECT_EQ(frame->GetTitle(), "7% - Vantreo");
+    EXPECT_TRUE(tool.IsErrorAvailable()) << "the error stream is not read";
+    job->mode = "cancel";
+    tool.CloseOutput();
+    ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
+}
+
+TEST_F(Runner, StopsPollingAtTheEnd) {
+    job->mode = "convert";
+    job->duration = 10;
+    job->ffmpeg = nullptr;
+    FFmpeg tool(job.get());
+    job->ffmpeg = &tool;
+    job->mode = "cancel";
+    tool.RunWithUpdates(shell("true"));
+    ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
+    const long millis = tool.millis;
+    EXPECT_FALSE(wait_until([&] { return tool.millis != millis; }, 1.5));
+}
+
+TEST_F(Runner, StopEndsEveryFFmpegAndNoMP4Box) {
+    job->mode = "cancel";
+    hold();
+    hold("MP4Box");
+    FFmpeg transcoder(job.get());
+    FFmpeg other(job.get());
+    MP4Box muxer(job.get());
+    for (FFmpeg* tool : {&transcoder, &other})
+        tool->Run("Vantreo.app/Contents/Resources/ffmpeg -y a b");
+    muxer.Run("Vantreo.app/Contents/Resources/MP4Box -add a b");
+    ASSERT_TRUE(wait_until([this] { return calls().size() == 3; }));
+    muxer.Stop();
+    EXPECT_TRUE(wait_until([&] { return transcoder.Ended() && other.Ended(); }, 1.0));
+    EXPECT_FALSE(muxer.Ended());
+    release("MP4Box");
+    EXPECT_TRUE(wait_until([&] { return muxer.Ended(); }));
+}
+
+TEST_F(Runner, LeavesNoPipeOpenBehindAnEndedTool) {
+    FFmpeg tool(job.get());
+    job->ffmpeg = &tool;
+    tool.Run(shell("true"));
+    ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
+    EXPECT_EQ(tool.GetErrorStream(), nullptr);
+    EXPECT_EQ(tool.GetInputStream(), nullptr);
+    EXPECT_EQ(tool.GetOutputStream(), nullptr);
+}
