@@ -13,7 +13,9 @@ FFmpeg::FFmpeg(Movie* job) : wxProcess(nullptr, wxID_ANY), movie(job) {
 void FFmpeg::Run(const wxString& command) {
     millis = 0;
     watch.Start(0);
+    starting = true;
     SetPid(wxExecute(command, wxEXEC_ASYNC, this));
+    starting = false;
 }
 
 bool FFmpeg::RunWithUpdates(const wxString& command) {
@@ -47,12 +49,23 @@ void FFmpeg::OnTimer(wxTimerEvent&) {
     ReportPoll(GetLine());
 }
 
-void FFmpeg::OnTerminate(int, int) {
+void FFmpeg::OnTerminate(int pid, int status) {
+    if (PostponedEnd(pid, status))
+        return;
     FreezeTime();
     wxString rest = GetLine();
     if (!rest.empty())
         rest += "\n";
     ReportEnd(rest);
+}
+
+/// The toolkit reports a child that ends at once from inside wxExecute. That end is delivered from
+/// the event loop like every other one: the runner is set up by then, and a long list of such
+/// children does not nest their continuations.
+bool FFmpeg::PostponedEnd(int pid, int status) {
+    if (starting)
+        CallAfter([this, pid, status] { OnTerminate(pid, status); });
+    return starting;
 }
 
 bool FFmpeg::Ended() const {

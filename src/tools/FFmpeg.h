@@ -10,9 +10,10 @@ class Movie;
 /// stream to a Movie. Everything happens on the GUI thread; the exit status is not looked at.
 ///
 /// Callbacks: after `RunWithUpdates`, `Movie::OnFFmpegUpdate` once a second while the child runs;
-/// at the child's end, exactly once, `Movie::OnFFmpegTerminate`. A child that could not be started
-/// calls neither. Inside a callback the job may start another runner but must not free this one:
-/// its owner frees a runner only once it has `Ended`.
+/// at the child's end, exactly once, `Movie::OnFFmpegTerminate`. Both come from the event loop,
+/// never from inside `Run`. A child that could not be started calls neither. Inside a callback the
+/// job may start another runner but must not free this one: its owner frees a runner only once it
+/// has `Ended`.
 class FFmpeg : public wxProcess {
   public:
     /// `job` is not owned and must outlive the runner.
@@ -51,6 +52,9 @@ class FFmpeg : public wxProcess {
 
     void ReportPoll(const wxString& text);
 
+    /// True when this end came too early and will be delivered once more.
+    bool PostponedEnd(int pid, int status);
+
     /// First and last step of a child's end.
     void FreezeTime();
     void ReportEnd(const wxString& rest);
@@ -62,5 +66,6 @@ class FFmpeg : public wxProcess {
   private:
     void ClosePipes();
 
+    bool starting = false;  ///< inside wxExecute
     bool reportingEnd = false;
 };

@@ -15,7 +15,9 @@ void MP4Box::OnTimer(wxTimerEvent&) {
     ReportPoll(GetLine());
 }
 
-void MP4Box::OnTerminate(int, int) {
+void MP4Box::OnTerminate(int pid, int status) {
+    if (PostponedEnd(pid, status))
+        return;
     FreezeTime();
     wxString rest = GetLine();
     if (!rest.empty())

@@ -2,6 +2,7 @@
 
 #include <wx/app.h>
 #include <wx/msgdlg.h>
+#include <wx/weakref.h>
 
 #include "support/frame_test.h"
 
@@ -11,18 +12,14 @@ class Closing : public FrameTest {
   protected:
     /// Closes like a person; true when the window goes away.
     bool close_window() {
-        bool gone = false;
-        frame->Bind(wxEVT_DESTROY, [&](wxWindowDestroyEvent& event) {
-            gone = gone || event.GetEventObject() == frame;
-            event.Skip();
-        });
+        const wxWeakRef<Vantreo> window(frame);
         frame->Close();
         run_pending_events();
-        if (gone) {
+        if (!window) {
             frame = nullptr;
             wxTheApp->SetTopWindow(nullptr);
         }
-        return gone;
+        return !window;
     }
 };
 

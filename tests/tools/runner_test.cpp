@@ -69,6 +69,16 @@ TEST_F(Runner, HandsOverNothingForAToolThatIsMissing) {
     EXPECT_TRUE(wait_until([&] { return tool.Ended(); }));
 }
 
+TEST_F(Runner, HearsFromToolsThatEndAtOnceThroughTheEventLoopOnly) {
+    job->mode = "cancel";
+    for (int i = 0; i < 200; ++i) {
+        FFmpeg tool(job.get());
+        tool.Run("true");
+        ASSERT_FALSE(tool.Ended()) << "the end was reported before Run returned";
+        ASSERT_TRUE(wait_until([&] { return tool.Ended(); })) << "run " << i;
+    }
+}
+
 TEST_F(Runner, WidensBytesBeyondAscii) {
     EXPECT_EQ(end_of<FFmpeg>("printf 'a\\\\303\\\\251b' >&2"),
               wxString("a") + wxUniChar(0xFFC3) + wxUniChar(0xFFA9) + "b\n");
