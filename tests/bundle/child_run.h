@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 /// How long a test waits for anything before it counts as a failure.
 inline constexpr std::chrono::seconds kDeadline{20};

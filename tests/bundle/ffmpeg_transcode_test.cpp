@@ -57,6 +57,10 @@ struct Format {
     std::vector<std::string> coding;
 };
 
+void PrintTo(const Format& format, std::ostream* out) {
+    *out << format.name;
+}
+
 class TranscodeOf : public Transcode, public testing::WithParamInterface<Format> {};
 
 TEST_P(TranscodeOf, GivesAFilmForTheDevices) {

@@ -6,7 +6,7 @@
 #include <cstdlib>
 
 #include "child_run.h"
-#include "temporary_folder.h"
+#include "support/temporary_folder.h"
 
 namespace bundle {
 namespace {

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <wx/cmdline.h>
 
-#include "support/temporary_folder.h"
+#include "support/folder.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "convert/Movie.h"
-#include "support/temporary_folder.h"
+#include "support/folder.h"
 
 namespace {
 
@@ -23,8 +23,8 @@ class MovieProbe : public testing::Test {
         job.InfosProcess();
     }
 
-    TemporaryFolder movies;
-    TemporaryFolder out;
+    Folder movies;
+    Folder out;
 };
 
 }  // namespace

@@ -291,7 +291,7 @@ TEST_F(Queue, StartsAgainAfterACancel) {
 
 TEST_F(Queue, TakesFolderAndDeviceFromTheWindow) {
     start();
-    TemporaryFolder other;
+    Folder other;
     frame->textOutput->SetValue(other.path());
     frame->comboboxOptimize->SetSelection(1);
     ASSERT_TRUE(run({"a.avi"}, kCompleted));

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "convert/Movie.h"
-#include "support/temporary_folder.h"
+#include "support/folder.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <map>
 
 #include "i18n/table.h"
-#include "support/temporary_folder.h"
+#include "support/folder.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <set>
 #include <vector>
 
-#include "support/temporary_folder.h"
+#include "support/folder.h"
 
 namespace {
 

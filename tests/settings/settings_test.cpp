@@ -7,7 +7,7 @@
 
 #include <memory>
 
-#include "support/temporary_folder.h"
+#include "support/folder.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ class Settings : public testing::Test {
                                               wxCONFIG_USE_LOCAL_FILE, wxConvAuto());
     }
 
-    TemporaryFolder folder;
+    Folder folder;
     wxString defaultLanguage = "English";
 };
 

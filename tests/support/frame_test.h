@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "app/Vantreo.h"
-#include "support/temporary_folder.h"
+#include "support/folder.h"
 
 /// Runs the event loop until `condition` holds; false when it does not within `seconds`.
 bool wait_until(const std::function<bool()>& condition, double seconds = 10.0);
@@ -83,10 +83,10 @@ class FrameTest : public testing::Test {
 
     wxString status();
 
-    TemporaryFolder program;  ///< the current folder, with Vantreo.app in it
-    TemporaryFolder doubles;  ///< what the tools' doubles read and write
-    TemporaryFolder movies;
-    TemporaryFolder out;
+    Folder program;  ///< the current folder, with Vantreo.app in it
+    Folder doubles;  ///< what the tools' doubles read and write
+    Folder movies;
+    Folder out;
     DialogAnswers dialogs;
     Vantreo* frame = nullptr;
 };

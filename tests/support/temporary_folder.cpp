@@ -1,40 +1,39 @@
 #include "support/temporary_folder.h"
 
-#include <wx/ffile.h>
-
+#include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <string>
+#include <stdexcept>
 
 TemporaryFolder::TemporaryFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "vantreo-test-XXXXXX").string();
-    if (mkdtemp(name.data()) == nullptr)
-        std::abort();
-    folder = wxString::FromUTF8(name.c_str());
+    std::string path = (std::filesystem::temp_directory_path() / "tool test XXXXXX").string();
+    if (::mkdtemp(path.data()) == nullptr) {
+        throw std::runtime_error("no temporary folder");
+    }
+    path_ = path;
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
-    std::filesystem::remove_all(folder.utf8_string(), ignored);
+    std::filesystem::remove_all(path_, ignored);
 }
 
-wxString TemporaryFolder::file(const wxString& name) const {
-    return folder + "/" + name;
+std::string TemporaryFolder::write(const std::string& name, const std::string& content) const {
+    std::ofstream(path_ / name, std::ios::binary) << content;
+    return *this / name;
 }
 
-wxString TemporaryFolder::write(const wxString& name, const wxString& content) const {
-    wxFFile out(file(name), "wb");
-    out.Write(content, wxConvUTF8);
-    return file(name);
+std::vector<std::string> TemporaryFolder::names() const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
 }
 
-wxString file_text(const wxString& path) {
-    std::ifstream in(path.utf8_string(), std::ios::binary);
-    return wxString::FromUTF8(std::string(std::istreambuf_iterator<char>(in), {}));
-}
-
-void PrintTo(const wxString& text, std::ostream* out) {
-    *out << '"' << text.utf8_string() << '"';
+std::string content_of(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
 }

@@ -1,31 +1,30 @@
 #pragma once
 
-#include <wx/string.h>
+#include <filesystem>
+#include <string>
+#include <vector>
 
-#include <ostream>
-
-/// A folder of its own, removed with everything in it at the end.
+/// A folder with a blank in its name that goes, with all it holds, at the end of the test.
 class TemporaryFolder {
   public:
     TemporaryFolder();
-    ~TemporaryFolder();
     TemporaryFolder(const TemporaryFolder&) = delete;
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder();
 
-    const wxString& path() const { return folder; }
+    /// The full path of `name` in the folder.
+    std::string operator/(const std::string& name) const { return (path_ / name).string(); }
+    const std::filesystem::path& path() const { return path_; }
 
-    /// Full path of `name` in the folder.
-    wxString file(const wxString& name) const;
+    /// Writes a file and returns its full path.
+    std::string write(const std::string& name, const std::string& content) const;
 
-    /// Writes a file of that name and returns its full path.
-    wxString write(const wxString& name, const wxString& content = "x") const;
+    /// The names of all that lies in the folder, sorted.
+    std::vector<std::string> names() const;
 
   private:
-    wxString folder;
+    std::filesystem::path path_;
 };
 
-/// The whole file as text; empty when there is none.
-wxString file_text(const wxString& path);
-
-/// Prints wide texts readably when an expectation fails.
-void PrintTo(const wxString& text, std::ostream* out);
+/// The content of a file; empty when it can't be read.
+std::string content_of(const std::string& path);

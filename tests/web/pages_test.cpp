@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/temporary_folder.h"
+#include "support/folder.h"
 
 TEST(Pages, OfOneLinkHaveNoClosingBodyTag) {
     EXPECT_EQ(link_page(wxColour(0xF6, 0xF5, 0xF4), "http://x/Translations", "Translate!"),

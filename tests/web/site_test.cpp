@@ -4,7 +4,7 @@
 #include <wx/utils.h>
 
 #include "app/build_facts.h"
-#include "support/temporary_folder.h"
+#include "support/folder.h"
 
 TEST(Site, AlwaysEndsInASlash) {
     wxSetEnv("VANTREO_SITE", "http://127.0.0.1:8080");
