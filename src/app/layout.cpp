@@ -13,6 +13,7 @@
 #include <wx/textctrl.h>
 
 #include "app/Vantreo.h"
+#include "convert/devices.h"
 #include "input/DnDtextMovies.h"
 #include "input/DnDtextOutput.h"
 
@@ -42,19 +43,11 @@ wxHtmlWindow* html_box(wxWindow* parent, const wxPoint& position, const wxSize& 
     return box;
 }
 
-/// The device whose index the setting holds; the first one for an index that no device has.
-wxString stored_device(const wxArrayString& devices, const wxString& setting) {
-    const int index = wxAtoi(setting);
-    const bool known = index >= 0 && static_cast<size_t>(index) < devices.size();
-    return devices[known ? static_cast<size_t>(index) : 0];
-}
-
 wxArrayString device_names() {
-    wxArrayString devices;
-    devices.Add("iPhone 2g/3g/3gs & iPod touch");
-    devices.Add("iPhone 4 & iPod touch 4");
-    devices.Add("iPad");
-    return devices;
+    wxArrayString names;
+    for (const Device& device : kDevices)
+        names.Add(device.name);
+    return names;
 }
 
 }  // namespace
@@ -141,10 +134,9 @@ void Vantreo::layout_options_page() {
     htmlTranslations->Bind(wxEVT_HTML_LINK_CLICKED, &Vantreo::OnhtmlTranslations, this);
 
     labelOptimize = label(page, Translate("labelOptimize", 0), wxPoint(20, 75));
-    const wxArrayString devices = device_names();
-    comboboxOptimize =
-        new wxComboBox(page, wxID_ANY, stored_device(devices, config_read("Optimize")),
-                       wxPoint(160, 72), wxSize(210, 22), devices, wxCB_READONLY);
+    const size_t device = known_device(wxAtoi(config_read("Optimize")));
+    comboboxOptimize = new wxComboBox(page, wxID_ANY, kDevices[device].name, wxPoint(160, 72),
+                                      wxSize(210, 22), device_names(), wxCB_READONLY);
     comboboxOptimize->Bind(wxEVT_COMBOBOX, &Vantreo::OncomboboxOptimize, this);
 
     htmlSubtitle = html_box(page, wxPoint(380, 65), wxSize(200, 25), subtitle_page(*panelOptions));

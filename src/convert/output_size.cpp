@@ -1,17 +1,8 @@
 #include "convert/output_size.h"
 
-namespace {
+#include "convert/devices.h"
 
-int longest_side(int device) {
-    switch (device) {
-        case 1:
-            return 960;
-        case 2:
-            return 1024;
-        default:
-            return 480;
-    }
-}
+namespace {
 
 /// The side that goes with `limit` on the longer side, in single precision, cut off, made even.
 int shorter_side(int limit, int longer, int shorter) {
@@ -23,7 +14,7 @@ int shorter_side(int limit, int longer, int shorter) {
 }  // namespace
 
 FrameSize output_size(FrameSize source, int device) {
-    const int limit = longest_side(device);
+    const int limit = kDevices[known_device(device)].longest_side;
     if (source.width > source.height) {
         if (source.width > limit)
             return {limit, shorter_side(limit, source.width, source.height)};

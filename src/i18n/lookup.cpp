@@ -3,6 +3,7 @@
 #include <wx/tokenzr.h>
 
 #include "app/Vantreo.h"
+#include "convert/devices.h"
 #include "i18n/table.h"
 
 namespace {
@@ -32,16 +33,8 @@ int read_header(const wxString& header, const SettingReader& setting, const Lang
 /// Puts the chosen device's name into the Convert caption. A text that spells the device
 /// differently stays as it is.
 void name_device(wxString& text, const SettingReader& setting) {
-    switch (wxAtoi(setting("Optimize"))) {
-        case 1:
-            text.Replace("iPhone", "iPhone 4");
-            break;
-        case 2:
-            text.Replace("iPhone", "iPad");
-            break;
-        default:
-            break;
-    }
+    const std::size_t device = known_device(wxAtoi(setting("Optimize")));
+    text.Replace(kDevices[0].caption, kDevices[device].caption);
 }
 
 /// The text in column `selected` of the cells that follow a key, the English one if it is empty.
