@@ -83,16 +83,16 @@ class Vantreo : public wxFrame {
     /// The text of `key` in the language of the `Language` setting, in English where that language
     /// has none, "" for an unknown key. `fill` is not a language: 1 also appends the table's
     /// language names to `languages` and `languagesEnglish`; everyone but the constructor passes 0.
-    wxString Translate(wxString key, int fill);
+    wxString Translate(const wxString& key, int fill);
 
     void OncomboboxLanguages(wxCommandEvent& event);
 
     // ---- settings/settings.cpp ------------------------------------------------------------------
 
     /// The stored value, or the key's default, which is written back.
-    wxString config_read(wxString key);
+    wxString config_read(const wxString& key);
     /// Stores the pair and flushes the file; failures are ignored.
-    void config_write(wxString key, wxString value);
+    void config_write(const wxString& key, const wxString& value);
 
     // ---- convert/queue.cpp: the run -------------------------------------------------------------
 

@@ -13,8 +13,8 @@
 #include "tools/FFmpeg.h"
 #include "tools/MP4Box.h"
 
-Movie::Movie(Vantreo* owner, wxString source, wxString folder, int device)
-    : path(std::move(source)), frame(owner), output_dir(std::move(folder)), optimize(device) {}
+Movie::Movie(Vantreo* owner, const wxString& source, const wxString& folder, int device)
+    : path(source), frame(owner), output_dir(folder), optimize(device) {}
 
 Movie::~Movie() = default;
 

@@ -22,7 +22,7 @@ class Movie {
   public:
     /// `owner` receives all progress and completion calls and is not owned. `device` is the index
     /// of the device choice.
-    Movie(Vantreo* owner, wxString source, wxString folder, int device);
+    Movie(Vantreo* owner, const wxString& source, const wxString& folder, int device);
     ~Movie();
     Movie(const Movie&) = delete;
     Movie& operator=(const Movie&) = delete;

@@ -68,7 +68,7 @@ wxString lookup(const wxString& table, const wxString& key, const SettingReader&
     return wxEmptyString;
 }
 
-wxString Vantreo::Translate(wxString key, int fill) {
+wxString Vantreo::Translate(const wxString& key, int fill) {
     const LanguageLists lists{languages, languagesEnglish};
     return lookup(
         translation_table, key, [this](const wxString& name) { return config_read(name); },

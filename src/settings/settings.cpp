@@ -34,10 +34,10 @@ void write_setting(wxConfigBase& config, const wxString& key, const wxString& va
     config.Flush(false);
 }
 
-wxString Vantreo::config_read(wxString key) {
+wxString Vantreo::config_read(const wxString& key) {
     return read_setting(*config, key, defaultLanguage);
 }
 
-void Vantreo::config_write(wxString key, wxString value) {
+void Vantreo::config_write(const wxString& key, const wxString& value) {
     write_setting(*config, key, value);
 }

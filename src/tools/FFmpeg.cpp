@@ -32,10 +32,9 @@ wxString FFmpeg::ReadAvailable(wxInputStream& stream) {
     while (stream.CanRead()) {
         const int byte = stream.GetC();
         if (!stream.Eof()) {
-            // Widened to 16 bits with its sign. A full-width negative value would be no character
-            // at all, and the patterns would then refuse the whole text.
-            const auto widened = static_cast<std::uint16_t>(static_cast<signed char>(byte));
-            text += wxUniChar(widened);
+            // Widened with its sign, but to 16 bits only: a full-width negative value would be no
+            // character at all, and the patterns would then refuse the whole text.
+            text += wxUniChar(byte < 0x80 ? byte : 0xFF00 + byte);
         }
     }
     return text;

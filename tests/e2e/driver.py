@@ -2,6 +2,8 @@
 
 What the window shows is read from the accessibility bus; everything that is done to it is done with
 the pointer and the keyboard. To be used inside tests/with_display.
+
+The bus's client library remembers what it has read, so the cache is cleared before each reading.
 """
 
 import contextlib
@@ -115,7 +117,7 @@ class Vantreo:
         try:
             self._application = wait_for(self._find_application, "the program")
             self._page = wait_for(self._find_convert_page, "the Convert page")
-            wait_for(lambda: has_state(self.frame, Atspi.StateType.ACTIVE), "the active window")
+            wait_for(self._is_ready, "an active window in the middle of the screen")
         except BaseException:
             self._kill()
             raise
@@ -140,14 +142,21 @@ class Vantreo:
         return None
 
     def _find_convert_page(self) -> Atspi.Accessible | None:
-        for control in descendants(self.frame):
+        self._application.clear_cache()
+        for control in descendants(self._application):
             if control.get_role() == Atspi.Role.PAGE_TAB:
                 return control.get_child_at_index(0)
         return None
 
+    def _is_ready(self) -> bool:
+        """Whether the window takes input, and stands where the program moves it after it shows."""
+        x, y = middle(self.frame)
+        screen = Gdk.get_default_root_window()
+        centred = abs(x - screen.get_width() // 2) <= 1 and abs(y - screen.get_height() // 2) <= 1
+        return centred and has_state(self.frame, Atspi.StateType.ACTIVE)
+
     def _windows(self) -> list[Atspi.Accessible]:
         application = self._application
-        # Without this the bus's client answers what it has read before.
         application.clear_cache()
         windows = map(application.get_child_at_index, range(application.get_child_count()))
         return [window for window in windows if window]
