@@ -2,6 +2,7 @@
 
 #include <gtk/gtk.h>
 #include <wx/frame.h>
+#include <wx/panel.h>
 
 namespace {
 
@@ -9,9 +10,10 @@ namespace {
 constexpr int kTextDpi = 80;
 
 constexpr const char* kStyleSheet = R"css(
-notebook > stack, notebook > stack > * { background-color: @theme_bg_color; }
-entry, combobox button, button.combo { min-height: 0; padding-top: 0; padding-bottom: 0; }
+entry { min-height: 0; padding-top: 0; padding-bottom: 0; }
 button { min-height: 0; padding-top: 2px; padding-bottom: 2px; }
+combobox entry { padding-left: 4px; padding-right: 0; }
+combobox button { padding: 0 2px; }
 progressbar trough, progressbar progress { min-height: 13px; }
 )css";
 
@@ -20,8 +22,12 @@ progressbar trough, progressbar progress { min-height: 13px; }
 void apply_gtk_look() {
     g_object_set(gtk_settings_get_default(), "gtk-xft-dpi", kTextDpi * 1024, nullptr);
 
+    // The pages get the very colour that the toolkit reports for them, as the HTML boxes do.
+    const wxString page = wxPanel::GetClassDefaultAttributes().colBg.GetAsString(wxC2S_CSS_SYNTAX);
+    const wxString style_sheet =
+        kStyleSheet + ("notebook > stack { background-color: " + page + "; }");
     GtkCssProvider* provider = gtk_css_provider_new();
-    gtk_css_provider_load_from_data(provider, kStyleSheet, -1, nullptr);
+    gtk_css_provider_load_from_data(provider, style_sheet.utf8_str(), -1, nullptr);
     gtk_style_context_add_provider_for_screen(gdk_screen_get_default(),
                                               GTK_STYLE_PROVIDER(provider),
                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
