@@ -3,6 +3,7 @@
 #include <wx/log.h>
 
 #include "app/Vantreo.h"
+#include "app/painting.h"
 #ifdef __WXGTK__
 #include "app/gtk_look.h"
 #endif
@@ -26,7 +27,7 @@ bool MyApp::OnInit() {
     frame->layout_checkVersion();
     frame->Show(true);
     SetTopWindow(frame);
-    frame->Update();
+    paint_now(*frame);
     frame->checkVersion();
     return true;
 }

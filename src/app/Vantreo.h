@@ -119,7 +119,10 @@ class Vantreo : public wxFrame {
 
     // ---- web/version_check.cpp, web/links.cpp ---------------------------------------------------
 
+    /// Shows the version screen: one panel with one line.
     void layout_checkVersion();
+    /// Asks the site for the current release; blocks up to its limit. Builds the notebook, unless a
+    /// newer release exists: then the version screen stays, with a button that leads to it.
     void checkVersion();
     void OnbuttonGetNewVersion(wxCommandEvent& event);
     void OnhtmlSubtitle(wxHtmlLinkEvent& event);
@@ -205,6 +208,9 @@ class Vantreo : public wxFrame {
     // web/links.cpp
     /// The address of the French or the other page, by the `Language` setting.
     wxString page_address(const wxString& french, const wxString& other);
+
+    // web/version_check.cpp
+    void leave_check_screen();
 
     // app/messages.cpp
     void run_postponed();

@@ -3,6 +3,9 @@
 #include <gtk/gtk.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
+#include <wx/weakref.h>
+
+#include <memory>
 
 namespace {
 
@@ -16,6 +19,21 @@ combobox entry { padding-left: 4px; padding-right: 0; }
 combobox button { padding: 0 2px; }
 progressbar trough, progressbar progress { min-height: 13px; }
 )css";
+
+/// Where a frame, unless it is gone, has to be.
+struct Place {
+    wxWeakRef<wxFrame> frame;
+    wxSize size;
+};
+
+gboolean apply_place(gpointer data) {
+    const std::unique_ptr<Place> place(static_cast<Place*>(data));
+    if (place->frame) {
+        place->frame->SetSize(place->size);
+        place->frame->Center(wxBOTH);
+    }
+    return FALSE;
+}
 
 }  // namespace
 
@@ -35,17 +53,11 @@ void apply_gtk_look() {
 }
 
 void keep_place_when_mapped(wxFrame& frame, const wxSize& size) {
-    struct Place {
-        wxFrame& frame;
-        wxSize size;
-    };
     const auto on_map = +[](GtkWidget* window, GdkEvent*, gpointer data) -> gboolean {
         const Place place = *static_cast<Place*>(data);
         g_signal_handlers_disconnect_by_data(window, data);
-        place.frame.CallAfter([place] {
-            place.frame.SetSize(place.size);
-            place.frame.Center(wxBOTH);
-        });
+        // Not a toolkit event: those wait for the main loop, and the check screen is seen before.
+        g_idle_add(apply_place, new Place(place));
         return FALSE;
     };
     const auto free_place = +[](gpointer data, GClosure*) { delete static_cast<Place*>(data); };
@@ -55,5 +67,5 @@ void keep_place_when_mapped(wxFrame& frame, const wxSize& size) {
         event.Skip(client.x > 1 && client.y > 1);
     });
     g_signal_connect_data(frame.GetHandle(), "map-event", G_CALLBACK(on_map),
-                          new Place{frame, size}, free_place, GConnectFlags{});
+                          new Place{&frame, size}, free_place, GConnectFlags{});
 }

@@ -76,6 +76,7 @@ void Vantreo::layout() {
     layout_options_page();
     layout_about_page();
     place_convert_page();
+    SendSizeEvent();  // the notebook, now the frame's only child, fills it
 }
 
 void Vantreo::press_on_double_click(wxWindow& control, ButtonHandler handler) {

@@ -1,0 +1,77 @@
+#include "web/version_request.h"
+
+#include <wx/protocol/http.h>
+#include <wx/regex.h>
+#include <wx/socket.h>
+#include <wx/stream.h>
+#include <wx/url.h>
+
+#include <array>
+#include <future>
+#include <memory>
+#include <string>
+#include <thread>
+#include <utility>
+
+#include "app/build_facts.h"
+#include "web/site.h"
+
+namespace {
+
+using Reply = std::optional<wxString>;
+
+/// Decodes `bytes`, of which the last character may be cut.
+wxString decoded(std::string_view bytes) {
+    constexpr int kLongestCut = 3;
+    wxString text;
+    for (int cut = 0; cut <= kLongestCut && text.empty() && !bytes.empty(); ++cut) {
+        text = wxString::FromUTF8(bytes.data(), bytes.size());
+        bytes.remove_suffix(1);
+    }
+    return text;
+}
+
+/// Asks and reads one block; each wait on the network ends after `limit`.
+Reply ask(const std::string& address, std::chrono::seconds limit) {
+    wxURL url(wxString::FromUTF8(address));
+    if (url.GetError() != wxURL_NOERR)
+        return std::nullopt;
+    url.SetProxy(wxEmptyString);  // nobody but the site itself is asked
+    url.GetProtocol().SetTimeout(static_cast<long>(limit.count()));
+    const std::unique_ptr<wxInputStream> stream(url.GetInputStream());
+    if (!stream)
+        return std::nullopt;
+    std::array<char, 1024> block{};
+    const size_t length = stream->Read(block.data(), block.size()).LastRead();
+    return decoded({block.data(), length});
+}
+
+}  // namespace
+
+wxString version_request_address() {
+    return site_base() + "current_version.php?version=" + wxString::FromCDouble(VERSION, 2) +
+           "&os=" + platform_word();
+}
+
+std::optional<wxString> request_reply(const wxString& address, std::chrono::milliseconds limit) {
+    // The toolkit bounds each single wait, not a server that sends a byte a second, nor the look-up
+    // of a name. So a thread asks, and whatever it has not brought in time is forgotten.
+    wxSocketBase::Initialize();
+    std::promise<Reply> promise;
+    std::future<Reply> reply = promise.get_future();
+    const auto wait = std::chrono::ceil<std::chrono::seconds>(limit);
+    std::thread([promise = std::move(promise), address = address.utf8_string(), wait]() mutable {
+        promise.set_value(ask(address, wait));
+    }).detach();
+    if (reply.wait_for(limit) != std::future_status::ready)
+        return std::nullopt;
+    return reply.get();
+}
+
+double released_version(const wxString& reply) {
+    static const wxRegEx pattern("CURRENT_VERSION=>([0-9/.]*)b?<=CURRENT_VERSION");
+    double version = 0.0;
+    if (pattern.Matches(reply))
+        pattern.GetMatch(reply, 1).ToCDouble(&version);
+    return version;
+}

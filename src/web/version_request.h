@@ -1,0 +1,19 @@
+#pragma once
+
+#include <wx/string.h>
+
+#include <chrono>
+#include <optional>
+
+/// The longest that the program waits for the product web site at its start.
+inline constexpr std::chrono::seconds kVersionRequestLimit{5};
+
+/// Address that the current release's number is asked from.
+wxString version_request_address();
+
+/// The beginning of what `address` answers, at most 1024 bytes, read as UTF-8. Nothing when no
+/// answer comes within `limit` in all, name look-up included. Blocks; call it on the GUI thread.
+std::optional<wxString> request_reply(const wxString& address, std::chrono::milliseconds limit);
+
+/// The release number between the markers of `reply`; 0 where there is none.
+double released_version(const wxString& reply);
