@@ -14,28 +14,11 @@
 #include <wx/textctrl.h>
 
 #include "support/frame_test.h"
+#include "support/html_links.h"
 
 namespace {
 
 class Layout : public FrameTest {};
-
-void collect_links(const wxHtmlCell* cell, std::vector<wxString>& links) {
-    for (; cell != nullptr; cell = cell->GetNext()) {
-        if (const wxHtmlLinkInfo* link = cell->GetLink())
-            links.push_back(link->GetHref());
-        collect_links(cell->GetFirstChild(), links);
-    }
-}
-
-/// Targets of the links that a box shows, each once, in order.
-std::vector<wxString> links_of(const wxHtmlWindow* box) {
-    std::vector<wxString> links;
-    collect_links(box->GetInternalRepresentation(), links);
-    links.erase(std::unique(links.begin(), links.end()), links.end());
-    return links;
-}
-
-using Links = std::vector<wxString>;
 
 }  // namespace
 
