@@ -197,6 +197,7 @@ class Vantreo : public wxFrame {
 
     // convert/queue.cpp
     Movie* new_job();
+    bool is_current(const Movie* movie) const;
     void stop_at_error(const Movie& movie);
     void free_ended_jobs();
 

@@ -44,6 +44,11 @@ Movie* Vantreo::new_job() {
     return jobs.back().get();
 }
 
+/// False for a job of an earlier run, whose probe went on after that run had stopped at its error.
+bool Vantreo::is_current(const Movie* movie) const {
+    return movieIndex < movies.size() && movies[movieIndex] == movie;
+}
+
 void Vantreo::MovieInfos(Movie* movie) {
     if (movie == nullptr) {
         movies.resize(movieIndex);
@@ -51,6 +56,8 @@ void Vantreo::MovieInfos(Movie* movie) {
         movies.back()->Infos();
         return;
     }
+    if (!is_current(movie))
+        return;
     const Movie& job = *movies[movieIndex];
     if (!job.error.empty()) {
         stop_at_error(job);
@@ -114,7 +121,8 @@ void Vantreo::MovieUpdate(Movie* movie) {
 bool Vantreo::Cancel() {
     if (ShowMessage(Translate("confirmCancel", 0), kQuestion) != wxID_YES)
         return false;
-    movies[movieIndex]->Cancel();
+    if (movieIndex < movies.size())
+        movies[movieIndex]->Cancel();
     layout_canceled();
     return true;
 }
