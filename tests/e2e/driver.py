@@ -76,8 +76,18 @@ def type_text(text: str) -> None:
     xdotool("type", "--delay", 5, text)
 
 
+def place_on_screen(control: Atspi.Accessible) -> Atspi.Rect:
+    """Where the control is, once it has been laid out: before, the bus tells no real place."""
+
+    def place() -> Atspi.Rect | None:
+        box = control.get_extents(Atspi.CoordType.SCREEN)
+        return box if box.x >= 0 and box.y >= 0 and box.width > 0 else None
+
+    return wait_for(place, "the place of a control")
+
+
 def middle(control: Atspi.Accessible) -> tuple[int, int]:
-    box = control.get_extents(Atspi.CoordType.SCREEN)
+    box = place_on_screen(control)
     return box.x + box.width // 2, box.y + box.height // 2
 
 
@@ -338,17 +348,20 @@ class Vantreo:
 
             source.stdin.write("\0".join(map(str, paths)))
             source.stdin.close()
-            expect("ready")
-            xdotool("mousemove", 30, 30, "mousedown", 1)
             try:
+                expect("ready")
+                xdotool("mousemove", 30, 30, "mousedown", 1)
                 xdotool("mousemove", 50, 50)
                 expect("begun")
                 xdotool("mousemove", x, y)
                 expect("accepted")
                 released = time.monotonic()
-            finally:
                 xdotool("mouseup", 1)
-            expect("dropped")
+                expect("dropped")
+            except BaseException:
+                xdotool("mouseup", 1)
+                source.kill()
+                raise
         return released
 
     def close(self) -> None:
