@@ -35,9 +35,10 @@ Vantreo::Vantreo(const wxString& title, const wxPoint& pos, const wxSize& size, 
     : wxFrame(nullptr, wxID_ANY, title, pos, size, style), reservedFlag(false), dialogParent(this) {
     const wxFileName file = settings_file();
     if (!file.DirExists())
-        file.Mkdir(wxS_DIR_DEFAULT, wxPATH_MKDIR_FULL);  // a new home may have no such folder yet
+        file.Mkdir(wxS_IRUSR | wxS_IWUSR | wxS_IXUSR, wxPATH_MKDIR_FULL);  // a home without one yet
     config =
         new wxFileConfig("", "", file.GetFullPath(), "", wxCONFIG_USE_LOCAL_FILE, wxConvAuto());
+    config->SetExpandEnvVars(false);  // a "$" in a folder's name is just that
 
     Translate("tointialize", 1);  // no such key: called to fill the two language lists
 

@@ -71,7 +71,8 @@ class Vantreo : public wxFrame {
 
     // ---- app/messages.cpp: message boxes --------------------------------------------------------
 
-    /// Shows a modal message with an empty caption and returns what `ShowModal` returned.
+    /// Shows a modal message with an empty caption and returns the id of the button that answered
+    /// it; a box that is dismissed counts as answered with "No", or with its only button.
     int ShowMessage(const wxString& text, long style);
 
     /// Runs `action` now, or, while a message box is open, from the event loop once it is closed:

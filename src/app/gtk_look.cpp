@@ -61,7 +61,7 @@ void keep_place_when_mapped(wxFrame& frame, const wxSize& size) {
         return FALSE;
     };
     const auto free_place = +[](gpointer data, GClosure*) { delete static_cast<Place*>(data); };
-    // Before that GTK gives it a size of nothing, into which the notebook cannot be squeezed.
+    // Until it is mapped, GTK gives it a size of nothing, into which no notebook can be squeezed.
     frame.Bind(wxEVT_SIZE, [&frame](wxSizeEvent& event) {
         const wxSize client = frame.GetClientSize();
         event.Skip(client.x > 1 && client.y > 1);

@@ -6,10 +6,22 @@
 
 #include "app/Vantreo.h"
 
+namespace {
+
+/// A box that is dismissed, by Escape or its close button, is answered with the harmless button:
+/// "No" to a question, the only one of an error.
+int harmless_if_dismissed(int answer, long style) {
+    if (answer != wxID_CANCEL)
+        return answer;
+    return (style & wxYES_NO) != 0 ? wxID_NO : wxID_OK;
+}
+
+}  // namespace
+
 int Vantreo::ShowMessage(const wxString& text, long style) {
     ++openMessages;
-    const int answer =
-        wxMessageDialog(this, text, wxEmptyString, style, wxDefaultPosition).ShowModal();
+    wxMessageDialog box(this, text, wxEmptyString, style, wxDefaultPosition);
+    const int answer = harmless_if_dismissed(box.ShowModal(), style);
     --openMessages;
     if (!postponed.empty())
         CallAfter(&Vantreo::run_postponed);

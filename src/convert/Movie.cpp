@@ -13,6 +13,14 @@
 #include "tools/FFmpeg.h"
 #include "tools/MP4Box.h"
 
+namespace {
+
+std::int32_t run_seconds(const FFmpeg& runner) {
+    return static_cast<std::int32_t>(Movie::millis_to_seconds(runner.millis));
+}
+
+}  // namespace
+
 Movie::Movie(Vantreo* owner, const wxString& source, const wxString& folder, int device)
     : path(source), frame(owner), output_dir(folder), optimize(device) {}
 
@@ -123,7 +131,7 @@ void Movie::OnFFmpegUpdate(const wxString& line) {
 }
 
 void Movie::update_transcode(const wxString& line) {
-    elapsed = static_cast<std::int32_t>(millis_to_seconds(ffmpeg->millis));
+    elapsed = run_seconds(*ffmpeg);
     if (const auto seconds = parse_transcoded_seconds(line)) {
         const float done = static_cast<float>(*seconds) / static_cast<float>(duration);
         percent_exact = std::clamp(100.0F * done, 0.0F, 100.0F);
@@ -133,7 +141,7 @@ void Movie::update_transcode(const wxString& line) {
 }
 
 void Movie::update_subtitle(const wxString& line) {
-    elapsed = static_cast<std::int32_t>(millis_to_seconds(mp4box->millis));
+    elapsed = run_seconds(*mp4box);
     percent = static_cast<std::int32_t>(parse_muxed_percent(line).value_or(0));
     percent_exact = static_cast<float>(percent);
     frame->MovieUpdate(this);
@@ -146,20 +154,20 @@ void Movie::OnFFmpegTerminate(const wxString& output) {
     frame->RunUnlessAsking([this, output] {
         endPostponed = false;
         if (mode == "infos") {
-            elapsed = static_cast<std::int32_t>(millis_to_seconds(ffmpeg->millis));
+            elapsed = run_seconds(*ffmpeg);
             infos = output;
             InfosProcess();
             frame->MovieInfos(this);
         } else if (mode == "convert") {
-            finish_step(ffmpeg->millis);
+            finish_step(*ffmpeg);
         } else if (mode == "subtitle") {
-            finish_step(mp4box->millis);
+            finish_step(*mp4box);
         }
     });
 }
 
-void Movie::finish_step(long millis) {
-    elapsed = static_cast<std::int32_t>(millis_to_seconds(millis));
+void Movie::finish_step(const FFmpeg& runner) {
+    elapsed = run_seconds(runner);
     percent = 100;
     frame->MovieUpdate(this);
     frame->MovieConvert(this);

@@ -97,7 +97,7 @@ class Movie {
     void prepare_output();
     void update_transcode(const wxString& line);
     void update_subtitle(const wxString& line);
-    void finish_step(long millis);
+    void finish_step(const FFmpeg& runner);
 
     template <class Runner>
     Runner* new_runner();

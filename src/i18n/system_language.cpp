@@ -15,16 +15,16 @@ wxString language_of_locale(const wxString& locale) {
 }  // namespace
 
 wxString system_language_name() {
-    const int language = wxLocale::GetSystemLanguage();
-    if (language != wxLANGUAGE_UNKNOWN)
-        return wxLocale::GetLanguageName(language);
-
+#ifndef __APPLE__
+    // The toolkit follows the character set's locale and knows only installed ones.
     for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
         wxString locale;
         if (wxGetEnv(variable, &locale) && !locale.empty())
             return language_of_locale(locale);
     }
-    return wxEmptyString;
+#endif
+    const int language = wxLocale::GetSystemLanguage();
+    return language == wxLANGUAGE_UNKNOWN ? wxString() : wxLocale::GetLanguageName(language);
 }
 
 wxString default_language(const wxArrayString& native, const wxArrayString& english,

@@ -3,9 +3,9 @@
 #include <wx/arrstr.h>
 #include <wx/string.h>
 
-/// English name of the system's language, with its country where the system tells one
-/// ("French (France)", "Portuguese (Brazil)"); empty when nothing is known. Where the locale that
-/// the environment names is not installed, the language part of LC_ALL, LC_MESSAGES or LANG counts.
+/// English name of the language of the system's texts, with its country where the system tells one
+/// ("French", "Portuguese (Brazil)"); empty when nothing is known. On Linux it is the language part
+/// of LC_ALL, LC_MESSAGES or LANG, whether or not that locale is installed.
 wxString system_language_name();
 
 /// The entry of `native` whose English name is the language of `systemName`, whatever its country;

@@ -49,13 +49,8 @@ void FFmpeg::OnTimer(wxTimerEvent&) {
 }
 
 void FFmpeg::OnTerminate(int pid, int status) {
-    if (PostponedEnd(pid, status))
-        return;
-    FreezeTime();
-    wxString rest = GetLine();
-    if (!rest.empty())
-        rest += "\n";
-    ReportEnd(rest);
+    if (!PostponedEnd(pid, status))
+        ReportEnd(GetLine());
 }
 
 /// The toolkit reports a child that ends at once from inside wxExecute. That end is delivered from
@@ -80,16 +75,13 @@ void FFmpeg::ReportPoll(const wxString& text) {
     movie->OnFFmpegUpdate(text);
 }
 
-void FFmpeg::FreezeTime() {
+void FFmpeg::ReportEnd(const wxString& rest) {
     millis = watch.Time();
     timer.Stop();
-}
-
-void FFmpeg::ReportEnd(const wxString& rest) {
     SetPid(0);
     ClosePipes();
     reportingEnd = true;
-    movie->OnFFmpegTerminate(rest);
+    movie->OnFFmpegTerminate(rest.empty() ? rest : rest + "\n");
     reportingEnd = false;
 }
 

@@ -55,8 +55,7 @@ class FFmpeg : public wxProcess {
     /// True when this end came too early and will be delivered once more.
     bool PostponedEnd(int pid, int status);
 
-    /// First and last step of a child's end.
-    void FreezeTime();
+    /// The child has ended and `rest` is what it printed since the last poll.
     void ReportEnd(const wxString& rest);
 
     Movie* movie;

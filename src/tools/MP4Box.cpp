@@ -16,11 +16,6 @@ void MP4Box::OnTimer(wxTimerEvent&) {
 }
 
 void MP4Box::OnTerminate(int pid, int status) {
-    if (PostponedEnd(pid, status))
-        return;
-    FreezeTime();
-    wxString rest = GetLine();
-    if (!rest.empty())
-        rest += "\n";
-    ReportEnd(rest);
+    if (!PostponedEnd(pid, status))
+        ReportEnd(GetLine());
 }

@@ -12,7 +12,10 @@
 #include <wx/statbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
+#include <wx/utils.h>
 
+#include "input/DnDtextMovies.h"
+#include "input/DnDtextOutput.h"
 #include "support/frame_test.h"
 #include "support/html_links.h"
 
@@ -95,8 +98,9 @@ TEST_F(Layout, CaptionsTheControls) {
 }
 
 TEST_F(Layout, SpeaksFrenchOnAFrenchSystem) {
-    setting("Language", L"Fran\u00e7ais");
+    wxSetEnv("LANG", "fr_FR.UTF-8");
     start();
+    wxSetEnv("LANG", "C.UTF-8");
     EXPECT_EQ(frame->notebook->GetPageText(0), "Convertir");
     EXPECT_EQ(frame->notebook->GetPageText(1), L"Pr\u00e9f\u00e9rences");
     EXPECT_EQ(frame->notebook->GetPageText(2), "A propos");
@@ -198,6 +202,25 @@ TEST_F(Layout, ShowsTheStoredFolderAndFocusesTheList) {
 
 TEST_F(Layout, TakesFilesOnTheListAndTheField) {
     start();
-    ASSERT_NE(frame->textMovies->GetDropTarget(), nullptr);
-    ASSERT_NE(frame->textOutput->GetDropTarget(), nullptr);
+    EXPECT_NE(dynamic_cast<DnDtextMovies*>(frame->textMovies->GetDropTarget()), nullptr);
+    EXPECT_NE(dynamic_cast<DnDtextOutput*>(frame->textOutput->GetDropTarget()), nullptr);
+}
+
+TEST_F(Layout, GivesThePagesATenPointFont) {
+    start();
+    for (const wxPanel* page : {frame->panelConvert, frame->panelOptions, frame->panelAbout})
+        EXPECT_EQ(page->GetFont().GetPointSize(), 10);
+}
+
+TEST_F(Layout, ShowsTheHtmlBoxesWithoutScrollBarsInTheirPagesColour) {
+    start();
+    const std::pair<wxHtmlWindow*, wxPanel*> boxes[] = {
+        {frame->htmlTranslations, frame->panelOptions},
+        {frame->htmlSubtitle, frame->panelOptions},
+        {frame->htmlAbout, frame->panelAbout}};
+    for (const auto& [box, page] : boxes) {
+        EXPECT_TRUE(box->HasFlag(wxHW_SCROLLBAR_NEVER));
+        EXPECT_EQ(box->GetName(), "htmlWindow");
+        EXPECT_EQ(page_colour(box), page->GetBackgroundColour());
+    }
 }

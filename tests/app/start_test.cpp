@@ -67,6 +67,17 @@ TEST_F(Start, LetsTheStoredLanguageWin) {
     EXPECT_EQ(stored("Language"), "Deutsch");
 }
 
+TEST_F(Start, MakesTheSettingsFolderOfANewHome) {
+    wxString before;
+    wxGetEnv("XDG_CONFIG_HOME", &before);
+    const wxString folder = out.file("new/config");
+    wxSetEnv("XDG_CONFIG_HOME", folder);
+    start();
+    close();
+    wxSetEnv("XDG_CONFIG_HOME", before);
+    EXPECT_TRUE(file_text(folder + "/Vantreo.ini").Contains("Language=English"));
+}
+
 TEST_F(Start, HasNoCurrentLanguageForAnUnknownName) {
     setting("Language", "Klingon");
     start();

@@ -94,9 +94,11 @@ TEST_F(MovieProbe, RefusesToConvertAMovieOntoItself) {
     EXPECT_EQ(same.error, "error_MoviesOutputSame");
     EXPECT_EQ(same.confirm, "");
 
-    Movie other(nullptr, movies.file("b.avi"), movies.path(), 0);
-    process(other, report());
-    EXPECT_EQ(other.error, "");
+    for (const wxString name : {"b.avi", "c.MP4"}) {
+        Movie other(nullptr, movies.file(name), movies.path(), 0);
+        process(other, report());
+        EXPECT_EQ(other.error, "") << name;
+    }
 }
 
 TEST_F(MovieProbe, AsksBeforeReplacingAnExistingFile) {

@@ -22,6 +22,10 @@ TEST(OutputSize, MakesTheComputedSideEven) {
     EXPECT_EQ(output_size({720, 404}, 0), (FrameSize{480, 268}));
 }
 
+TEST(OutputSize, ReckonsInSinglePrecision) {
+    EXPECT_EQ(output_size({486, 405}, 0), (FrameSize{480, 398}));
+}
+
 TEST(OutputSize, KeepsAnOddSizedSmallMovieAsItIs) {
     for (int device = 0; device <= 2; ++device) {
         EXPECT_EQ(output_size({320, 240}, device), (FrameSize{320, 240}));

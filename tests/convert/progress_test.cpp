@@ -52,6 +52,13 @@ TEST_F(Progress, KeepsTheExactShareOfAPercent) {
     EXPECT_FLOAT_EQ(job->percent_exact, 100.0F * 50.0F / 120.0F);
 }
 
+TEST_F(Progress, CutsTheExactShareAndNotARoundedOne) {
+    job->mode = "convert";
+    job->duration = 10;
+    job->OnFFmpegUpdate("time=7.00 bitrate=");
+    EXPECT_EQ(job->percent, 69) << "seven tenths are a little less in single precision";
+}
+
 TEST_F(Progress, NeverPassesAHundred) {
     job->mode = "convert";
     job->OnFFmpegUpdate("time=130.00 bitrate=");
@@ -113,6 +120,30 @@ TEST_F(Progress, IsIgnoredInAnyOtherMode) {
         EXPECT_EQ(job->percent, 0) << mode;
         EXPECT_EQ(frame->GetTitle(), title) << mode;
     }
+}
+
+TEST_F(Progress, TakesTheElapsedTimeOfEachStepFromItsOwnTool) {
+    frame->movies = {job.get()};
+    transcoder->millis = 11000;
+    muxer->millis = 3000;
+    job->mp4box_command = "none";
+    job->mode = "subtitle";
+    job->OnFFmpegTerminate("");
+    EXPECT_EQ(job->elapsed, 3);
+    EXPECT_EQ(job->percent, 100);
+    EXPECT_EQ(label(frame->labelElapsedTime), "00:00:03");
+    job->mp4box_command = "";
+    job->mode = "convert";
+    job->OnFFmpegTerminate("");
+    EXPECT_EQ(job->elapsed, 11);
+    dialogs.answers = {wxID_OK};
+    job->mode = "infos";
+    transcoder->millis = 2000;
+    job->OnFFmpegTerminate("no movie");
+    EXPECT_EQ(job->elapsed, 2);
+    EXPECT_EQ(job->infos, "no movie");
+    EXPECT_EQ(job->error, "error_badMovies");
+    frame->movies.clear();
 }
 
 TEST_F(Progress, IgnoresTheEndOfACanceledTool) {

@@ -102,6 +102,38 @@ TEST_F(Queue, ShowsTheSubtitleStep) {
     ASSERT_TRUE(wait_until([this] { return status() == kCompleted; }));
 }
 
+TEST_F(Queue, TellsNoPositionWhileItProbes) {
+    start();
+    add({"a.avi", "b.avi"});
+    press(frame->buttonConvert);
+    EXPECT_EQ(status(), "Conversion in progress...");
+    EXPECT_TRUE(wait_until([this] { return status() == kCompleted; }));
+}
+
+TEST_F(Queue, ShowsTheMuxersProgress) {
+    start();
+    movies.write("a.srt");
+    doubles.write("mux", "ISO File Writing: |==    | (45/100)\r");
+    hold("MP4Box");
+    add({"a.avi"});
+    press(frame->buttonConvert);
+    EXPECT_TRUE(wait_until([this] { return frame->labelPercent->GetLabel() == "45%"; }));
+    release("MP4Box");
+    EXPECT_TRUE(wait_until([this] { return status() == kCompleted; }));
+}
+
+TEST_F(Queue, KeepsTheDecisionAboutSubtitlesThatTheProbeMade) {
+    start();
+    movies.write("a.srt");
+    start_run({"a.avi", "b.avi"});
+    movies.remove("a.srt");
+    movies.write("b.srt");
+    release();
+    ASSERT_TRUE(wait_until([this] { return status() == kCompleted; }));
+    EXPECT_EQ(steps(),
+              (Steps{"probe a.avi", "probe b.avi", "convert a.avi", "mux a.srt", "convert b.avi"}));
+}
+
 TEST_F(Queue, StopsAtAnEmptyListWithoutNamingAMovie) {
     start();
     dialogs.answers = {wxID_OK};
@@ -125,9 +157,15 @@ TEST_F(Queue, StopsAtTheFirstBadMovieAndConvertsNothing) {
     EXPECT_EQ(frame->textMovies->GetCount(), 3U);
 }
 
-TEST_F(Queue, ChangesNoStateWhenTheErrorIsNotAcknowledged) {
+TEST_F(Queue, TakesADismissedErrorForAnAcknowledgedOne) {
     start();
     dialogs.answers = {wxID_CANCEL};
+    ASSERT_TRUE(run({"bad.avi"}, kCanceled));
+}
+
+TEST_F(Queue, ChangesNoStateWhenTheErrorIsNotAcknowledged) {
+    start();
+    dialogs.answers = {wxID_HELP};
     add({"bad.avi"});
     press(frame->buttonConvert);
     ASSERT_TRUE(wait_until([this] { return !dialogs.shown.empty(); }));
@@ -166,10 +204,20 @@ TEST_F(Queue, AsksBeforeOverwritingAndStopsAfterNo) {
 
 TEST_F(Queue, GoesOnAfterAnyOtherAnswerToTheOverwriteQuestion) {
     start();
-    out.write("a.mp4");
-    dialogs.answers = {wxID_YES};
-    ASSERT_TRUE(run({"a.avi"}, kCompleted));
-    EXPECT_EQ(steps().size(), 2U);
+    dialogs.answers = {wxID_YES, wxID_HELP};
+    for (const size_t converted : {1U, 2U}) {
+        out.write("a.mp4");
+        ASSERT_TRUE(run({"a.avi"}, kCompleted));
+        EXPECT_EQ(steps().size(), 2 * converted);
+    }
+}
+
+TEST_F(Queue, TakesADismissedOverwriteQuestionForNo) {
+    start();
+    out.write("a.mp4", "precious");
+    dialogs.answers = {wxID_CANCEL};
+    ASSERT_TRUE(run({"a.avi"}, kCanceled));
+    EXPECT_EQ(steps(), Steps{"probe a.avi"});
 }
 
 TEST_F(Queue, OverwritesWithoutAskingWhenTold) {
@@ -180,12 +228,15 @@ TEST_F(Queue, OverwritesWithoutAskingWhenTold) {
     EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(Queue, GoesOnWhenTheCancelIsDeclined) {
+TEST_F(Queue, GoesOnUnlessTheCancelIsConfirmed) {
     start();
     start_run({"a.avi"});
-    dialogs.answers = {wxID_NO};
-    press(frame->buttonConvert);
-    ASSERT_EQ(dialogs.shown.size(), 1U);
+    dialogs.answers = {wxID_NO, wxID_CANCEL, wxID_HELP};
+    for (int press_count = 1; press_count <= 3; ++press_count) {
+        press(frame->buttonConvert);
+        EXPECT_TRUE(running());
+    }
+    ASSERT_EQ(dialogs.shown.size(), 3U);
     EXPECT_EQ(message(0), kConfirmCancel);
     EXPECT_EQ(dialogs.shown[0].style, 1162);
     EXPECT_TRUE(running());
@@ -321,6 +372,51 @@ TEST_F(Queue, ReportsAMissingMP4BoxWithTheMovieBeforeAndAfterTheProbe) {
     ASSERT_TRUE(wait_until([this] { return dialogs.shown.size() == 2; }));
     EXPECT_EQ(message(1), text);
     EXPECT_EQ(steps(), Steps{"probe a.avi"});
+}
+
+TEST_F(Queue, ReportsAMissingMP4BoxAfterAMissingFFmpeg) {
+    start();
+    remove_tool("ffmpeg");
+    remove_tool("MP4Box");
+    dialogs.answers = {wxID_OK, wxID_OK, wxID_OK};
+    ASSERT_TRUE(run({"a.avi"}, kCanceled));
+    ASSERT_TRUE(wait_until([this] { return dialogs.shown.size() == 3; }));
+    EXPECT_EQ(message(0), "Error: Can't find FFmpeg. Please reinstall Vantreo.");
+    EXPECT_EQ(message(1),
+              movies.file("a.avi") + ":\nError: Can't find MP4Box. Please reinstall Vantreo.");
+}
+
+TEST_F(Queue, IgnoresTheLateProbeOfAnEarlierRun) {
+    start();
+    remove_tool("MP4Box");
+    dialogs.answers = {wxID_OK};
+    add({"a.avi"});
+    press(frame->buttonConvert);  // its probe goes on behind the message
+    restore_tool("MP4Box");
+    press(frame->buttonConvert);
+    ASSERT_TRUE(wait_until([this] { return status() == kCompleted; }));
+    EXPECT_EQ(steps(), (Steps{"probe a.avi", "probe a.avi", "convert a.avi"}));
+    EXPECT_EQ(dialogs.shown.size(), 1U);
+}
+
+TEST_F(Queue, KeepsAJobWhoseMuxerRunsOnPastTheNextRun) {
+    start();
+    movies.write("a.srt");
+    hold("MP4Box");
+    add({"a.avi"});
+    press(frame->buttonConvert);
+    ASSERT_TRUE(wait_for_steps(3));
+    const Movie* const job = frame->movies[0];
+    dialogs.answers = {wxID_YES};
+    press(frame->buttonConvert);
+    ASSERT_EQ(status(), kCanceled);
+    movies.remove("a.srt");
+    ASSERT_TRUE(run({}, kCompleted));
+    EXPECT_EQ(job->mode, "cancel") << "still there";
+    EXPECT_FALSE(job->Ended());
+    release("MP4Box");
+    EXPECT_TRUE(wait_until([&] { return job->Ended(); }));
+    EXPECT_EQ(status(), kCompleted);
 }
 
 TEST_F(Queue, CountsAFailedStepAsDone) {

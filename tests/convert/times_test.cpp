@@ -33,6 +33,7 @@ TEST(Times, CutsMillisecondsOffToWholeSeconds) {
     EXPECT_EQ(Movie::millis_to_seconds(999), 0);
     EXPECT_EQ(Movie::millis_to_seconds(1000), 1);
     EXPECT_EQ(Movie::millis_to_seconds(59999), 59);
+    EXPECT_EQ(Movie::millis_to_seconds(16777999), 16778) << "single precision rounds there";
 }
 
 TEST(Times, WritesHoursMinutesAndSeconds) {
@@ -57,8 +58,17 @@ TEST(Times, EstimatesFromTheExactPercentage) {
     EXPECT_EQ(remaining(60, 0.01F), ">24h");
 }
 
+TEST(Times, ReckonsTheRateInSinglePrecision) {
+    EXPECT_EQ(remaining(5, 62.5F), "00:00:02");
+}
+
 TEST(Times, ShowsNothingRemainingAtTheEnd) {
     EXPECT_EQ(remaining(10, 100.0F), "00:00:00");
+    Movie job(nullptr, "", "", 0);
+    job.elapsed = 10;
+    job.percent = 100;
+    job.percent_exact = 83.0F;
+    EXPECT_EQ(job.time_remaining(-1, -1), "00:00:00") << "the whole percentage decides";
 }
 
 TEST(Times, JudgesTheFirstSecondsByTheGivenTimeButReckonsWithTheJobs) {

@@ -93,6 +93,19 @@ TEST_F(Lookup, TakesTheLastColumnFromAShortRecordAsEnglish) {
     EXPECT_EQ(in("C"), "one");
 }
 
+TEST_F(Lookup, ComparesTheKeyWithEveryCell) {
+    const auto english = [](const wxString&) { return wxString(); };
+    EXPECT_EQ(lookup(L"A:AA|B:BB\u00a7one|two|three", "two", english), "three");
+}
+
+TEST_F(Lookup, NamesTheDeviceInTheEnglishTextThatStandsIn) {
+    const auto setting = [](const wxString& name) {
+        return name == "Language" ? wxString("B") : wxString("2");
+    };
+    EXPECT_EQ(lookup(L"A:AA|B:BB\u00a7buttonConvert|my iPhone|", "buttonConvert", setting),
+              "my iPad");
+}
+
 TEST_F(Lookup, FillsTheLanguageListsOnlyWhenAsked) {
     wxArrayString native;
     wxArrayString english;

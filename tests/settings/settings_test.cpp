@@ -21,8 +21,10 @@ class Settings : public testing::Test {
 
     /// Opens the file anew, so that only what reached it is seen.
     std::unique_ptr<wxFileConfig> open() {
-        return std::make_unique<wxFileConfig>("", "", folder.file("Vantreo.ini"), "",
-                                              wxCONFIG_USE_LOCAL_FILE, wxConvAuto());
+        auto config = std::make_unique<wxFileConfig>("", "", folder.file("Vantreo.ini"), "",
+                                                     wxCONFIG_USE_LOCAL_FILE, wxConvAuto());
+        config->SetExpandEnvVars(false);
+        return config;
     }
 
     Folder folder;
@@ -81,7 +83,7 @@ TEST_F(Settings, GiveAValueOfTheWrongFormAsItIs) {
 }
 
 TEST_F(Settings, KeepEveryCharacterOfAPath) {
-    const wxString path = L"/m/ \"q\" \\b = # ; [x] русский \U0001F3AC ";
+    const wxString path = L"/m/$HOME/${LANG} %x \"q\" \\b = # ; [x] русский \U0001F3AC ";
     write("Output", path);
     EXPECT_EQ(read("Output"), path);
     write("Language", L"русский язык");

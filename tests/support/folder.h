@@ -17,6 +17,8 @@ class Folder {
     /// Writes a file of that name and returns its full path.
     wxString write(const wxString& name, const wxString& content = "x") const;
 
+    void remove(const wxString& name) const;
+
   private:
     TemporaryFolder folder;
 };

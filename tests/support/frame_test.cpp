@@ -71,8 +71,8 @@ FrameTest::FrameTest() {
     fs::remove(settings_path().utf8_string());
     fs::create_directories((program.path() + "/" + kResources).utf8_string());
     fs::current_path(program.path().utf8_string());
-    for (const wxString tool : {"ffmpeg", "MP4Box"})
-        fs::create_symlink(TOOL_DOUBLE, (kResources + tool).utf8_string());
+    restore_tool("ffmpeg");
+    restore_tool("MP4Box");
     wxSetEnv("TOOL_DOUBLE_DIR", doubles.path());
     report(
         "  Duration: 00:02:00.00, start: 0.000000, bitrate: 812 kb/s\n"
@@ -115,6 +115,10 @@ wxString FrameTest::stored(const wxString& key) {
 
 void FrameTest::remove_tool(const wxString& name) {
     fs::remove((kResources + name).utf8_string());
+}
+
+void FrameTest::restore_tool(const wxString& name) {
+    fs::create_symlink(TOOL_DOUBLE, (kResources + name).utf8_string());
 }
 
 void FrameTest::hold(const wxString& tool) {

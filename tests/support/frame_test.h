@@ -60,6 +60,7 @@ class FrameTest : public testing::Test {
     // ---- the tools' doubles
 
     void remove_tool(const wxString& name);
+    void restore_tool(const wxString& name);
     /// Lets probes report this; an ordinary 120 s film by default.
     void report(const wxString& text) { doubles.write("report", text); }
     /// Lets transcodes print this on their error stream.

@@ -39,6 +39,12 @@ class Runner : public FrameTest {
         return job->infos;
     }
 
+    /// False for a process that is gone or only waits to be reaped.
+    static bool still_runs(long pid) {
+        const wxString stat = file_text(wxString::Format("/proc/%ld/stat", pid));
+        return !stat.empty() && !stat.AfterLast(')').StartsWith(" Z");
+    }
+
     static wxString shell(const wxString& script) { return "sh -c \"" + script + "\""; }
 
     std::unique_ptr<Movie> job;
@@ -114,7 +120,10 @@ TEST_F(Runner, ReportsAPollWithoutNews) {
     job->ffmpeg = &tool;
     EXPECT_TRUE(tool.RunWithUpdates(shell("read line")));
     ASSERT_TRUE(wait_until([this] { return frame->GetTitle() == "0% - Vantreo"; }, 3.0));
-    EXPECT_GE(tool.millis, 900);
+    const long first = tool.millis;
+    EXPECT_GE(first, 960);
+    ASSERT_TRUE(wait_until([&] { return tool.millis != first; }, 3.0));
+    EXPECT_NEAR(static_cast<double>(tool.millis - first), 1000.0, 300.0);
     job->mode = "cancel";
     tool.CloseOutput();
     ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
@@ -158,7 +167,10 @@ TEST_F(Runner, StopEndsEveryFFmpegAndNoMP4Box) {
         tool->Run("Vantreo.app/Contents/Resources/ffmpeg -y a b");
     muxer.Run("Vantreo.app/Contents/Resources/MP4Box -add a b");
     ASSERT_TRUE(wait_until([this] { return calls().size() == 3; }));
+    const long pids[] = {transcoder.GetPid(), other.GetPid()};
     muxer.Stop();
+    for (const long pid : pids)
+        EXPECT_FALSE(still_runs(pid)) << "Stop returns when they are ended";
     EXPECT_TRUE(wait_until([&] { return transcoder.Ended() && other.Ended(); }, 1.0));
     EXPECT_FALSE(muxer.Ended());
     release("MP4Box");
