@@ -8,6 +8,7 @@ tests/with_display.
 """
 
 import os
+import shutil
 import subprocess
 import sys
 from pathlib import Path
@@ -74,17 +75,21 @@ def find_faults(folder: Path) -> list[str]:
 
 def main() -> None:
     folder = Path(sys.argv[1]).absolute()
-    folder.mkdir(parents=True, exist_ok=True)
-    for name in (*MOVIES, *PICTURES):
-        (folder / name).unlink(missing_ok=True)
-
-    sources = Path.home() / "Movies"
-    sources.mkdir()
+    sources, output = Path.home() / "Movies", Path.home() / "Converted"
     try:
-        convert(make_sources(sources), folder)
-    except NotSeen as fault:
+        folder.mkdir(parents=True, exist_ok=True)
+        if not os.access(folder, os.W_OK):
+            sys.exit(f"demo: cannot write in {folder}")
+        sources.mkdir()
+        output.mkdir()
+        convert(make_sources(sources), output)
+        faults = find_faults(output)
+        for result in output.iterdir():
+            # Files of an earlier demo are replaced, and only now that there are new ones.
+            shutil.copyfile(result, folder / result.name)
+    except (NotSeen, OSError) as fault:
         sys.exit(f"demo: {fault}")
-    if faults := find_faults(folder):
+    if faults:
         sys.exit("\n".join(f"demo: {fault}" for fault in faults))
     print(f"The MP4 files and the pictures of the window are in {folder}")
 
