@@ -5,6 +5,7 @@
 #include <wx/socket.h>
 #include <wx/stream.h>
 #include <wx/url.h>
+#include <wx/utils.h>
 
 #include <array>
 #include <future>
@@ -31,12 +32,23 @@ wxString decoded(std::string_view bytes) {
     return text;
 }
 
+/// Nobody but the site itself is asked. The toolkit looks once, at its first address, for a proxy
+/// in the environment; it finds none. (Taking one away from an address later breaks its
+/// bookkeeping.)
+void do_without_proxy(const wxString& address) {
+    wxString proxy;
+    if (wxGetEnv("HTTP_PROXY", &proxy)) {
+        wxUnsetEnv("HTTP_PROXY");
+        const wxURL first(address);
+        wxSetEnv("HTTP_PROXY", proxy);  // for the browser
+    }
+}
+
 /// Asks and reads one block; each wait on the network ends after `limit`.
 Reply ask(const std::string& address, std::chrono::seconds limit) {
     wxURL url(wxString::FromUTF8(address));
     if (url.GetError() != wxURL_NOERR)
         return std::nullopt;
-    url.SetProxy(wxEmptyString);  // nobody but the site itself is asked
     url.GetProtocol().SetTimeout(static_cast<long>(limit.count()));
     const std::unique_ptr<wxInputStream> stream(url.GetInputStream());
     if (!stream)
@@ -57,6 +69,7 @@ std::optional<wxString> request_reply(const wxString& address, std::chrono::mill
     // The toolkit bounds each single wait, not a server that sends a byte a second, nor the look-up
     // of a name. So a thread asks, and whatever it has not brought in time is forgotten.
     wxSocketBase::Initialize();
+    do_without_proxy(address);
     std::promise<Reply> promise;
     std::future<Reply> reply = promise.get_future();
     const auto wait = std::chrono::ceil<std::chrono::seconds>(limit);

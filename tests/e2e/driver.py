@@ -12,9 +12,11 @@ import random
 import subprocess
 import sys
 import time
-from collections.abc import Callable, Iterable, Iterator
+from collections.abc import Callable, Iterable, Iterator, Mapping
+from enum import IntEnum
+from functools import cached_property
 from pathlib import Path
-from typing import TypeVar
+from typing import Self, TypeVar
 
 import gi
 
@@ -28,6 +30,8 @@ DRAG_SOURCE = Path(__file__).with_name("drag_source.py")
 POLL_SECONDS = 0.02
 # Longer than the toolkit takes to fade a control from one state to another.
 REST_SECONDS = 0.3
+# From the right edge of a combo box to the middle of its arrow.
+ARROW_PIXELS = 8
 
 Value = TypeVar("Value")
 
@@ -91,8 +95,12 @@ def middle(control: Atspi.Accessible) -> tuple[int, int]:
     return box.x + box.width // 2, box.y + box.height // 2
 
 
+def click_at(x: int, y: int, times: int = 1) -> None:
+    xdotool("mousemove", x, y, "click", "--repeat", times, "--delay", 50, 1)
+
+
 def click(control: Atspi.Accessible, times: int = 1) -> None:
-    xdotool("mousemove", *middle(control), "click", "--repeat", times, "--delay", 50, 1)
+    click_at(*middle(control), times)
 
 
 # ---- controls ------------------------------------------------------------------------------------
@@ -109,38 +117,54 @@ def has_state(control: Atspi.Accessible, state: Atspi.StateType) -> bool:
     return control.get_state_set().contains(state)
 
 
-class Vantreo:
-    """The program, started through its launcher, and its window.
+def picture_of(x: int, y: int, width: int, height: int) -> GdkPixbuf.Pixbuf:
+    """That part of the screen, as it is now."""
+    return Gdk.pixbuf_get_from_window(Gdk.get_default_root_window(), x, y, width, height)
+
+
+class Program:
+    """The program, started through its launcher, whatever it shows.
 
     A context manager: leaving it kills the program if that still runs.
     """
 
-    def __init__(self, folder: Path | None = None) -> None:
-        """Starts the program in `folder`, or the current one, and waits for its window.
+    def __init__(
+        self, folder: Path | None = None, environment: Mapping[str, str] | None = None
+    ) -> None:
+        """Starts the program in `folder`, or the current one, with these additions to the
+        environment.
 
         It gets one processor, so that a conversion lasts about as long on every machine.
         """
         processor = random.choice(list(os.sched_getaffinity(0)))
+        self.started = time.monotonic()
         self._process = subprocess.Popen(
-            ["taskset", "--cpu-list", str(processor), LAUNCHER], cwd=folder
+            ["taskset", "--cpu-list", str(processor), LAUNCHER],
+            cwd=folder,
+            env=os.environ | dict(environment or {}),
         )
         try:
-            self._application = wait_for(self._find_application, "the program")
-            self._page = wait_for(self._find_convert_page, "the Convert page")
-            wait_for(self._is_ready, "an active window in the middle of the screen")
+            self._wait_until_usable()
         except BaseException:
             self._kill()
             raise
 
-    def __enter__(self) -> "Vantreo":
+    def __enter__(self) -> Self:
         return self
 
     def __exit__(self, *_: object) -> None:
         self._kill()
 
+    def _wait_until_usable(self) -> None:
+        """For a window that takes more than a started program."""
+
     def _kill(self) -> None:
         self._process.kill()
         self._process.wait()
+
+    @cached_property
+    def _application(self) -> Atspi.Accessible:
+        return wait_for(self._find_application, "the program")
 
     def _find_application(self) -> Atspi.Accessible | None:
         desktop = Atspi.get_desktop(0)
@@ -151,34 +175,13 @@ class Vantreo:
                 return application
         return None
 
-    def _find_convert_page(self) -> Atspi.Accessible | None:
-        self._application.clear_cache()
-        for control in descendants(self._application):
-            if control.get_role() == Atspi.Role.PAGE_TAB:
-                return control.get_child_at_index(0)
-        return None
-
-    def _is_ready(self) -> bool:
-        """Whether the window takes input, and stands where the program moves it after it shows."""
-        x, y = middle(self.frame)
-        screen = Gdk.get_default_root_window()
-        centred = abs(x - screen.get_width() // 2) <= 1 and abs(y - screen.get_height() // 2) <= 1
-        return centred and has_state(self.frame, Atspi.StateType.ACTIVE)
-
     def _windows(self) -> list[Atspi.Accessible]:
         application = self._application
         application.clear_cache()
         windows = map(application.get_child_at_index, range(application.get_child_count()))
         return [window for window in windows if window]
 
-    def _control(self, role: Atspi.Role, index: int = 0) -> Atspi.Accessible:
-        """The Convert page's control of that role and place among its like."""
-        page = self._page
-        page.clear_cache()
-        controls = map(page.get_child_at_index, range(page.get_child_count()))
-        return [control for control in controls if control.get_role() == role][index]
-
-    # ---- the controls ----------------------------------------------------------------------------
+    # ---- what is shown ---------------------------------------------------------------------------
 
     @property
     def frame(self) -> Atspi.Accessible:
@@ -191,6 +194,83 @@ class Vantreo:
             if window.get_role() != Atspi.Role.FRAME and has_state(window, Atspi.StateType.ACTIVE):
                 return window
         return None
+
+    @property
+    def is_ready(self) -> bool:
+        """Whether the window takes input, and stands where the program moves it after it shows."""
+        x, y = middle(self.frame)
+        screen = Gdk.get_default_root_window()
+        centred = abs(x - screen.get_width() // 2) <= 1 and abs(y - screen.get_height() // 2) <= 1
+        return centred and has_state(self.frame, Atspi.StateType.ACTIVE)
+
+    def controls(self, role: Atspi.Role) -> list[Atspi.Accessible]:
+        self._application.clear_cache()
+        return [c for c in descendants(self._application) if c.get_role() == role]
+
+    def picture_inside(self) -> GdkPixbuf.Pixbuf | None:
+        """The window without its frame, as the screen shows it now; None before it appears.
+
+        Works while the program answers nobody, as long as no other window stands beside it.
+        """
+        for window in Gdk.Screen.get_default().get_window_stack():
+            _, x, y = window.get_origin()
+            return picture_of(x, y, window.get_width(), window.get_height())
+        return None
+
+    def picture(self, control: Atspi.Accessible | None = None) -> GdkPixbuf.Pixbuf:
+        """The control, or the window with its frame, as the screen shows it at rest."""
+        box = place_on_screen(control or self.frame)
+        picture, since = None, 0.0
+
+        def at_rest() -> bool:
+            nonlocal picture, since
+            last = picture
+            picture = picture_of(box.x, box.y, box.width, box.height)
+            if last is None or last.get_pixels() != picture.get_pixels():
+                since = time.monotonic()
+            return time.monotonic() - since > REST_SECONDS
+
+        wait_for(at_rest, "a window at rest")
+        return picture
+
+    # ---- the end ---------------------------------------------------------------------------------
+
+    def close(self) -> None:
+        """Asks the window manager to close the window."""
+        press_key("alt+F4")
+
+    def wait_for_end(self, seconds: float = 15) -> int:
+        """Returns the program's exit status."""
+        return self._process.wait(seconds)
+
+
+class Page(IntEnum):
+    CONVERT = 0
+    OPTIONS = 1
+    ABOUT = 2
+
+
+class Vantreo(Program):
+    """The program once it shows its three pages."""
+
+    def _wait_until_usable(self) -> None:
+        wait_for(lambda: len(self._tabs()) == len(Page), "the pages")
+        wait_for(lambda: self.is_ready, "an active window in the middle of the screen")
+        self._pages = [tab.get_child_at_index(0) for tab in self._tabs()]
+
+    def _tabs(self) -> list[Atspi.Accessible]:
+        return self.controls(Atspi.Role.PAGE_TAB)
+
+    def _control(
+        self, role: Atspi.Role, index: int = 0, page: Page = Page.CONVERT
+    ) -> Atspi.Accessible:
+        """The page's control of that role and place among its like."""
+        panel = self._pages[page]
+        panel.clear_cache()
+        controls = map(panel.get_child_at_index, range(panel.get_child_count()))
+        return [control for control in controls if control.get_role() == role][index]
+
+    # ---- the controls ----------------------------------------------------------------------------
 
     @property
     def movie_list(self) -> Atspi.Accessible:
@@ -215,11 +295,55 @@ class Vantreo:
     def convert_button(self) -> Atspi.Accessible:
         return self._control(Atspi.Role.PUSH_BUTTON, 2)
 
+    @property
+    def language_label(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.LABEL, 0, Page.OPTIONS)
+
+    @property
+    def language_box(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.COMBO_BOX, 0, Page.OPTIONS)
+
+    @property
+    def translations_box(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.SCROLL_PANE, 0, Page.OPTIONS)
+
+    @property
+    def device_label(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.LABEL, 1, Page.OPTIONS)
+
+    @property
+    def device_box(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.COMBO_BOX, 1, Page.OPTIONS)
+
+    @property
+    def subtitle_box(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.SCROLL_PANE, 1, Page.OPTIONS)
+
+    @property
+    def overwrite_check(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.CHECK_BOX, 0, Page.OPTIONS)
+
+    @property
+    def how_to_move_check(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.CHECK_BOX, 1, Page.OPTIONS)
+
+    @property
+    def about_box(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.SCROLL_PANE, 0, Page.ABOUT)
+
+    @property
+    def donate_button(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.PUSH_BUTTON, 0, Page.ABOUT)
+
     # ---- what the window shows -------------------------------------------------------------------
 
     @property
     def title(self) -> str:
         return self.frame.get_name()
+
+    @property
+    def page_titles(self) -> list[str]:
+        return [tab.get_name() for tab in self._tabs()]
 
     @property
     def movie_count(self) -> int:
@@ -242,8 +366,16 @@ class Vantreo:
         return self._control(Atspi.Role.LABEL, 1).get_name()
 
     @property
+    def elapsed_label(self) -> str:
+        return self._control(Atspi.Role.LABEL, 2).get_name()
+
+    @property
     def elapsed(self) -> str:
         return self._control(Atspi.Role.LABEL, 3).get_name()
+
+    @property
+    def remaining_label(self) -> str:
+        return self._control(Atspi.Role.LABEL, 4).get_name()
 
     @property
     def remaining(self) -> str:
@@ -258,24 +390,35 @@ class Vantreo:
     def is_running(self) -> bool:
         return self.convert_button.get_name() == "Cancel"
 
-    def picture(self) -> GdkPixbuf.Pixbuf:
-        """The window with its frame, as the screen shows it once nothing moves on it."""
-        box = self.frame.get_extents(Atspi.CoordType.SCREEN)
-        screen = Gdk.get_default_root_window()
-        picture, since = None, 0.0
-
-        def at_rest() -> bool:
-            nonlocal picture, since
-            last = picture
-            picture = Gdk.pixbuf_get_from_window(screen, box.x, box.y, box.width, box.height)
-            if last is None or last.get_pixels() != picture.get_pixels():
-                since = time.monotonic()
-            return time.monotonic() - since > REST_SECONDS
-
-        wait_for(at_rest, "a window at rest")
-        return picture
-
     # ---- what a person does ----------------------------------------------------------------------
+
+    def open_page(self, page: Page) -> None:
+        click(self._tabs()[page])
+        panel = self._pages[page]
+
+        def is_shown() -> bool:
+            panel.clear_cache()
+            return has_state(panel, Atspi.StateType.SHOWING)
+
+        wait_for(is_shown, f"the {page.name} page")
+
+    def choose(self, box: Atspi.Accessible, name: str) -> None:
+        """Opens a combo box with its arrow and presses the entry of that name."""
+        area = place_on_screen(box)
+        click_at(area.x + area.width - ARROW_PIXELS, area.y + area.height // 2)
+        entry = next(
+            control
+            for control in descendants(box)
+            if control.get_role() == Atspi.Role.MENU_ITEM and control.get_name() == name
+        )
+
+        def is_shown() -> bool:
+            entry.clear_cache()
+            return has_state(entry, Atspi.StateType.SHOWING)
+
+        wait_for(is_shown, f"{name} in the open list")
+        click(entry)
+        wait_for(lambda: not is_shown(), "the end of the list")
 
     def wait_for_status(self, status: str, seconds: float = 15) -> None:
         wait_for(lambda: self.status == status, f'the status "{status}"', seconds)
@@ -363,11 +506,3 @@ class Vantreo:
                 source.kill()
                 raise
         return released
-
-    def close(self) -> None:
-        """Asks the window manager to close the window."""
-        press_key("alt+F4")
-
-    def wait_for_end(self, seconds: float = 15) -> int:
-        """Returns the program's exit status."""
-        return self._process.wait(seconds)

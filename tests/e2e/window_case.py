@@ -6,9 +6,10 @@ import tempfile
 import unittest
 from pathlib import Path
 
-from driver import Vantreo
+from driver import Program, Vantreo, wait_for
 
 SETTINGS = Path(os.environ["XDG_CONFIG_HOME"]) / "Vantreo.ini"
+BROWSER_LOG = Path(os.environ["BROWSER_LOG"])
 
 
 class WindowCase(unittest.TestCase):
@@ -22,15 +23,32 @@ class WindowCase(unittest.TestCase):
         self.output = folder / "output"
         self.output.mkdir()
         self.write_settings()
+        BROWSER_LOG.write_text("")
 
     def write_settings(self, **settings: str) -> None:
         """Stores these settings beside the output folder; nothing opens the browser."""
         settings = {"Output": str(self.output), "HowToMove": "false"} | settings
         SETTINGS.write_text("".join(f"{key}={value}\n" for key, value in settings.items()))
 
-    def open_window(self, folder: Path | None = None) -> Vantreo:
+    def read_settings(self) -> dict[str, str]:
+        return dict(line.split("=", 1) for line in SETTINGS.read_text().splitlines())
+
+    def open_window(self, folder: Path | None = None, **environment: str) -> Vantreo:
         """Starts the program in `folder`, or the current one; it ends with the test."""
-        return self.enterContext(Vantreo(folder))
+        return self.enterContext(Vantreo(folder, environment))
+
+    def close_window(self, window: Program) -> None:
+        window.close()
+        self.assertEqual(window.wait_for_end(), 0)
+
+    def opened_pages(self) -> list[str]:
+        """The addresses that the browser has been given in this test."""
+        return BROWSER_LOG.read_text().splitlines()
+
+    def wait_for_pages(self, count: int) -> list[str]:
+        """Waits until the browser has been given that many addresses; returns all."""
+        wait_for(lambda: len(self.opened_pages()) >= count, f"{count} pages in the browser")
+        return self.opened_pages()
 
     def output_names(self) -> list[str]:
         return sorted(entry.name for entry in self.output.iterdir())

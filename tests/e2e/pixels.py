@@ -1,0 +1,93 @@
+"""Looks for what pictures of the window show and the accessibility bus does not tell."""
+
+from collections import Counter
+from itertools import groupby
+from typing import NamedTuple
+
+import gi
+
+gi.require_version("PangoCairo", "1.0")
+from driver import Gdk, GdkPixbuf  # noqa: E402
+from gi.repository import Pango, PangoCairo  # noqa: E402
+
+Colour = tuple[int, int, int]
+
+# How the program draws its texts.
+FONT, DPI = "Sans 10", 80
+# Longer than any stroke of a letter.
+SHORTEST_UNDERLINE = 20
+# From an underline up into its letters.
+ABOVE_UNDERLINE = 3
+
+
+class Drawing(NamedTuple):
+    """What stands out from a picture's background: where, and in which colours."""
+
+    background: Colour
+    left: int
+    top: int
+    right: int
+    bottom: int
+    colours: set[Colour]
+
+
+def rows_of(picture: GdkPixbuf.Pixbuf) -> list[list[Colour]]:
+    data, stride = picture.get_pixels(), picture.get_rowstride()
+    step = picture.get_n_channels()
+    rows = []
+    for start in range(0, stride * picture.get_height(), stride):
+        row = data[start : start + step * picture.get_width()]
+        rows.append(list(zip(row[0::step], row[1::step], row[2::step])))
+    return rows
+
+
+def find_drawing(picture: GdkPixbuf.Pixbuf) -> Drawing | None:
+    """What the picture shows on its background, which is its commonest colour; None for nothing."""
+    rows = rows_of(picture)
+    counts = Counter()
+    for row in rows:
+        counts.update(row)
+    background = counts.most_common(1)[0][0]
+    blank = [background] * picture.get_width()
+    places = [
+        (x, y)
+        for y, row in enumerate(rows)
+        if row != blank
+        for x, colour in enumerate(row)
+        if colour != background
+    ]
+    if not places:
+        return None
+    columns, lines = zip(*places)
+    return Drawing(
+        background, min(columns), min(lines), max(columns), max(lines), set(counts) - {background}
+    )
+
+
+def width_of(words: str) -> int:
+    """How many columns of pixels a text takes where the program draws it."""
+    context = Gdk.pango_context_get()
+    PangoCairo.context_set_resolution(context, DPI)
+    layout = Pango.Layout(context)
+    layout.set_font_description(Pango.FontDescription(FONT))
+    layout.set_text(words, -1)
+    ink, _ = layout.get_pixel_extents()
+    return ink.width
+
+
+def is_blue(colour: Colour) -> bool:
+    """Whether it is the blue of a link, which an underline shows blended with the background."""
+    red, green, blue = colour
+    return blue - max(red, green) > 100
+
+
+def find_links(picture: GdkPixbuf.Pixbuf) -> list[tuple[int, int]]:
+    """A place in each underlined line of link text, from the top."""
+    places = []
+    for y, row in enumerate(rows_of(picture)):
+        groups = groupby(range(len(row)), lambda x: is_blue(row[x]))
+        runs = (list(columns) for blue, columns in groups if blue)
+        longest = max(runs, key=len, default=[])
+        if len(longest) >= SHORTEST_UNDERLINE:
+            places.append((longest[len(longest) // 2], y - ABOVE_UNDERLINE))
+    return places

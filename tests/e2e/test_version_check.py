@@ -1,0 +1,204 @@
+"""The version check at the start, against a web site of each test's own."""
+
+import socket
+import threading
+import time
+import unittest
+
+from driver import Atspi, Program, click, wait_for
+from pixels import Drawing, find_drawing, width_of
+from site_server import Answer, SiteServer, drip, http_reply, send, send_after, stay_silent
+from texts import text
+from window_case import WindowCase
+
+REQUEST = r"^GET /current_version\.php\?version=1\.24&os=Linux HTTP/1\.[01]$"
+
+GREEN = (10, 201, 26)
+# The label's rows in the window, and the middle of its columns.
+LABEL_TOP, LABEL_BOTTOM = 120, 140
+LABEL_MIDDLE = 365
+
+SHOWN_SECONDS = 0.5
+BEFORE_CLOSING_SECONDS = 3
+# From the request to a usable window: after an answer, and when the program gives up.
+ANSWERED_SECONDS = 3.5
+SOONEST_GIVEN_UP_SECONDS, LATEST_GIVEN_UP_SECONDS = 4, 6.5
+
+
+def release_text(version: str) -> str:
+    return f"CURRENT_VERSION=>{version}<=CURRENT_VERSION"
+
+
+NEWER = http_reply(release_text("1.25"))
+SAME = http_reply(release_text("1.24"))
+
+
+def find_label(program: Program) -> Drawing | None:
+    """What the window shows down to the check screen's label; None before it appears."""
+    if picture := program.picture_inside():
+        return find_drawing(picture.new_subpixbuf(0, 0, picture.get_width(), LABEL_BOTTOM + 1))
+    return None
+
+
+class VersionCheck(WindowCase):
+    def serve(self, answer: Answer) -> SiteServer:
+        return self.enterContext(SiteServer(answer))
+
+    def start(self, site: str) -> Program:
+        """The program, asking that site; it ends with the test."""
+        return self.enterContext(Program(environment={"VANTREO_SITE": site}))
+
+    def wait_for_label(self, program: Program, words: str, is_green: bool) -> None:
+        """Waits until the check screen shows these words, painted and with nothing above them."""
+
+        def is_shown() -> bool:
+            label = find_label(program)
+            return (
+                label is not None
+                and label.background != (0, 0, 0)
+                and (GREEN in label.colours) == is_green
+                and LABEL_TOP <= label.top < label.bottom < LABEL_BOTTOM
+                and abs((label.left + label.right) / 2 - LABEL_MIDDLE) <= 2
+                and abs(label.right - label.left + 1 - width_of(words)) <= 2
+            )
+
+        wait_for(is_shown, words, 5)
+
+    # ---- the check screen ------------------------------------------------------------------------
+
+    def test_the_screen_is_seen_while_the_site_is_asked_and_has_answered(self) -> None:
+        for language in ("English", "Français"):
+            with self.subTest(language):
+                self.write_settings(Language=language)
+                may_answer = threading.Event()
+                server = self.serve(send_after(may_answer, SAME))
+                self.addCleanup(may_answer.set)
+                program = self.start(server.address)
+                self.wait_for_label(program, text("labelCheckVersion_ing", language), False)
+                wait_for(lambda: server.request_lines, "the request")
+                self.assertRegex(server.request_lines[0], REQUEST)
+
+                answered = time.monotonic()
+                may_answer.set()
+                self.wait_for_label(program, text("labelCheckVersion_no", language), True)
+                wait_for(lambda: find_label(program).top < LABEL_TOP, "the pages")
+                seconds = time.monotonic() - answered
+                self.assertGreaterEqual(seconds, SHOWN_SECONDS)
+                self.assertLess(seconds, SHOWN_SECONDS + 1)
+                wait_for(lambda: program.is_ready, "a usable window")
+                self.close_window(program)
+
+    # ---- a newer version -------------------------------------------------------------------------
+
+    def start_with_newer_version(
+        self, site: str, language: str
+    ) -> tuple[Program, Atspi.Accessible]:
+        """The program and its button once it offers the newer version, and nothing else."""
+        self.write_settings(Language=language)
+        program = self.start(site)
+        label = text("buttonGetNewVersion", language)
+
+        def find_button() -> Atspi.Accessible | None:
+            buttons = program.controls(Atspi.Role.PUSH_BUTTON)
+            return next((b for b in buttons if b.get_name() == label), None)
+
+        button = wait_for(find_button, label)
+        wait_for(lambda: program.is_ready, "a usable window")
+        words = text("labelCheckVersion_yes", language)
+        self.wait_for_label(program, words, True)
+        labels = [label.get_name() for label in program.controls(Atspi.Role.LABEL)]
+        self.assertEqual(labels, [words])
+        self.assertEqual(len(program.controls(Atspi.Role.PUSH_BUTTON)), 1)
+        self.assertEqual(program.controls(Atspi.Role.PAGE_TAB), [])
+        return program, button
+
+    def test_a_newer_version_is_fetched_with_the_browser(self) -> None:
+        expected = []
+        for language, page, slash in (
+            ("English", "Download", ""),
+            ("Français", "FR/Telecharger", "/"),
+            ("Español", "Download", "/"),
+        ):
+            with self.subTest(language):
+                server = self.serve(send(NEWER))
+                site = f"http://{server.host}"
+                expected.append(f"{site}/{page}")
+                program, button = self.start_with_newer_version(site + slash, language)
+                self.assertRegex(server.request_lines[0], REQUEST)
+
+                clicked = time.monotonic()
+                click(button)
+                self.wait_for_pages(len(expected))
+                self.assertLess(time.monotonic() - clicked, BEFORE_CLOSING_SECONDS)
+                self.assertEqual(program.wait_for_end(), 0)
+                seconds = time.monotonic() - clicked
+                self.assertGreaterEqual(seconds, BEFORE_CLOSING_SECONDS)
+                self.assertLess(seconds, BEFORE_CLOSING_SECONDS + 1.5)
+                self.assertEqual(self.opened_pages(), expected)
+
+    def test_closing_instead_of_fetching_does_not_ask(self) -> None:
+        server = self.serve(send(NEWER))
+        program, _ = self.start_with_newer_version(server.address, "English")
+        closed = time.monotonic()
+        self.close_window(program)
+        self.assertLess(time.monotonic() - closed, 1)
+        self.assertEqual(self.opened_pages(), [])
+
+    # ---- everything else leads to the ordinary window --------------------------------------------
+
+    def test_any_other_answer_leads_to_the_window(self) -> None:
+        filler = "x" * 10_000_000
+        for what, reply in {
+            "no markers": http_reply("1.25"),
+            "an empty page": http_reply(),
+            "no answer": b"",
+            "an error": http_reply(release_text("1.25"), "500 Internal Server Error"),
+            "a newer version behind 10 MB": http_reply(filler + release_text("1.25")),
+            "an older version before 10 MB": http_reply(release_text("1.23") + filler),
+        }.items():
+            with self.subTest(what):
+                server = self.serve(send(reply))
+                window = self.open_window(VANTREO_SITE=server.address)
+                self.assertLess(time.monotonic() - server.accepted[0], ANSWERED_SECONDS)
+                self.close_window(window)
+        self.assertEqual(self.opened_pages(), [])
+
+    def test_nobody_but_the_site_is_asked(self) -> None:
+        target, proxy = self.serve(send(NEWER)), self.serve(send(NEWER))
+        server = self.serve(send(http_reply("", "302 Found", f"Location: {target.address}")))
+        window = self.open_window(
+            VANTREO_SITE=server.address, HTTP_PROXY=proxy.host, http_proxy=proxy.address
+        )
+        self.assertLess(time.monotonic() - server.accepted[0], ANSWERED_SECONDS)
+        self.close_window(window)
+        self.assertEqual(len(server.accepted), 1)
+        self.assertEqual(target.accepted + proxy.accepted, [])
+
+    def test_a_site_that_cannot_be_reached_leads_to_the_window(self) -> None:
+        # Bound and not listening: refused, and no other program's.
+        with socket.socket() as closed:
+            closed.bind(("127.0.0.1", 0))
+            window = self.open_window(VANTREO_SITE=f"http://127.0.0.1:{closed.getsockname()[1]}/")
+            self.assertLess(time.monotonic() - window.started, ANSWERED_SECONDS)
+            self.close_window(window)
+
+        window = self.open_window(VANTREO_SITE="http://no-such-name.invalid/")
+        self.assertLess(time.monotonic() - window.started, LATEST_GIVEN_UP_SECONDS)
+        self.close_window(window)
+
+    def test_a_site_that_does_not_finish_is_given_up(self) -> None:
+        for what, answer in {"silent": stay_silent, "a byte a second": drip(NEWER)}.items():
+            with self.subTest(what):
+                server = self.serve(answer)
+                window = self.open_window(VANTREO_SITE=server.address)
+                seconds = time.monotonic() - server.accepted[0]
+                self.assertGreaterEqual(seconds, SOONEST_GIVEN_UP_SECONDS)
+                self.assertLess(seconds, LATEST_GIVEN_UP_SECONDS)
+                # The request may still wait: it must not hold the end.
+                closed = time.monotonic()
+                self.close_window(window)
+                self.assertLess(time.monotonic() - closed, 1)
+
+
+if __name__ == "__main__":
+    unittest.main()

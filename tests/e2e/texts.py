@@ -1,0 +1,23 @@
+"""The texts that the window should show, from the program's own table of translations."""
+
+import re
+from pathlib import Path
+
+TABLE = Path(__file__).parents[2] / "src" / "i18n" / "table.cpp"
+
+
+def _read_table() -> list[list[str]]:
+    """The table's records, cell by cell; the first names the languages."""
+    literals = re.findall(r'^ +L"(.*)"', TABLE.read_text(), re.MULTILINE)
+    content = "".join(literals).replace(r"\u00a0", "\u00a0").replace(r"\"", '"')
+    return [record.split("|") for record in content.split("§")]
+
+
+_HEADER, *_RECORDS = _read_table()
+LANGUAGES = [cell.split(":")[0] for cell in _HEADER]
+_TEXTS = {key: dict(zip(LANGUAGES, cells, strict=True)) for key, *cells in _RECORDS}
+
+
+def text(key: str, language: str = "English") -> str:
+    """The text of that key; the English one where the language has none."""
+    return _TEXTS[key][language] or _TEXTS[key]["English"]
