@@ -136,6 +136,9 @@ class Program:
 
         It gets one processor, so that a conversion lasts about as long on every machine.
         """
+        # At its first key the display changes its keyboard, whereupon the window manager lets go of
+        # its keys for a moment. It has them back before it takes up the program's window.
+        press_key("Shift_L")
         processor = random.choice(list(os.sched_getaffinity(0)))
         self.started = time.monotonic()
         self._process = subprocess.Popen(

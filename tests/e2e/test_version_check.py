@@ -80,9 +80,9 @@ class VersionCheck(WindowCase):
                 server = self.serve(send_after(may_answer, SAME))
                 self.addCleanup(may_answer.set)
                 program = self.start(server.address)
-                self.wait_for_label(program, text("labelCheckVersion_ing", language), False)
                 wait_for(lambda: server.request_lines, "the request")
                 self.assertRegex(server.request_lines[0], REQUEST)
+                self.wait_for_label(program, text("labelCheckVersion_ing", language), False)
 
                 answered = time.monotonic()
                 may_answer.set()
