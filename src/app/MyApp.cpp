@@ -4,7 +4,9 @@
 
 #include "app/Vantreo.h"
 #include "app/painting.h"
+#include "app/window_icon.h"
 #ifdef __WXGTK__
+#include "app/gtk_html_colours.h"
 #include "app/gtk_look.h"
 #endif
 
@@ -14,11 +16,13 @@ bool MyApp::OnInit() {
     delete wxLog::SetActiveTarget(new wxLogStderr);
 #ifdef __WXGTK__
     apply_gtk_look();
+    apply_theme_to_html();
 #endif
 
     auto* frame =
         new Vantreo("Vantreo", wxDefaultPosition, wxSize(735, 330),
                     wxCAPTION | wxCLIP_CHILDREN | wxCLOSE_BOX | wxSYSTEM_MENU | wxMINIMIZE_BOX);
+    frame->SetIcons(window_icon());
     frame->SetSize(770, 385);
     frame->Center(wxBOTH);
 #ifdef __WXGTK__

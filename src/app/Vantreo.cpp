@@ -4,6 +4,7 @@
 #include <wx/filename.h>
 #include <wx/stdpaths.h>
 
+#include "app/accessibility.h"
 #include "convert/Movie.h"
 #include "i18n/system_language.h"
 
@@ -53,6 +54,8 @@ Vantreo::Vantreo(const wxString& title, const wxPoint& pos, const wxSize& size, 
 }
 
 Vantreo::~Vantreo() {
+    if (notebook != nullptr)
+        stop_telling_of_pages(*notebook);
     for (auto& job : jobs) {
         job->Detach();
         if (!job->Ended())

@@ -190,6 +190,9 @@ class Vantreo : public wxFrame {
     void layout_options_page();
     void layout_about_page();
     void place_convert_page();
+    void label_for_screen_readers();
+    void order_for_keyboard();
+    void show_html_pages();
 
     // app/states.cpp
     void enable_inputs(bool enable);

@@ -9,16 +9,29 @@
 
 namespace {
 
-// The controls' places were drawn for a screen where 10 points are 10 pixels.
-constexpr int kTextDpi = 80;
+// The controls' places were drawn for a screen where 10 points are 10 pixels. This is the largest
+// resolution at which every text has its room in every language: at the next one the longest name
+// of a device no longer fits its box.
+constexpr int kTextDpi = 85;
 
 constexpr const char* kStyleSheet = R"css(
 entry { min-height: 0; padding-top: 0; padding-bottom: 0; }
+entry:not(:focus) selection { background-color: transparent; color: transparent; }
 button { min-height: 0; padding-top: 2px; padding-bottom: 2px; }
-combobox entry { padding-left: 4px; padding-right: 0; }
-combobox button { padding: 0 2px; }
+button.text-button { padding-left: 8px; padding-right: 8px; }
+combobox entry { padding-left: 4px; padding-right: 2px; }
+combobox button { padding: 0; min-width: 16px; }
+combobox arrow { min-width: 14px; }
 progressbar trough, progressbar progress { min-height: 13px; }
 )css";
+
+/// The pages get the very colour that the toolkit reports for them, as the HTML boxes do.
+void load_style_sheet(GtkCssProvider* provider) {
+    const wxString page = wxPanel::GetClassDefaultAttributes().colBg.GetAsString(wxC2S_CSS_SYNTAX);
+    const wxString style_sheet =
+        kStyleSheet + ("notebook > stack { background-color: " + page + "; }");
+    gtk_css_provider_load_from_data(provider, style_sheet.utf8_str(), -1, nullptr);
+}
 
 /// Where a frame, unless it is gone, has to be.
 struct Place {
@@ -38,18 +51,17 @@ gboolean apply_place(gpointer data) {
 }  // namespace
 
 void apply_gtk_look() {
-    g_object_set(gtk_settings_get_default(), "gtk-xft-dpi", kTextDpi * 1024, nullptr);
+    GtkSettings* const settings = gtk_settings_get_default();
+    g_object_set(settings, "gtk-xft-dpi", kTextDpi * 1024, nullptr);
 
-    // The pages get the very colour that the toolkit reports for them, as the HTML boxes do.
-    const wxString page = wxPanel::GetClassDefaultAttributes().colBg.GetAsString(wxC2S_CSS_SYNTAX);
-    const wxString style_sheet =
-        kStyleSheet + ("notebook > stack { background-color: " + page + "; }");
-    GtkCssProvider* provider = gtk_css_provider_new();
-    gtk_css_provider_load_from_data(provider, style_sheet.utf8_str(), -1, nullptr);
+    GtkCssProvider* const provider = gtk_css_provider_new();
+    load_style_sheet(provider);
     gtk_style_context_add_provider_for_screen(gdk_screen_get_default(),
                                               GTK_STYLE_PROVIDER(provider),
                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-    g_object_unref(provider);
+    g_signal_connect_swapped(settings, "notify::gtk-theme-name", G_CALLBACK(load_style_sheet),
+                             provider);
+    g_object_unref(provider);  // the screen keeps it
 }
 
 void keep_place_when_mapped(wxFrame& frame, const wxSize& size) {

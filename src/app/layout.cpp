@@ -13,9 +13,11 @@
 #include <wx/textctrl.h>
 
 #include "app/Vantreo.h"
+#include "app/accessibility.h"
 #include "convert/devices.h"
 #include "input/DnDtextMovies.h"
 #include "input/DnDtextOutput.h"
+#include "web/pages.h"
 
 namespace {
 
@@ -39,7 +41,7 @@ wxHtmlWindow* html_box(wxWindow* parent, const wxPoint& position, const wxSize& 
                        const wxString& page) {
     auto* box =
         new wxHtmlWindow(parent, wxID_ANY, position, size, wxHW_SCROLLBAR_NEVER, "htmlWindow");
-    box->SetPage(page);
+    show_page(*box, page);
     return box;
 }
 
@@ -76,6 +78,13 @@ void Vantreo::layout() {
     layout_options_page();
     layout_about_page();
     place_convert_page();
+    label_for_screen_readers();
+    order_for_keyboard();
+    // A changed theme: what the HTML boxes show is written in the colours of the old one.
+    Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
+        show_html_pages();
+        event.Skip();
+    });
     SendSizeEvent();  // the notebook, now the frame's only child, fills it
 }
 
@@ -180,6 +189,27 @@ void Vantreo::place_convert_page() {
     place(*labelElapsedTime, wxPoint(150, 245), labelElapsedTime->GetSize());
     place(*labelRemaining, wxPoint(480, 245), labelRemaining->GetSize());
     place(*labelRemainingTime, wxPoint(590, 245), labelRemainingTime->GetSize());
+}
+
+void Vantreo::label_for_screen_readers() {
+    label_control(*textMovies, {buttonMovies});
+    label_control(*textOutput, {buttonOutput});
+    label_control(*gaugeProgress, {labelStatus, labelPercent});
+    label_by_page_title(*boxProgress, *notebook, 0);
+    label_control(*comboboxLanguages, {labelLanguage});
+    label_control(*comboboxOptimize, {labelOptimize});
+}
+
+void Vantreo::order_for_keyboard() {
+    buttonMovies->MoveAfterInTabOrder(textMovies);  // row by row, as one reads
+    make_one_tab_stop(*comboboxLanguages);
+    make_one_tab_stop(*comboboxOptimize);
+}
+
+void Vantreo::show_html_pages() {
+    show_page(*htmlTranslations, translations_page());
+    show_page(*htmlSubtitle, subtitle_page(*panelOptions));
+    show_page(*htmlAbout, about_page());
 }
 
 void Vantreo::layout_movies() {}

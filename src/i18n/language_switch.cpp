@@ -9,6 +9,7 @@
 #include <wx/stattext.h>
 
 #include "app/Vantreo.h"
+#include "web/pages.h"
 
 void Vantreo::OncomboboxLanguages(wxCommandEvent&) {
     // First, so that every text below is in the new language.
@@ -22,14 +23,14 @@ void Vantreo::OncomboboxLanguages(wxCommandEvent&) {
     buttonOutput->SetLabel(Translate("buttonOutput", 0));
     labelOptimize->SetLabel(Translate("labelOptimize", 0));
     // The Convert page's colour, although the box stands on the Options page; kept on purpose.
-    htmlSubtitle->SetPage(subtitle_page(*panelConvert));
+    show_page(*htmlSubtitle, subtitle_page(*panelConvert));
     buttonConvert->SetLabel(Translate("buttonConvert", 0));
     labelElapsed->SetLabel(Translate("labelElapsed", 0));
     labelRemaining->SetLabel(Translate("labelRemaining", 0));
     labelLanguage->SetLabel(Translate("labelLanguage", 0));
     checkboxOverwrite->SetLabel(Translate("checkboxOverwrite", 0));
     checkboxHowToMove->SetLabel(Translate("checkboxHowToMove", 0));
-    htmlTranslations->SetPage(translations_page());
+    show_page(*htmlTranslations, translations_page());
     buttonDonate->SetLabel(Translate("buttonDonate", 0));
-    htmlAbout->SetPage(about_page());
+    show_page(*htmlAbout, about_page());
 }

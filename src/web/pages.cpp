@@ -1,8 +1,10 @@
 #include "web/pages.h"
 
+#include <wx/html/htmlwin.h>
 #include <wx/panel.h>
 
 #include "app/Vantreo.h"
+#include "app/accessibility.h"
 #include "app/build_facts.h"
 #include "web/site.h"
 
@@ -28,6 +30,11 @@ wxString about_page_html(const wxColour& background, const AboutTexts& texts) {
            texts.contact +                                                            //
            "<br><a href=" + texts.contactAddress + ">" + texts.contactAddress +       //
            "</a><br><br><b>" + texts.youLike + "</b><br>" + texts.donate + "</p></body>";
+}
+
+void show_page(wxHtmlWindow& box, const wxString& page) {
+    box.SetPage(page);
+    name_control(box, box.ToText().Trim(true).Trim(false));
 }
 
 wxString Vantreo::translations_page() {

@@ -3,6 +3,8 @@
 #include <wx/colour.h>
 #include <wx/string.h>
 
+class wxHtmlWindow;
+
 // The HTML that the window's three link boxes show. Attribute values carry no quotation marks, and
 // the link page has no closing body tag.
 
@@ -21,3 +23,6 @@ struct AboutTexts {
 };
 
 wxString about_page_html(const wxColour& background, const AboutTexts& texts);
+
+/// Shows the page in the box, and lets a screen reader name the box by the page's text.
+void show_page(wxHtmlWindow& box, const wxString& page);

@@ -16,7 +16,7 @@ from collections.abc import Callable, Iterable, Iterator, Mapping
 from enum import IntEnum
 from functools import cached_property
 from pathlib import Path
-from typing import Self, TypeVar
+from typing import IO, Self, TypeVar
 
 import gi
 
@@ -129,10 +129,13 @@ class Program:
     """
 
     def __init__(
-        self, folder: Path | None = None, environment: Mapping[str, str] | None = None
+        self,
+        folder: Path | None = None,
+        environment: Mapping[str, str] | None = None,
+        console: IO[bytes] | None = None,
     ) -> None:
         """Starts the program in `folder`, or the current one, with these additions to the
-        environment.
+        environment. What it has to complain about goes to `console`, or to that of the test.
 
         It gets one processor, so that a conversion lasts about as long on every machine.
         """
@@ -140,11 +143,14 @@ class Program:
         # its keys for a moment. It has them back before it takes up the program's window.
         press_key("Shift_L")
         processor = random.choice(list(os.sched_getaffinity(0)))
+        # The bus tells places in units of the program, each that many pixels wide and high.
+        self.scale = int((environment or {}).get("GDK_SCALE", 1))
         self.started = time.monotonic()
         self._process = subprocess.Popen(
             ["taskset", "--cpu-list", str(processor), LAUNCHER],
             cwd=folder,
             env=os.environ | dict(environment or {}),
+            stderr=console,
         )
         try:
             self._wait_until_usable()
@@ -203,7 +209,9 @@ class Program:
         """Whether the window takes input, and stands where the program moves it after it shows."""
         x, y = middle(self.frame)
         screen = Gdk.get_default_root_window()
-        centred = abs(x - screen.get_width() // 2) <= 1 and abs(y - screen.get_height() // 2) <= 1
+        off = abs(x * self.scale - screen.get_width() // 2)
+        down = abs(y * self.scale - screen.get_height() // 2)
+        centred = max(off, down) <= self.scale
         return centred and has_state(self.frame, Atspi.StateType.ACTIVE)
 
     def controls(self, role: Atspi.Role) -> list[Atspi.Accessible]:
@@ -228,7 +236,7 @@ class Program:
         def at_rest() -> bool:
             nonlocal picture, since
             last = picture
-            picture = picture_of(box.x, box.y, box.width, box.height)
+            picture = picture_of(*(n * self.scale for n in (box.x, box.y, box.width, box.height)))
             if last is None or last.get_pixels() != picture.get_pixels():
                 since = time.monotonic()
             return time.monotonic() - since > REST_SECONDS
@@ -297,6 +305,14 @@ class Vantreo(Program):
     @property
     def convert_button(self) -> Atspi.Accessible:
         return self._control(Atspi.Role.PUSH_BUTTON, 2)
+
+    @property
+    def progress_box(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.PANEL)
+
+    @property
+    def progress_bar(self) -> Atspi.Accessible:
+        return self._control(Atspi.Role.PROGRESS_BAR)
 
     @property
     def language_label(self) -> Atspi.Accessible:
@@ -387,7 +403,7 @@ class Vantreo(Program):
     @property
     def gauge(self) -> float:
         """How much of the progress bar is filled, from 0 to 1."""
-        return Atspi.Value.get_current_value(self._control(Atspi.Role.PROGRESS_BAR))
+        return Atspi.Value.get_current_value(self.progress_bar)
 
     @property
     def is_running(self) -> bool:
@@ -397,6 +413,14 @@ class Vantreo(Program):
 
     def open_page(self, page: Page) -> None:
         click(self._tabs()[page])
+        self._wait_for_page(page)
+
+    def open_next_page(self, page: Page) -> None:
+        """Goes on by the keyboard to `page`, which must be the one after the page that is shown."""
+        press_key("ctrl+Next")
+        self._wait_for_page(page)
+
+    def _wait_for_page(self, page: Page) -> None:
         panel = self._pages[page]
 
         def is_shown() -> bool:

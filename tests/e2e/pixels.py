@@ -6,14 +6,14 @@ from typing import NamedTuple
 
 import gi
 
-gi.require_version("PangoCairo", "1.0")
-from driver import Gdk, GdkPixbuf  # noqa: E402
-from gi.repository import Pango, PangoCairo  # noqa: E402
+gi.require_version("Gtk", "3.0")
+from driver import GdkPixbuf  # noqa: E402
+from gi.repository import Gtk, Pango  # noqa: E402
 
 Colour = tuple[int, int, int]
 
 # How the program draws its texts.
-FONT, DPI = "Sans 10", 80
+FONT, DPI = "Sans 10", 85
 # Longer than any stroke of a letter.
 SHORTEST_UNDERLINE = 20
 # From an underline up into its letters.
@@ -66,11 +66,9 @@ def find_drawing(picture: GdkPixbuf.Pixbuf) -> Drawing | None:
 
 def width_of(words: str) -> int:
     """How many columns of pixels a text takes where the program draws it."""
-    context = Gdk.pango_context_get()
-    PangoCairo.context_set_resolution(context, DPI)
-    layout = Pango.Layout(context)
+    Gtk.Settings.get_default().set_property("gtk-xft-dpi", DPI * 1024)
+    layout = Gtk.Label().create_pango_layout(words)
     layout.set_font_description(Pango.FontDescription(FONT))
-    layout.set_text(words, -1)
     ink, _ = layout.get_pixel_extents()
     return ink.width
 
@@ -78,7 +76,22 @@ def width_of(words: str) -> int:
 def is_blue(colour: Colour) -> bool:
     """Whether it is the blue of a link, which an underline shows blended with the background."""
     red, green, blue = colour
-    return blue - max(red, green) > 100
+    return blue - max(red, green) > 25
+
+
+def contrast(one: Colour, other: Colour) -> float:
+    """The contrast ratio of two colours by the Web Content Accessibility Guidelines 2.1."""
+
+    def linear(channel: int) -> float:
+        value = channel / 255
+        return value / 12.92 if value <= 0.03928 else ((value + 0.055) / 1.055) ** 2.4
+
+    def luminance(colour: Colour) -> float:
+        red, green, blue = map(linear, colour)
+        return 0.2126 * red + 0.7152 * green + 0.0722 * blue
+
+    darker, lighter = sorted((luminance(one), luminance(other)))
+    return (lighter + 0.05) / (darker + 0.05)
 
 
 def find_links(picture: GdkPixbuf.Pixbuf) -> list[tuple[int, int]]:

@@ -1,5 +1,7 @@
 #include "support/html_links.h"
 
+#include <wx/dcmemory.h>
+#include <wx/html/htmlcell.h>
 #include <wx/html/htmlwin.h>
 
 #include <algorithm>
@@ -11,6 +13,18 @@ void collect_links(const wxHtmlCell* cell, Links& links) {
         if (const wxHtmlLinkInfo* link = cell->GetLink())
             links.push_back(link->GetHref());
         collect_links(cell->GetFirstChild(), links);
+    }
+}
+
+void collect_colours(const wxHtmlCell* cell, wxDC& dc, std::vector<wxColour>& colours) {
+    for (; cell != nullptr; cell = cell->GetNext()) {
+        if (const auto* change = dynamic_cast<const wxHtmlColourCell*>(cell)) {
+            wxHtmlRenderingInfo info;
+            const_cast<wxHtmlColourCell*>(change)->DrawInvisible(dc, 0, 0, info);
+            if (info.GetState().GetFgColour().IsOk())
+                colours.push_back(info.GetState().GetFgColour());
+        }
+        collect_colours(cell->GetFirstChild(), dc, colours);
     }
 }
 
@@ -28,4 +42,14 @@ wxColour page_colour(const wxHtmlWindow* box) {
     return box->GetInternalRepresentation()->GetBackgroundColour().IsOk()
                ? box->GetInternalRepresentation()->GetBackgroundColour()
                : box->GetBackgroundColour();
+}
+
+std::vector<wxColour> text_colours(const wxHtmlWindow* box) {
+    std::vector<wxColour> colours;
+    wxBitmap bitmap(1, 1);
+    wxMemoryDC dc(bitmap);
+    collect_colours(box->GetInternalRepresentation(), dc, colours);
+    // First comes the toolkit's own black, in which nothing is written.
+    colours.erase(colours.begin());
+    return colours;
 }

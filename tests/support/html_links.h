@@ -14,3 +14,6 @@ Links links_of(const wxHtmlWindow* box);
 
 /// The background colour that the shown page asks for.
 wxColour page_colour(const wxHtmlWindow* box);
+
+/// The colours that the shown page writes in, in order.
+std::vector<wxColour> text_colours(const wxHtmlWindow* box);

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <wx/colour.h>
+
+/// The contrast of two opaque colours, from 1 (the same) to 21 (black and white), as the Web
+/// Content Accessibility Guidelines 2.1 define it ("contrast ratio").
+double contrast(const wxColour& one, const wxColour& other);
+
+/// What a text needs at least to be readable by those guidelines (level AA).
+constexpr double kReadableContrast = 4.5;
+
+/// `wanted`, or as much of it mixed into `text` as stays readable on `background`; `text` itself
+/// when nothing does.
+wxColour readable_on(const wxColour& background, const wxColour& wanted, const wxColour& text);

@@ -1,0 +1,39 @@
+#include "app/gtk_html_colours.h"
+
+#include <wx/html/htmlwin.h>
+// Needs the one before it.
+#include <wx/html/htmlproc.h>
+#include <wx/panel.h>
+#include <wx/settings.h>
+
+#include "app/contrast.h"
+
+namespace {
+
+const wxString kBodyTag = "<body ";
+
+/// Adds the colours to the tag that opens a page's body.
+class ThemeColours : public wxHtmlProcessor {
+  public:
+    wxString Process(const wxString& page) const override {
+        wxString rest;
+        if (!page.StartsWith(kBodyTag, &rest))
+            return page;
+        const wxVisualAttributes look = wxPanel::GetClassDefaultAttributes();
+        const wxColour link =
+            readable_on(look.colBg, wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT), look.colFg);
+        return kBodyTag + "text=" + look.colFg.GetAsString(wxC2S_HTML_SYNTAX) +
+               " link=" + link.GetAsString(wxC2S_HTML_SYNTAX) + " " + rest;
+    }
+};
+
+}  // namespace
+
+void apply_theme_to_html() {
+    static ThemeColours* const applied = [] {
+        auto* const colours = new ThemeColours;
+        wxHtmlWindow::AddGlobalProcessor(colours);  // which owns it
+        return colours;
+    }();
+    static_cast<void>(applied);
+}

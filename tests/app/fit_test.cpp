@@ -1,0 +1,158 @@
+// Every text of the window finds its place: in each language, for each device, on each page, in
+// each state.
+
+#include <gtk/gtk.h>
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/combobox.h>
+#include <wx/html/htmlwin.h>
+#include <wx/listbox.h>
+#include <wx/notebook.h>
+#include <wx/panel.h>
+#include <wx/stattext.h>
+
+#include "app/painting.h"
+#include "support/frame_test.h"
+#include "support/misfits.h"
+
+namespace {
+
+constexpr unsigned kMovies = 1000;  // the longest position in a status line
+
+struct State {
+    const char* name;
+    std::function<void(Vantreo&)> show;
+};
+
+const State kStates[] = {
+    {"normal", [](Vantreo& frame) { frame.layout_normal(); }},
+    {"converting", [](Vantreo& frame) { frame.layout_converting(kMovies); }},
+    {"subtitle", [](Vantreo& frame) { frame.layout_subtitle(kMovies); }},
+    {"converted", [](Vantreo& frame) { frame.layout_converted(); }},
+    {"error", [](Vantreo& frame) { frame.layout_error(); }},
+    {"canceled", [](Vantreo& frame) { frame.layout_canceled(); }},
+};
+
+class Fit : public FrameTest {
+  protected:
+    wxPanel* page(size_t index) const {
+        return static_cast<wxPanel*>(frame->notebook->GetPage(index));
+    }
+
+    void lay_out() const {
+        run_pending_events();
+        paint_now(*frame);
+    }
+
+    void expect_fit(size_t index, const wxString& where) {
+        frame->notebook->SetSelection(index);
+        lay_out();
+        for (const wxString& misfit : misfits(*page(index)))
+            ADD_FAILURE() << where << ": " << misfit;
+    }
+
+    void expect_fit_in_every_state(const wxString& where) {
+        frame->textMovies->Append(wxArrayString(kMovies, movies.file("a.avi")));
+        for (const State& state : kStates) {
+            state.show(*frame);
+            expect_fit(0, where + ", " + state.name);
+        }
+    }
+
+    void expect_fit_everywhere(const wxString& where) {
+        for (const wxString& misfit : misfits_of_titles(*frame->notebook))
+            ADD_FAILURE() << where << ": " << misfit;
+        expect_fit_in_every_state(where);
+        expect_fit(1, where);
+        expect_fit(2, where);
+    }
+
+    /// `room` is what the control has, in pixels, before it is cut or meets its neighbour.
+    void expect_misfit_when_too_long(wxWindow& control, int room, size_t index) {
+        frame->notebook->SetSelection(index);
+        const wxString text = control.GetLabel();
+        wxString longer = text + " " + text;
+        while (control.GetTextExtent(longer).x <= room)
+            longer += " " + text;
+        control.SetLabel(longer);
+        lay_out();
+        EXPECT_FALSE(misfits(*page(index)).empty()) << longer;
+        control.SetLabel(text);
+        lay_out();
+        EXPECT_TRUE(misfits(*page(index)).empty()) << text;
+    }
+
+    void expect_misfit_when_tripled(wxHtmlWindow& box, size_t index) {
+        frame->notebook->SetSelection(index);
+        lay_out();
+        EXPECT_TRUE(misfits(*page(index)).empty());
+        const wxString text = box.ToText();
+        box.SetPage("<a href=x>" + text + " " + text + " " + text + "</a>");
+        lay_out();
+        EXPECT_FALSE(misfits(*page(index)).empty()) << box.ToText();
+    }
+};
+
+}  // namespace
+
+TEST_F(Fit, EveryTextHasRoomInEveryLanguageForEveryDevice) {
+    start();
+    const wxArrayString languages = frame->languages;
+    close();
+    for (const wxString& language : languages) {
+        for (const wxString device : {"0", "1", "2"}) {
+            setting("Language", language);
+            setting("Optimize", device);
+            start();
+            expect_fit_everywhere(language + ", device " + device);
+            close();
+        }
+    }
+}
+
+TEST_F(Fit, EveryLanguageAndEveryDeviceHasRoomInItsBox) {
+    start();
+    frame->notebook->SetSelection(1);
+    for (wxComboBox* box : {frame->comboboxLanguages, frame->comboboxOptimize}) {
+        for (unsigned entry = 0; entry < box->GetCount(); ++entry) {
+            box->SetSelection(static_cast<int>(entry));
+            expect_fit(1, box->GetString(entry));
+        }
+    }
+}
+
+TEST_F(Fit, ALargerTextWouldNotHaveRoom) {
+    GtkSettings* const settings = gtk_settings_get_default();
+    start();
+    int dpi = 0;
+    g_object_get(settings, "gtk-xft-dpi", &dpi, nullptr);
+    frame->notebook->SetSelection(1);
+    lay_out();
+    EXPECT_TRUE(misfits(*page(1)).empty());
+    g_object_set(settings, "gtk-xft-dpi", dpi + 1024, nullptr);
+    lay_out();
+    EXPECT_FALSE(misfits(*page(1)).empty());
+    g_object_set(settings, "gtk-xft-dpi", dpi, nullptr);
+}
+
+TEST_F(Fit, ATextThatIsTooLongIsFound) {
+    start();
+    const wxArrayString languages = frame->languages;
+    close();
+    for (const wxString& language : languages) {
+        setting("Language", language);
+        start();
+        expect_misfit_when_too_long(*frame->buttonMovies, 285, 0);
+        expect_misfit_when_too_long(*frame->buttonOutput, 265, 0);
+        expect_misfit_when_too_long(*frame->buttonConvert, 700, 0);
+        expect_misfit_when_too_long(*frame->labelElapsed, 130, 0);
+        expect_misfit_when_too_long(*frame->labelRemaining, 110, 0);
+        expect_misfit_when_too_long(*frame->labelLanguage, 140, 1);
+        expect_misfit_when_too_long(*frame->labelOptimize, 140, 1);
+        expect_misfit_when_too_long(*frame->checkboxOverwrite, 700, 1);
+        expect_misfit_when_too_long(*frame->checkboxHowToMove, 700, 1);
+        expect_misfit_when_too_long(*frame->buttonDonate, 160, 2);
+        expect_misfit_when_tripled(*frame->htmlTranslations, 1);
+        close();
+    }
+}

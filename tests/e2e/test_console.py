@@ -1,0 +1,34 @@
+"""The program has nothing to complain about on its console."""
+
+import tempfile
+import unittest
+
+from driver import Page, Vantreo, click, press_key, wait_for
+from samples import SUBTITLES, make_film
+from window_case import WindowCase
+
+
+class Console(WindowCase):
+    def test_an_ordinary_day_leaves_nothing_on_the_console(self) -> None:
+        film = make_film(self.movies / "film.mkv", 3)
+        film.with_suffix(".srt").write_text(SUBTITLES)
+        with tempfile.TemporaryFile() as console:
+            window = self.enterContext(Vantreo(console=console))
+            window.drop([film], window.movie_list)
+            window.convert()
+            window.open_page(Page.OPTIONS)
+            window.choose(window.language_box, "Deutsch")
+            wait_for(lambda: window.page_titles[0] == "Konvertieren", "a German window")
+            window.open_page(Page.ABOUT)
+            window.open_page(Page.CONVERT)
+            click(window.movies_button)
+            window.wait_for_dialog()
+            press_key("Escape")
+            window.wait_for_no_dialog()
+            self.close_window(window)
+            console.seek(0)
+            self.assertEqual(console.read().decode(), "")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,162 @@
+"""The window without a pointer: with the keyboard, and as a screen reader tells it."""
+
+import unittest
+
+from driver import Atspi, Page, Vantreo, descendants, has_state, press_key, wait_for
+from samples import make_film
+from texts import text
+from window_case import WindowCase
+
+CONVERT_PAGE = ("buttonMovies", "buttonMovies", "buttonOutput", "buttonOutput", "buttonConvert")
+OPTIONS_PAGE = (
+    "labelLanguage",
+    "htmlTranslations",
+    "labelOptimize",
+    "htmlSubtitle",
+    "checkboxOverwrite",
+    "checkboxHowToMove",
+)
+
+
+def labels(control: Atspi.Accessible) -> str:
+    """The texts of the controls that label this one."""
+    relations = [
+        relation
+        for relation in control.get_relation_set()
+        if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY
+    ]
+    targets = [r.get_target(i) for r in relations for i in range(r.get_n_targets())]
+    return " ".join(filter(None, (target.get_name() for target in targets)))
+
+
+def spoken(control: Atspi.Accessible) -> str:
+    """How a screen reader names the control: by its label, or else by its own name."""
+    return labels(control) or control.get_name()
+
+
+def focused(window: Vantreo) -> str:
+    """How the control that has the keyboard is named; "" while none has."""
+    focus = (c for c in descendants(window.frame) if has_state(c, Atspi.StateType.FOCUSED))
+    return next(map(spoken, focus), "")
+
+
+class ScreenReader(WindowCase):
+    def test_every_control_says_what_it_is_for(self) -> None:
+        for language in ("English", "Français", "русский язык"):
+            with self.subTest(language):
+                self.write_settings(Language=language)
+                window = self.open_window()
+                self.assert_names(window, language)
+                self.close_window(window)
+
+    def test_the_names_follow_the_language(self) -> None:
+        window = self.open_window()
+        window.open_page(Page.OPTIONS)
+        window.choose(window.language_box, "Deutsch")
+        wait_for(lambda: window.page_titles[0] == "Konvertieren", "a German window")
+        self.assert_names(window, "Deutsch")
+
+    def assert_names(self, window: Vantreo, language: str) -> None:
+        def words(key: str) -> str:
+            return text(key, language)
+
+        def html_words(key: str) -> str:
+            return words(key).strip().replace("\u00a0", " ")
+
+        names = {
+            window.movie_list: words("buttonMovies"),
+            window.output_field: words("buttonOutput"),
+            window.movies_button: words("buttonMovies"),
+            window.output_button: words("buttonOutput"),
+            window.convert_button: words("buttonConvert"),
+            window.progress_box: words("panelConvert"),
+            window.progress_bar: "0%",
+            window.language_box: words("labelLanguage"),
+            window.device_box: words("labelOptimize"),
+            window.overwrite_check: words("checkboxOverwrite"),
+            window.how_to_move_check: words("checkboxHowToMove"),
+            window.donate_button: words("buttonDonate"),
+        }
+        self.assertEqual([spoken(c) for c in names], list(names.values()))
+        self.assertEqual(window.translations_box.get_name(), html_words("htmlTranslations"))
+        self.assertEqual(window.subtitle_box.get_name(), html_words("htmlSubtitle"))
+        self.assertIn(html_words("htmlAboutYouLike"), window.about_box.get_name())
+
+    def test_the_bar_tells_what_is_going_on(self) -> None:
+        film = make_film(self.movies / "film.mkv", 60, size="640x480", grain=20)
+        window = self.open_window()
+        window.drop([film], window.movie_list)
+        window.press_convert()
+        wait_for(lambda: 0 < window.gauge < 1, "a conversion under way")
+        self.assertRegex(labels(window.progress_bar), r"^Conversion in progress\.\.\. \d+%$")
+
+
+class Keyboard(WindowCase):
+    def assert_tab_goes_through(self, window: Vantreo, names: list[str]) -> None:
+        for name in names:
+            wait_for(lambda: focused(window) == name, f'the focus on "{name}"')
+            press_key("Tab")
+
+    def test_tab_goes_through_the_controls_in_reading_order(self) -> None:
+        window = self.open_window()
+        self.assert_tab_goes_through(window, [text(key) for key in CONVERT_PAGE])
+        self.close_window(window)
+
+        window = self.open_window()
+        window.open_next_page(Page.OPTIONS)
+        self.assert_tab_goes_through(window, [text(key).strip() for key in OPTIONS_PAGE])
+
+    def test_the_list_has_the_keyboard_at_the_start(self) -> None:
+        window = self.open_window()
+        wait_for(lambda: has_state(window.movie_list, Atspi.StateType.FOCUSED), "the focused list")
+
+    def test_space_and_enter_press_the_focused_button(self) -> None:
+        for key in ("space", "Return"):
+            with self.subTest(key):
+                window = self.open_window()
+                press_key("Tab")
+                wait_for(lambda: has_state(window.movies_button, Atspi.StateType.FOCUSED), "focus")
+                press_key(key)
+                window.wait_for_dialog()
+                press_key("Escape")
+                window.wait_for_no_dialog()
+                self.close_window(window)
+
+    def test_delete_removes_a_movie_and_the_arrows_choose_it(self) -> None:
+        paths = [self.movies / name for name in ("a.avi", "b.avi", "c.avi")]
+        for path in paths:
+            path.touch()
+        window = self.open_window()
+        window.drop(paths, window.movie_list)
+        press_key("Home")
+        press_key("Down")
+        wait_for(
+            lambda: has_state(window.movie_entry(1), Atspi.StateType.SELECTED), "the second movie"
+        )
+        press_key("Delete")
+        remaining = [str(paths[0]), str(paths[2])]
+        wait_for(lambda: window.movies == remaining, "the list without the second movie")
+
+    def test_escape_answers_a_question_with_no(self) -> None:
+        film = make_film(self.movies / "film.mkv", 2)
+        (self.output / "film.mp4").write_text("kept")
+        window = self.open_window()
+        window.drop([film], window.movie_list)
+        window.press_convert()
+        window.wait_for_dialog()
+        press_key("Escape")
+        window.wait_for_no_dialog()
+        window.wait_for_status("Conversion canceled")
+        self.assertEqual((self.output / "film.mp4").read_text(), "kept")
+
+    def test_a_language_is_chosen_with_the_arrow_keys(self) -> None:
+        window = self.open_window()
+        window.open_next_page(Page.OPTIONS)
+        wait_for(lambda: focused(window) == text("labelLanguage"), "the focused language box")
+        press_key("Down")
+        wait_for(lambda: window.language_box.get_name() == "Español", "the next language")
+        self.assertEqual(window.page_titles[0], "Convertir")
+
+
+if __name__ == "__main__":
+    unittest.main()
