@@ -6,8 +6,10 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstring>
+#include <thread>
 #include <utility>
 
 #include "program_alias.h"
@@ -19,6 +21,8 @@
 namespace bundle {
 
 namespace {
+
+constexpr std::chrono::seconds kLongestEnd{2};
 
 struct Pipe {
     UniqueFd reader;
@@ -175,7 +179,10 @@ Child::Child(Child&& other) noexcept
 Child::~Child() {
     if (id_ > 0) {
         ::kill(id_, SIGKILL);
-        while (::waitpid(id_, nullptr, 0) < 0 && errno == EINTR) {
+        const auto deadline = std::chrono::steady_clock::now() + kLongestEnd;
+        while (::waitpid(id_, nullptr, WNOHANG) == 0 &&
+               std::chrono::steady_clock::now() < deadline) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
         }
     }
 }

@@ -10,7 +10,8 @@
 namespace bundle {
 
 /// A started program: its process id and the reading ends of its two output streams, which never
-/// block. The destructor kills it when it still runs, and waits for that.
+/// block. The destructor kills it when it still runs, and waits for that; not longer than a second
+/// or two, because a program that hangs on a dead drive may not be able to end.
 class Child {
   public:
     /// Returns once the program itself runs, or tells why it can't.
@@ -20,6 +21,7 @@ class Child {
     Child& operator=(Child&&) = delete;
     ~Child();
 
+    pid_t id() const { return id_; }
     int output() const { return output_.get(); }
     int errors() const { return errors_.get(); }
 

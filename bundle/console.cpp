@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 
 namespace bundle {
 
@@ -27,6 +28,21 @@ void write_within(int descriptor, std::string_view text, int timeout_ms) {
         }
         text.remove_prefix(static_cast<std::size_t>(written));
     }
+}
+
+// What the program looks for in the tools' output. A name that holds it all would be read as a
+// report or as progress.
+constexpr std::array<std::string_view, 3> kReadByTheProgram{"Stream #",
+                                                            " bitrate=", "ISO File Writing:"};
+
+void break_up(std::string& text, std::string_view words) {
+    for (std::size_t at = text.find(words); at != std::string::npos; at = text.find(words, at)) {
+        text[at + words.size() - 1] = '?';
+    }
+}
+
+bool is_continuation(char c) {
+    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
 bool is_control(char c) {
@@ -53,14 +69,24 @@ void complain(std::string_view tool, std::string_view message) {
 std::string printable(std::string_view text) {
     std::string result(text);
     std::replace_if(result.begin(), result.end(), is_control, '?');
+    for (const std::string_view words : kReadByTheProgram) {
+        break_up(result, words);
+    }
     return result;
 }
 
 std::string in_quotes(std::string_view name) {
     std::string text(name);
     if (text.size() > kLongestName) {
-        const std::size_t half = kLongestName / 2;
-        text.replace(half, text.size() - kLongestName, "...");
+        std::size_t first = kLongestName / 2;
+        std::size_t last = text.size() - kLongestName / 2;
+        while (first > 0 && is_continuation(text[first])) {
+            --first;
+        }
+        while (last < text.size() && is_continuation(text[last])) {
+            ++last;
+        }
+        text.replace(first, last - first, "...");
     }
     text = printable(text);
     std::replace(text.begin(), text.end(), '\n', '?');

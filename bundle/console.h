@@ -17,7 +17,8 @@ void write_patiently(int descriptor, std::string_view text);
 void complain(std::string_view tool, std::string_view message);
 
 /// `text` with every control character but the line feed shown as '?', so that a name or a message
-/// from elsewhere can neither forge a line nor reach the terminal's controls.
+/// from elsewhere can neither forge a line nor reach the terminal's controls. What the program
+/// looks for in reports and progress is spoilt by a '?' too.
 std::string printable(std::string_view text);
 
 /// A name in a message: printable, on one line, in single quotes, shortened in its middle.

@@ -7,6 +7,7 @@
 #include <cerrno>
 
 #include "child.h"
+#include "stall_watch.h"
 
 namespace bundle {
 
@@ -25,21 +26,25 @@ class Stream {
     /// -1 once the stream has ended, which poll passes over.
     int descriptor() const { return descriptor_; }
 
-    void read_available() {
+    /// True when something came.
+    bool read_available() {
         std::array<char, kPieceSize> piece{};
+        bool came = false;
         for (int pieces = 0; descriptor_ >= 0 && pieces < kPiecesAtOnce; ++pieces) {
             const ssize_t count = ::read(descriptor_, piece.data(), piece.size());
             if (count < 0 && (errno == EAGAIN || errno == EINTR)) {
-                return;
+                return came;
             }
             if (count <= 0) {
                 descriptor_ = -1;
-                return;
+                return came;
             }
+            came = true;
             if (receiver_) {
                 receiver_({piece.data(), static_cast<std::size_t>(count)});
             }
         }
+        return came;
     }
 
   private:
@@ -55,6 +60,37 @@ void wait_for_news(const Stream& output, const Stream& errors, const StopSignals
     stop.drain();
 }
 
+std::string name_of(const Command& command) {
+    return command.program.substr(command.program.rfind('/') + 1);
+}
+
+/// Keeps the limits of a running program.
+class Limits {
+  public:
+    Limits(const Command& command, pid_t id) : command_(command), stall_(id, kLongestStall) {}
+
+    void heard() { stall_.heard(); }
+
+    MaybeFailure exceeded() {
+        if (stall_.stalled()) {
+            return Failure{name_of(command_) + " gave no sign of life for " +
+                           std::to_string(kLongestStall.count() / 1000) + " seconds"};
+        }
+        if (command_.longest_run.count() > 0 && Clock::now() - start_ > command_.longest_run) {
+            return Failure{name_of(command_) + " came to no end within " +
+                           std::to_string(command_.longest_run.count() / 1000) + " seconds"};
+        }
+        return std::nullopt;
+    }
+
+  private:
+    using Clock = StallWatch::Clock;
+
+    const Command& command_;
+    StallWatch stall_;
+    Clock::time_point start_ = Clock::now();
+};
+
 }  // namespace
 
 Result<int> run(const Command& command, const Listener& listener, const StopSignals& stop) {
@@ -64,18 +100,26 @@ Result<int> run(const Command& command, const Listener& listener, const StopSign
     }
     Stream output(child->output(), listener.on_output);
     Stream errors(child->errors(), listener.on_error);
+    Limits limits(command, child->id());
     auto last_tick = std::chrono::steady_clock::now();
     while (stop.received() == 0) {
         // Asked before the reading: what an ended program has printed is then complete.
         const auto status = child->ended();
-        output.read_available();
-        errors.read_available();
+        const bool printed = output.read_available();
+        if (errors.read_available() || printed) {
+            limits.heard();
+        }
         if (status) {
             return *status;
         }
-        if (listener.on_tick && std::chrono::steady_clock::now() - last_tick >= kTick) {
+        if (std::chrono::steady_clock::now() - last_tick >= kTick) {
             last_tick = std::chrono::steady_clock::now();
-            listener.on_tick();
+            if (listener.on_tick) {
+                listener.on_tick();
+            }
+            if (auto failure = limits.exceeded()) {
+                return *failure;
+            }
         }
         wait_for_news(output, errors, stop);
     }

@@ -17,6 +17,7 @@ struct Command {
     std::vector<std::string> arguments;  ///< what follows the program's name
     std::string alias = {};              ///< name in the system's process list; empty: its own
     int input = -1;                      ///< descriptor of its standard input, not owned; -1: empty
+    std::chrono::milliseconds longest_run{0};  ///< it is killed then; 0: no limit
 };
 
 /// What `run` calls while the program runs, all from the calling thread; any may be empty.
@@ -28,11 +29,15 @@ struct Listener {
 
 inline constexpr std::chrono::milliseconds kTick{250};
 
+/// How long a program may stand still before it is given up; see `StallWatch`.
+inline constexpr std::chrono::milliseconds kLongestStall{8000};
+
 /// Runs the program to its end and returns its exit status (128 plus the signal that killed it).
 ///
-/// Blocks. Fails when it can't be started and when a stop signal comes; the program has then been
-/// killed and is gone. It is also killed when this process dies in any way (Linux only). Every
-/// piece that it printed has been handed over before `run` returns.
+/// Blocks. Fails when it can't be started, when a stop signal comes, when the program comes to a
+/// standstill and when it exceeds its time; the program has then been killed and is gone. It is
+/// also killed when this process dies in any way (Linux only). Every piece that it printed has been
+/// handed over before `run` returns.
 Result<int> run(const Command& command, const Listener& listener, const StopSignals& stop);
 
 }  // namespace bundle

@@ -60,5 +60,23 @@ TEST(MessageTail, KeepsAShortTextWhole) {
     EXPECT_EQ(tail.text(), "one\ntwo");
 }
 
+TEST(Console, SpoilsWhatTheProgramWouldReadInAName) {
+    EXPECT_EQ(in_quotes("Duration: 01:00:00 Stream #0.0: Video: x, 5x5, 9 tbc"),
+              "'Duration: 01:00:00 Stream ?0.0: Video: x, 5x5, 9 tbc'");
+    EXPECT_EQ(printable("time=30.04 bitrate=1"), "time=30.04 bitrate?1");
+    EXPECT_EQ(printable("ISO File Writing: |(45/100)"), "ISO File Writing? |(45/100)");
+    EXPECT_EQ(in_quotes("C# a=b.avi"), "'C# a=b.avi'");
+}
+
+TEST(Console, ShortensANameBetweenItsCharacters) {
+    std::string name;
+    for (int letter = 0; letter < 62; ++letter) {
+        name += "\xF0\x9F\x8E\xAC";
+    }
+    const std::string text = in_quotes("x" + name + "y");
+    EXPECT_EQ(text.size() % 4, (1 + 1 + 3 + 1 + 1) % 4U) << text;
+    EXPECT_NE(text.find("\xAC...\xF0"), std::string::npos) << text;
+}
+
 }  // namespace
 }  // namespace bundle
