@@ -1,6 +1,7 @@
 #include "encoder_arguments.h"
 
 #include "files.h"
+#include "filter_chain.h"
 #include "h264_level.h"
 
 namespace bundle {
@@ -8,6 +9,9 @@ namespace bundle {
 namespace {
 
 constexpr int kDefaultReferenceFrames = 2;
+
+// Left alone, ffmpeg moves the frames to the ticks of one rate and drops those that meet there.
+const char* const kFineTimeBase = "1:90000";
 
 void append(std::vector<std::string>& arguments, std::initializer_list<std::string> more) {
     arguments.insert(arguments.end(), more);
@@ -17,11 +21,6 @@ void append(std::vector<std::string>& arguments, const std::vector<Option>& opti
     for (const auto& [name, value] : options) {
         append(arguments, {name, value});
     }
-}
-
-/// The side that 4:2:0 can hold: the even number that is not above it.
-int even(int side) {
-    return side / 2 * 2;
 }
 
 int reference_frames(const TranscodeRequest& request) {
@@ -35,19 +34,8 @@ int reference_frames(const TranscodeRequest& request) {
 
 int level(const TranscodeRequest& request, const Film& film) {
     const double rate = request.rate ? request.rate->value() : frame_rate(film.video);
-    return h264_level(request.level, even(request.width), even(request.height), rate,
-                      reference_frames(request));
-}
-
-/// The asked rate is made by a filter: ffmpeg's own "-r" adds frames at the end of the film.
-std::string picture_filter(const TranscodeRequest& request) {
-    std::string filter;
-    if (request.rate) {
-        filter = "fps=" + std::to_string(request.rate->numerator) + "/" +
-                 std::to_string(request.rate->denominator) + ",";
-    }
-    return filter + "scale=" + std::to_string(even(request.width)) + ":" +
-           std::to_string(even(request.height)) + ",setsar=1";
+    const Size size = even({request.width, request.height});
+    return h264_level(request.level, size.width, size.height, rate, reference_frames(request));
 }
 
 std::string stream(int index) {
@@ -57,17 +45,21 @@ std::string stream(int index) {
 }  // namespace
 
 std::vector<std::string> encoder_arguments(const TranscodeRequest& request, const Film& film,
-                                           const std::string& output) {
+                                           const std::string& output, bool has_zscale) {
     std::vector<std::string> arguments{"-i", file_url(request.input), "-map",
                                        stream(film.video.index)};
     if (film.audio) {
         append(arguments, {"-map", stream(film.audio->index)});
         append(arguments, request.audio);
+        append(arguments, {"-af", sound_filters(*film.audio)});
     }
     append(arguments, {"-c:v", "libx264", "-profile:v", "baseline", "-pix_fmt", "yuv420p"});
     append(arguments, request.video);
     append(arguments, {"-level:v", std::to_string(level(request, film))});
-    append(arguments, {"-vf", picture_filter(request)});
+    append(arguments, {"-vf", picture_filters(request, film.video, has_zscale)});
+    if (!request.rate && has_variable_rate(film.video)) {
+        append(arguments, {"-enc_time_base", kFineTimeBase});
+    }
     append(arguments, request.general);
     append(arguments, {file_url(output)});
     return arguments;

@@ -10,8 +10,10 @@ namespace {
 
 /// No questions, no chatter, and four progress reports a second on its standard output.
 std::vector<std::string> with_manners(const std::vector<std::string>& arguments) {
-    std::vector<std::string> all{"-nostdin", "-hide_banner",  "-loglevel", "error", "-progress",
-                                 "pipe:1",   "-stats_period", "0.25",      "-y"};
+    std::vector<std::string> all{
+        "-nostdin", "-hide_banner",  "-loglevel", "error", "-progress",
+        "pipe:1",   "-stats_period", "0.25",      "-y",    "-protocol_whitelist",
+        "file,pipe"};
     all.insert(all.end(), arguments.begin(), arguments.end());
     return all;
 }
@@ -35,16 +37,19 @@ MaybeFailure run_ffmpeg(const FfmpegWork& work, const std::function<void(const P
                             [&] { show(latest); }};
     const auto status =
         run({*program, with_manners(work.arguments), work.alias, work.input}, listener, stop);
+    const std::string on_subject = work.subject.empty() ? "" : " on " + in_quotes(work.subject);
     if (!status) {
-        return status.failure();
+        Failure failure = status.failure();
+        failure.message += stop.received() != 0 ? "" : on_subject;
+        return failure;
     }
     const std::string text = messages.text();
     if (*status != 0) {
-        return Failure{"the system's ffmpeg ended with status " + std::to_string(*status) + "\n" +
-                       text};
+        return Failure{"the system's ffmpeg ended with status " + std::to_string(*status) +
+                       on_subject + "\n" + text};
     }
     if (!text.empty()) {
-        complain("the system's ffmpeg", text);
+        complain("the system's ffmpeg" + on_subject, text);
     }
     return std::nullopt;
 }

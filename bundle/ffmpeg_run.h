@@ -15,6 +15,7 @@ struct FfmpegWork {
     std::vector<std::string> arguments;  ///< inputs, options and the output, which may exist
     std::string alias = {};              ///< name in the system's process list; empty: its own
     int input = -1;                      ///< descriptor of its standard input, not owned; -1: empty
+    std::string subject = {};            ///< the file that messages name; empty: none
 };
 
 /// Has the system's ffmpeg do the work, and blocks until it has.

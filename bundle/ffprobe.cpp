@@ -4,7 +4,9 @@
 
 #include "console.h"
 #include "files.h"
+#include "json_reading.h"
 #include "process.h"
+#include "source_check.h"
 #include "system_tools.h"
 
 namespace bundle {
@@ -13,29 +15,60 @@ namespace {
 
 // Far above what thousands of streams need.
 constexpr std::size_t kLongestAnswer = std::size_t{8} << 20;
+constexpr std::size_t kLongestLine = 1000;
+constexpr std::chrono::seconds kLongestProbe{60};
 
-Failure unreadable(const nlohmann::json& answer) {
-    const auto reason = nlohmann::json::json_pointer("/error/string");
-    if (answer.is_object() && answer.contains(reason) && answer[reason].is_string()) {
-        return {"not a movie: " + printable(answer[reason].get<std::string>())};
+Failure unreadable(const std::string& path, const nlohmann::json& answer) {
+    const std::string reason = text(member(answer, "error"), "string");
+    return {in_quotes(path) +
+            " is not a movie: " + (reason.empty() ? "ffprobe gives no answer" : printable(reason))};
+}
+
+/// Cuts what a program prints into lines, however it comes; the end of an overlong line is dropped.
+class Lines {
+  public:
+    explicit Lines(const std::function<void(std::string_view)>& on_line) : on_line_(on_line) {}
+
+    void add(std::string_view piece) {
+        for (const char c : piece) {
+            if (c == '\n') {
+                on_line_(line_);
+                line_.clear();
+            } else if (line_.size() < kLongestLine) {
+                line_ += c;
+            }
+        }
     }
-    return {"not a movie: ffprobe gives no answer"};
+
+  private:
+    const std::function<void(std::string_view)>& on_line_;
+    std::string line_;
+};
+
+/// Films are read from files and through our own pipes only, whatever a playlist in one says.
+std::vector<std::string> probe_options(std::initializer_list<std::string> more) {
+    std::vector<std::string> options{"-v", "quiet", "-protocol_whitelist", "file,pipe"};
+    options.insert(options.end(), more);
+    return options;
 }
 
 }  // namespace
 
 Result<nlohmann::json> probe_entries(const std::string& path, const std::string& entries,
-                                     const StopSignals& stop) {
-    if (auto failure = check_input(path)) {
+                                     const StopSignals& stop,
+                                     const std::vector<std::string>& more) {
+    if (auto failure = check_source(path, stop)) {
         return *failure;
     }
     const auto program = find_ffprobe();
     if (!program) {
         return program.failure();
     }
-    const Command command{*program,
-                          {"-v", "quiet", "-of", "json", "-show_error", "-show_entries", entries,
-                           "-i", file_url(path)}};
+    Command command{*program,
+                    probe_options({"-of", "json", "-show_error", "-show_entries", entries})};
+    command.arguments.insert(command.arguments.end(), more.begin(), more.end());
+    command.arguments.insert(command.arguments.end(), {"-i", file_url(path)});
+    command.longest_run = kLongestProbe;
     std::string answer;
     const auto collect = [&answer](std::string_view piece) {
         if (answer.size() + piece.size() <= kLongestAnswer) {
@@ -44,18 +77,31 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
     };
     const auto status = run(command, {collect, {}, {}}, stop);
     if (!status) {
-        return status.failure();
+        return stop.received() != 0 ? status.failure()
+                                    : Failure{"cannot look into " + in_quotes(path) + ": " +
+                                              status.failure().message};
     }
     auto parsed = nlohmann::json::parse(answer, nullptr, false);
     if (*status != 0 || !parsed.is_object()) {
-        return unreadable(parsed);
+        return unreadable(path, parsed);
     }
     return parsed;
 }
 
-Result<Film> probe_film(const std::string& path, const StopSignals& stop) {
-    const auto answer = probe_entries(path, kFilmEntries, stop);
-    return answer ? film_from(*answer) : answer.failure();
+MaybeFailure read_packets(int input, const std::string& fields, const StopSignals& stop,
+                          const std::function<void(std::string_view)>& on_packet) {
+    const auto program = find_ffprobe();
+    if (!program) {
+        return program.failure();
+    }
+    Command command{*program, probe_options({"-of", "csv=p=0", "-show_entries", "packet=" + fields,
+                                             "-i", "pipe:0"})};
+    command.input = input;
+    command.longest_run = kLongestProbe;
+    Lines lines(on_packet);
+    const auto status =
+        run(command, {[&lines](std::string_view piece) { lines.add(piece); }, {}, {}}, stop);
+    return status ? MaybeFailure() : status.failure();
 }
 
 }  // namespace bundle

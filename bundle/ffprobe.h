@@ -1,7 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <nlohmann/json_fwd.hpp>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "film.h"
 #include "lifetime.h"
@@ -10,11 +13,16 @@
 namespace bundle {
 
 /// What the system's ffprobe tells about a file: `entries`, in the words of its `-show_entries`, as
-/// JSON. Its messages are not repeated, only its reason for a failure: they hold the file's name.
+/// JSON; `more` are further options. Its messages are not repeated, only its reason for a failure:
+/// they hold the file's name. Failures name the file. Packets are those of `more`'s
+/// "-read_intervals", else all.
 Result<nlohmann::json> probe_entries(const std::string& path, const std::string& entries,
-                                     const StopSignals& stop);
+                                     const StopSignals& stop,
+                                     const std::vector<std::string>& more = {});
 
-/// The film in a file.
-Result<Film> probe_film(const std::string& path, const StopSignals& stop);
+/// Hands `on_packet` each line "END" or "START,LENGTH,..." of ffprobe's `packet` fields `fields`,
+/// comma-separated, for a film that is read from the descriptor `input`.
+MaybeFailure read_packets(int input, const std::string& fields, const StopSignals& stop,
+                          const std::function<void(std::string_view)>& on_packet);
 
 }  // namespace bundle

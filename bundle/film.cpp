@@ -2,6 +2,10 @@
 
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <vector>
+
+#include "json_reading.h"
+#include "stream_choice.h"
 
 namespace bundle {
 
@@ -9,37 +13,22 @@ namespace {
 
 using nlohmann::json;
 
-const json& member(const json& object, const char* key) {
-    static const json none;
-    if (!object.is_object()) {
-        return none;
-    }
-    const auto found = object.find(key);
-    return found == object.end() ? none : *found;
-}
+// Rounded times make an even rate differ from its average by less.
+constexpr double kUneven = 0.01;
 
-std::string text(const json& object, const char* key) {
-    const json& value = member(object, key);
-    return value.is_string() ? value.get<std::string>() : std::string();
-}
-
-/// ffprobe writes some whole numbers as numbers and others as text.
-int whole(const json& object, const char* key) {
-    const json& value = member(object, key);
-    const auto number = value.is_number_integer() ? std::optional(value.get<std::int64_t>())
-                                                  : parse_integer(text(object, key));
-    return number && *number >= 0 && *number <= 1'000'000 ? static_cast<int>(*number) : 0;
-}
-
-/// A quarter turn to either side exchanges width and height.
-bool is_on_its_side(const json& stream) {
+double rotation_of(const json& stream) {
     for (const json& side_data : member(stream, "side_data_list")) {
         const json& rotation = member(side_data, "rotation");
-        if (rotation.is_number() && std::lround(rotation.get<double>()) % 180 != 0) {
-            return true;
+        if (rotation.is_number()) {
+            return rotation.get<double>();
         }
     }
-    return false;
+    return 0;
+}
+
+Colour colour_of(const json& stream) {
+    return {text(stream, "color_range"), text(stream, "color_space"),
+            text(stream, "color_primaries"), text(stream, "color_transfer")};
 }
 
 VideoStream video_from(const json& stream) {
@@ -47,66 +36,113 @@ VideoStream video_from(const json& stream) {
     video.index = whole(stream, "index");
     video.codec = text(stream, "codec_name");
     video.pixel_format = text(stream, "pix_fmt");
-    video.width = whole(stream, "width");
-    video.height = whole(stream, "height");
+    video.stored = {whole(stream, "width"), whole(stream, "height")};
+    video.shown = shown_size(video.stored, parse_rational(text(stream, "sample_aspect_ratio"), ':'),
+                             rotation_of(stream));
+    video.colour = colour_of(stream);
     video.average_rate = parse_rational(text(stream, "avg_frame_rate"));
     video.base_rate = parse_rational(text(stream, "r_frame_rate"));
     video.time_base = parse_rational(text(stream, "time_base"));
-    if (const auto aspect = parse_rational(text(stream, "sample_aspect_ratio"), ':')) {
-        video.width = static_cast<int>(std::lround(video.width * aspect->value()));
-    }
-    if (is_on_its_side(stream)) {
-        std::swap(video.width, video.height);
-    }
     return video;
 }
 
 AudioStream audio_from(const json& stream) {
     return {whole(stream, "index"), text(stream, "codec_name"), whole(stream, "sample_rate"),
-            whole(stream, "channels")};
+            whole(stream, "channels"), !text(stream, "channel_layout").empty()};
 }
 
-bool is_film_picture(const json& stream) {
-    return text(stream, "codec_type") == "video" && !text(stream, "codec_name").empty() &&
-           whole(stream, "width") > 0 && whole(stream, "height") > 0 &&
-           whole(member(stream, "disposition"), "attached_pic") == 0;
+/// ffprobe knows the format of a decoded picture or sound only where there is a decoder.
+bool is_decodable(const json& stream) {
+    if (text(stream, "codec_name").empty()) {
+        return false;
+    }
+    if (text(stream, "codec_type") == "audio") {
+        return !text(stream, "sample_fmt").empty() && whole(stream, "sample_rate") > 0 &&
+               whole(stream, "channels") > 0;
+    }
+    return !text(stream, "pix_fmt").empty() && whole(stream, "width") > 0 &&
+           whole(stream, "height") > 0;
 }
 
-bool is_known_sound(const json& stream) {
-    return text(stream, "codec_type") == "audio" && !text(stream, "codec_name").empty();
+bool is_still(const json& disposition) {
+    return whole(disposition, "attached_pic") != 0 || whole(disposition, "timed_thumbnails") != 0 ||
+           whole(disposition, "still_image") != 0;
+}
+
+std::optional<int> packets_seen(const json& probed, int index) {
+    const json& packets = member(probed, "packets");
+    if (packets.empty()) {
+        return std::nullopt;
+    }
+    int count = 0;
+    for (const json& packet : packets) {
+        count += whole(packet, "stream_index") == index ? 1 : 0;
+    }
+    return count;
+}
+
+StreamFacts facts_of(const json& probed, const json& stream, const std::set<int>& unusable) {
+    const json& disposition = member(stream, "disposition");
+    StreamFacts facts;
+    facts.index = whole(stream, "index");
+    facts.decodable = is_decodable(stream) && !unusable.contains(facts.index);
+    facts.is_default = whole(disposition, "default") != 0;
+    facts.is_still = is_still(disposition);
+    facts.packets_seen = packets_seen(probed, facts.index);
+    facts.pixels = std::int64_t{whole(stream, "width")} * whole(stream, "height");
+    return facts;
+}
+
+/// The streams of one kind, side by side with the facts for the choice between them.
+struct Candidates {
+    std::vector<const json*> streams;
+    std::vector<StreamFacts> facts;
+};
+
+Candidates candidates(const json& probed, const char* kind, const std::set<int>& unusable) {
+    Candidates found;
+    for (const json& stream : member(probed, "streams")) {
+        if (text(stream, "codec_type") == kind) {
+            found.streams.push_back(&stream);
+            found.facts.push_back(facts_of(probed, stream, unusable));
+        }
+    }
+    return found;
+}
+
+std::optional<double> positive(std::optional<double> seconds) {
+    return seconds && *seconds > 0 ? seconds : std::nullopt;
 }
 
 }  // namespace
 
 const char* const kFilmEntries =
     "format=duration,start_time,bit_rate:stream=index,codec_type,codec_name,pix_fmt,width,height,"
-    "sample_aspect_ratio,avg_frame_rate,r_frame_rate,time_base,duration,sample_rate,channels:"
-    "stream_disposition=attached_pic:stream_side_data=rotation";
+    "sample_aspect_ratio,color_range,color_space,color_transfer,color_primaries,avg_frame_rate,"
+    "r_frame_rate,time_base,duration,sample_fmt,sample_rate,channels,channel_layout:"
+    "stream_disposition=default,attached_pic,timed_thumbnails,still_image:"
+    "stream_side_data=rotation:packet=stream_index";
 
-Result<Film> film_from(const json& probed) {
-    const json* video = nullptr;
-    const json* audio = nullptr;
-    for (const json& stream : member(probed, "streams")) {
-        if (video == nullptr && is_film_picture(stream)) {
-            video = &stream;
-        } else if (audio == nullptr && is_known_sound(stream)) {
-            audio = &stream;
-        }
+Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
+    const Candidates pictures = candidates(probed, "video", unusable);
+    const auto picture = choose_picture(pictures.facts);
+    if (!picture) {
+        return Failure{"there is no video in it that can be decoded"};
     }
-    if (video == nullptr) {
-        return Failure{"not a movie: there is no video in it"};
-    }
-    Film film;
+    const json& stream = *pictures.streams[*picture];
     const json& format = member(probed, "format");
-    film.duration = parse_decimal(text(format, "duration"));
+    Film film;
+    film.duration = positive(parse_decimal(text(format, "duration")));
     if (!film.duration) {
-        film.duration = parse_decimal(text(*video, "duration"));
+        film.duration = positive(parse_decimal(text(stream, "duration")));
     }
     film.start = parse_decimal(text(format, "start_time")).value_or(0);
     film.bit_rate = parse_integer(text(format, "bit_rate"));
-    film.video = video_from(*video);
-    if (audio != nullptr) {
-        film.audio = audio_from(*audio);
+    film.video = video_from(stream);
+    film.video.may_be_one_frame = may_be_one_frame(pictures.facts[*picture]);
+    const Candidates sounds = candidates(probed, "audio", unusable);
+    if (const auto sound = choose_sound(sounds.facts)) {
+        film.audio = audio_from(*sounds.streams[*sound]);
     }
     return film;
 }
@@ -114,6 +150,11 @@ Result<Film> film_from(const json& probed) {
 double frame_rate(const VideoStream& video) {
     const auto& rate = video.average_rate ? video.average_rate : video.base_rate;
     return rate ? rate->value() : 0;
+}
+
+bool has_variable_rate(const VideoStream& video) {
+    return video.average_rate && video.base_rate &&
+           std::abs(video.average_rate->value() / video.base_rate->value() - 1) > kUneven;
 }
 
 }  // namespace bundle

@@ -3,9 +3,12 @@
 #include <cstdint>
 #include <nlohmann/json_fwd.hpp>
 #include <optional>
+#include <set>
 #include <string>
 
+#include "colour.h"
 #include "numbers.h"
+#include "picture_geometry.h"
 #include "result.h"
 
 namespace bundle {
@@ -15,8 +18,10 @@ struct VideoStream {
     int index = 0;  ///< its number in the file
     std::string codec;
     std::string pixel_format;
-    int width = 0;                         ///< as a player shows it: upright and in square pixels
-    int height = 0;                        ///< as above
+    Size stored;                           ///< in the file
+    Size shown;                            ///< upright and in square pixels
+    Colour colour;                         ///< as the file tells it
+    bool may_be_one_frame = false;         ///< the sample of the beginning shows no second one
     std::optional<Rational> average_rate;  ///< frames per second
     std::optional<Rational> base_rate;     ///< the rate that expresses all frame times
     std::optional<Rational> time_base;     ///< seconds per tick
@@ -28,6 +33,7 @@ struct AudioStream {
     std::string codec;
     int sample_rate = 0;  ///< Hz
     int channels = 0;
+    bool has_layout = true;  ///< it is known which channel is which speaker
 };
 
 /// What is known about a film before it is converted.
@@ -42,11 +48,15 @@ struct Film {
 /// What `film_from` reads, as ffprobe's `-show_entries` takes it.
 extern const char* const kFilmEntries;
 
-/// The film in ffprobe's JSON: the first video stream that is no cover picture, and the first audio
-/// stream with a known codec. Fails when there is no such video stream.
-Result<Film> film_from(const nlohmann::json& probed);
+/// The film in ffprobe's JSON: what `choose_picture` and `choose_sound` take of its streams,
+/// without those whose numbers are in `unusable`. "packets" in it is a sample of the file's
+/// beginning. Fails when there is no picture that moves.
+Result<Film> film_from(const nlohmann::json& probed, const std::set<int>& unusable = {});
 
 /// The rate that goes for the film's own: the average one, else the base rate; 0 when unknown.
 double frame_rate(const VideoStream& video);
+
+/// True when the frames do not come at an even rate.
+bool has_variable_rate(const VideoStream& video);
 
 }  // namespace bundle

@@ -44,9 +44,9 @@ std::string video_line(const VideoStream& video) {
     const std::string average = rate(frame_rate(video));
     const std::string base = rate(video.base_rate ? video.base_rate->value() : 0);
     return formatted("    Stream #0.%d: Video: %s, %s, %dx%d, %s fps, %s tbr, %s tbn, %s tbc\n",
-                     video.index, video.codec.c_str(), video.pixel_format.c_str(), video.width,
-                     video.height, average.c_str(), base.c_str(), ticks(video.time_base).c_str(),
-                     average.c_str());
+                     video.index, video.codec.c_str(), video.pixel_format.c_str(),
+                     video.shown.width, video.shown.height, average.c_str(), base.c_str(),
+                     ticks(video.time_base).c_str(), average.c_str());
 }
 
 std::string channels(int count) {

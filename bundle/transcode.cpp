@@ -4,12 +4,14 @@
 
 #include "console.h"
 #include "encoder_arguments.h"
+#include "ffmpeg_filters.h"
 #include "ffmpeg_run.h"
-#include "ffprobe.h"
 #include "files.h"
+#include "film_probe.h"
 #include "film_report.h"
 #include "private_file.h"
 #include "progress.h"
+#include "source_check.h"
 
 namespace bundle {
 
@@ -17,12 +19,28 @@ namespace {
 
 MaybeFailure check_output(const TranscodeRequest& request) {
     if (same_file(request.input, request.output)) {
-        return Failure{"the output is the input file itself"};
+        return Failure{in_quotes(request.output) + " is the input file itself"};
     }
     if (!request.overwrite && exists(request.output)) {
-        return Failure{"the output exists already and -y is not given"};
+        return Failure{in_quotes(request.output) + " exists already and -y is not given"};
     }
     return std::nullopt;
+}
+
+/// Asks for the colour filters only where they matter, and says what comes out without them.
+bool colours_can_be_converted(const TranscodeRequest& request, const Film& film,
+                              const StopSignals& stop) {
+    const Colour& colour = film.video.colour;
+    if (!needs_colour_conversion(colour) || has_colour_filters(stop)) {
+        return true;
+    }
+    complain("ffmpeg",
+             in_quotes(request.input) +
+                 (is_high_dynamic_range(colour) ? " is HDR (high dynamic range)"
+                                                : " has unusual colours") +
+                 ", and the system's ffmpeg has no zscale and tonemap filters to convert that: the "
+                 "colours stay as they are and look flat on most devices");
+    return false;
 }
 
 void show_progress(const Progress& progress) {
@@ -41,18 +59,23 @@ MaybeFailure report_film(const std::string& path, const StopSignals& stop) {
 }
 
 MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop) {
-    if (auto failure = check_output(request)) {
-        return failure;
-    }
     auto output = PrivateFile::create(request.output);
     if (!output) {
         return output.failure();
+    }
+    if (auto failure = check_source(request.input, stop)) {
+        return failure;
+    }
+    if (auto failure = check_output(request)) {
+        return failure;
     }
     const auto film = probe_film(request.input, stop);
     if (!film) {
         return film.failure();
     }
-    const FfmpegWork work{encoder_arguments(request, *film, output->path())};
+    FfmpegWork work{encoder_arguments(request, *film, output->path(),
+                                      colours_can_be_converted(request, *film, stop))};
+    work.subject = request.input;
     if (auto failure = run_ffmpeg(work, show_progress, stop)) {
         return failure;
     }

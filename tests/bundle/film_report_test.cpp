@@ -11,8 +11,12 @@ Film sample() {
     Film film;
     film.duration = 123.45;
     film.bit_rate = 812'999;
-    film.video = {0,   "h264",          "yuv420p",       1280,
-                  720, Rational{25, 1}, Rational{25, 1}, Rational{1, 1000}};
+    film.video.codec = "h264";
+    film.video.pixel_format = "yuv420p";
+    film.video.stored = {1440, 1080};
+    film.video.shown = {1280, 720};
+    film.video.average_rate = film.video.base_rate = Rational{25, 1};
+    film.video.time_base = Rational{1, 1000};
     film.audio = AudioStream{1, "aac", 44100, 2};
     return film;
 }

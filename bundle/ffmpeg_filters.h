@@ -1,0 +1,11 @@
+#pragma once
+
+#include "lifetime.h"
+
+namespace bundle {
+
+/// True when the system's ffmpeg has the filters that convert colours and map the tones of high
+/// dynamic range; Debian's has.
+bool has_colour_filters(const StopSignals& stop);
+
+}  // namespace bundle

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+#include "film.h"
+#include "transcode_request.h"
+
+namespace bundle {
+
+/// What makes the asked picture of a film's upright one, as ffmpeg's "-vf" takes it: deinterlaced
+/// where a frame says that it is interlaced, at the asked rate, of the asked size with even sides,
+/// in square pixels, with its colours named. `has_zscale`: see `colour_plan`.
+std::string picture_filters(const TranscodeRequest& request, const VideoStream& video,
+                            bool has_zscale);
+
+/// What keeps the sound in step with the picture, as ffmpeg's "-af" takes it: gaps become silence,
+/// and speakers that nobody named become the first two.
+std::string sound_filters(const AudioStream& audio);
+
+}  // namespace bundle

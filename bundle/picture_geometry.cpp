@@ -1,0 +1,35 @@
+#include "picture_geometry.h"
+
+#include <cmath>
+#include <utility>
+
+namespace bundle {
+
+namespace {
+
+// Beyond it, an aspect is damage: no film has pixels ten times as wide as high.
+constexpr double kFlattest = 10;
+
+bool is_quarter_turn(double rotation) {
+    return std::abs(std::fmod(std::abs(rotation), 180) - 90) < 1;
+}
+
+}  // namespace
+
+Size shown_size(Size stored, const std::optional<Rational>& aspect, double rotation) {
+    Size shown = stored;
+    const double factor = aspect ? aspect->value() : 1;
+    if (factor < kFlattest && factor > 1 / kFlattest) {
+        shown.width = static_cast<int>(std::lround(stored.width * factor));
+    }
+    if (is_quarter_turn(rotation)) {
+        std::swap(shown.width, shown.height);
+    }
+    return shown;
+}
+
+Size even(Size size) {
+    return {size.width / 2 * 2, size.height / 2 * 2};
+}
+
+}  // namespace bundle

@@ -1,0 +1,56 @@
+#include "filter_chain.h"
+
+#include <gtest/gtest.h>
+
+namespace bundle {
+namespace {
+
+TranscodeRequest request_of(int width, int height, std::optional<Rational> rate = {}) {
+    TranscodeRequest request;
+    request.width = width;
+    request.height = height;
+    request.rate = rate;
+    return request;
+}
+
+VideoStream video_of(const std::string& pixel_format, Size stored = {640, 480}) {
+    VideoStream video;
+    video.pixel_format = pixel_format;
+    video.stored = stored;
+    return video;
+}
+
+const std::string kDeinterlacing = "bwdif=mode=send_frame:deint=interlaced,";
+const std::string kEnd =
+    "format=yuv420p,setsar=1,setparams=range=tv:color_primaries=smpte170m:color_trc=smpte170m:"
+    "colorspace=smpte170m";
+
+TEST(FilterChain, MakesOddSidesEven) {
+    EXPECT_EQ(picture_filters(request_of(321, 241), video_of("yuv420p"), true),
+              kDeinterlacing + "scale=320:240:out_range=tv," + kEnd);
+}
+
+TEST(FilterChain, MakesTheAskedRateAfterDeinterlacing) {
+    EXPECT_EQ(
+        picture_filters(request_of(320, 240, Rational{30000, 1001}), video_of("yuv422p"), true),
+        kDeinterlacing + "fps=30000/1001,scale=320:240:out_range=tv," + kEnd);
+}
+
+TEST(FilterChain, LeavesOutTheDeinterlacerWhereItDoesNotWork) {
+    for (const auto& video : {video_of("rgb24"), video_of("yuv420p", {64, 8}), video_of("pal8")}) {
+        EXPECT_FALSE(picture_filters(request_of(64, 8), video, true).starts_with("bwdif"));
+    }
+}
+
+TEST(FilterChain, FillsGapsInTheSound) {
+    EXPECT_EQ(sound_filters({1, "ac3", 48000, 6, true}), "aresample=async=1");
+    EXPECT_EQ(sound_filters({1, "pcm_s16le", 48000, 2, false}), "aresample=async=1");
+}
+
+TEST(FilterChain, TakesTheFirstTwoOfUnnamedSpeakers) {
+    EXPECT_EQ(sound_filters({1, "pcm_s16le", 48000, 9, false}),
+              "pan=stereo|c0=c0|c1=c1,aresample=async=1");
+}
+
+}  // namespace
+}  // namespace bundle
