@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kDefaultReferenceFrames = 2;
 
-// Left alone, ffmpeg moves the frames to the ticks of one rate and drops those that meet there.
+// Left alone, ffmpeg repeats and drops frames to make one rate of all.
 const char* const kFineTimeBase = "1:90000";
 
 void append(std::vector<std::string>& arguments, std::initializer_list<std::string> more) {
@@ -58,7 +58,7 @@ std::vector<std::string> encoder_arguments(const TranscodeRequest& request, cons
     append(arguments, {"-level:v", std::to_string(level(request, film))});
     append(arguments, {"-vf", picture_filters(request, film.video, has_zscale)});
     if (!request.rate && has_variable_rate(film.video)) {
-        append(arguments, {"-enc_time_base", kFineTimeBase});
+        append(arguments, {"-fps_mode", "vfr", "-enc_time_base", kFineTimeBase});
     }
     append(arguments, request.general);
     append(arguments, {file_url(output)});

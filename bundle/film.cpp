@@ -127,7 +127,7 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     const Candidates pictures = candidates(probed, "video", unusable);
     const auto picture = choose_picture(pictures.facts);
     if (!picture) {
-        return Failure{"there is no video in it that can be decoded"};
+        return Failure{"there is no moving picture in it that can be decoded"};
     }
     const json& stream = *pictures.streams[*picture];
     const json& format = member(probed, "format");

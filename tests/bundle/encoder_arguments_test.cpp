@@ -76,6 +76,7 @@ TEST(EncoderArguments, KeepTheFrameTimesOfAVariableRate) {
     film.video.base_rate = Rational{30, 1};
     auto request = request_for("480x270");
     EXPECT_EQ(value_of(encoder_arguments(request, film, "out", true), "-enc_time_base"), "1:90000");
+    EXPECT_EQ(value_of(encoder_arguments(request, film, "out", true), "-fps_mode"), "vfr");
     request.rate = Rational{30000, 1001};
     EXPECT_EQ(value_of(encoder_arguments(request, film, "out", true), "-enc_time_base"), "");
 }

@@ -118,8 +118,8 @@ TEST_F(Transcode, RaisesTheLevelForALargePicture) {
 }
 
 TEST_F(Transcode, MakesAnOddSizeEven) {
-    ASSERT_TRUE(make_film(folder_ / "in.mkv", "161x121", "25", "0.4",
-                          {"-c:v", "libx264", "-pix_fmt", "yuv444p"}));
+    ASSERT_TRUE(make_film(folder_ / "in.mkv", "162x122", "25", "0.4",
+                          {"-vf", "format=yuv444p,crop=161:121:exact=1", "-c:v", "libx264"}));
     ASSERT_EQ(transcode(transcode_words(folder_ / "in.mkv", "161x121", folder_ / "out.mp4")), 0)
         << errors_;
     const auto video = only_stream(probed(folder_ / "out.mp4"), "video");

@@ -1,0 +1,155 @@
+"""Sources that are no films come to a clear end, and soon."""
+
+import os
+import random
+import subprocess
+import sys
+import time
+
+from film_case import FFMPEG, FilmCase, frame_times, picture, tone
+from table import row, unmeasured
+
+SECTION = "The film that comes in"
+LIMIT = 10
+
+DEAD_DRIVE = """
+import ctypes, os, subprocess, sys
+libc = ctypes.CDLL(None)
+drive = os.open("/dev/fuse", os.O_RDWR)
+options = f"fd={drive},rootmode=40000,user_id={os.getuid()},group_id={os.getgid()}"
+if libc.mount(b"dead", sys.argv[1].encode(), b"fuse", 0, options.encode()) != 0:
+    sys.exit(77)
+sys.exit(subprocess.run(sys.argv[2:]).returncode)
+"""
+
+
+class Broken(FilmCase):
+    def ends(self, path: object, **more: object) -> str:
+        """Report and conversion end in time with one message that names it; what they say."""
+        said = set()
+        self.out.write_text("old")
+        for run in (self.ask, lambda path, **more: self.transcode(path, 160, 120, **more)):
+            start = time.monotonic()
+            ended = run(path, **more)
+            self.assertLess(time.monotonic() - start, LIMIT)
+            self.assertEqual(ended.status, 1, ended.text)
+            self.assertIsNone(self.read(ended))
+            (message,) = ended.messages
+            self.assertIn(os.path.basename(path)[-40:], message)
+            said.add(message)
+        self.assertEqual(self.out.read_text(), "old")
+        (message,) = said
+        return message.replace(str(path), "FILE").removeprefix("ffmpeg: ")
+
+    def check(self, case: str, path: object, **more: object) -> None:
+        row(SECTION, case, self.ends(path, **more))
+
+    def test_what_is_no_film(self) -> None:
+        folder = self.folder / "folder.avi"
+        folder.mkdir()
+        fifo = self.folder / "fifo.avi"
+        os.mkfifo(fifo)
+        empty = self.folder / "empty.avi"
+        empty.touch()
+        noise = self.folder / "noise.avi"
+        noise.write_bytes(random.Random(1).randbytes(200_000))
+        zeros = self.folder / "zeros.avi"
+        zeros.write_bytes(bytes(100_000))
+        text = self.folder / "text.avi"
+        text.write_text("All happy families are alike.\n" * 500)
+        loop = self.folder / "loop.avi"
+        loop.symlink_to(loop)
+        self.check("missing", self.folder / "missing.avi")
+        self.check("a folder", folder)
+        self.check("a FIFO that nobody writes", fifo)
+        self.check("a device", "/dev/zero")
+        self.check("zero bytes", empty)
+        self.check("random bytes", noise)
+        self.check("only zeros", zeros)
+        self.check("text called .avi", text)
+        self.check("a link to itself", loop)
+
+    def test_a_file_without_permission(self) -> None:
+        secret = self.film("secret.avi", *picture(0.2), "-c:v", "mpeg4")
+        secret.chmod(0)
+        self.folder.chmod(0o777)
+        # Root may read everything.
+        anybody = {"user": 65534, "extra_groups": []} if os.geteuid() == 0 else {}
+        try:
+            self.check("no permission", secret, **anybody)
+        except PermissionError as error:
+            unmeasured(SECTION, "no permission")
+            self.skipTest(f"the tools are out of another user's reach: {error}")
+
+    def test_truncated_films(self) -> None:
+        for name, more in (
+            ("film.avi", ("-c:v", "mpeg4")),
+            ("film.mkv", ("-c:v", "libx264")),
+            ("film.ts", ("-c:v", "mpeg2video")),
+            ("film.mp4", ("-c:v", "libx264", "-movflags", "faststart")),
+        ):
+            film = self.film(name, *(*picture(3), *tone(3)), *more, "-g", 5)
+            with film.open("r+b") as file:
+                file.truncate(film.stat().st_size // 2)
+            self.convert(film)
+            seconds = frame_times(self.out)[-1]
+            self.assertTrue(0.8 < seconds < 2.6, seconds)
+            container = film.suffix[1:].upper()
+            row(SECTION, f"the first half of a film in {container}", "what is there is converted")
+        film = self.film("tail.mp4", *picture(3), "-c:v", "libx264")
+        with film.open("r+b") as file:
+            file.truncate(film.stat().st_size // 2)
+        self.check("the first half of an MP4 with its index at the end", film)
+
+    def test_a_damaged_middle(self) -> None:
+        film = self.film("film.avi", *(*picture(3), *tone(3)), "-c:v", "mpeg4", "-g", 5)
+        data = bytearray(film.read_bytes())
+        middle = len(data) // 2
+        data[middle : middle + 20_000] = random.Random(2).randbytes(20_000)
+        film.write_bytes(data)
+        self.convert(film)
+        self.assertGreater(frame_times(self.out)[-1], 2.5)
+        row(SECTION, "20 kB of noise in the middle", "converted to its end")
+
+    def test_a_drive_that_does_not_answer(self) -> None:
+        drive = self.folder / "drive"
+        drive.mkdir()
+        alone = ["unshare", "--mount", "--pid", "--fork", "--kill-child"]
+        if os.geteuid() != 0:
+            alone[1:1] = ["--user", "--map-root-user"]
+        start = time.monotonic()
+        done = subprocess.run(
+            [*alone, sys.executable, "-c", DEAD_DRIVE, drive, FFMPEG, "-i", drive / "film.avi"],
+            capture_output=True,
+            timeout=60,
+        )
+        if done.returncode not in (0, 1):
+            unmeasured(SECTION, "a drive that does not answer")
+            self.skipTest(f"no dead drive can be made here: {done.stderr.decode()}")
+        self.assertLess(time.monotonic() - start, LIMIT)
+        message = done.stderr.decode().replace(str(drive / "film.avi"), "FILE")
+        self.assertTrue(message.startswith("ffmpeg: 'FILE' "), message)
+        row(SECTION, "a drive that does not answer", message.strip().removeprefix("ffmpeg: "))
+
+    def test_tools_of_the_system_that_hang(self) -> None:
+        film = self.film("film.avi", *picture(0.2), "-c:v", "mpeg4")
+        tools = {name: self.folder / "hanging" / name for name in ("ffprobe", "ffmpeg")}
+        (self.folder / "hanging").mkdir()
+        for tool in tools.values():
+            tool.write_text("#!/bin/sh\nexec sleep 60\n")
+            tool.chmod(0o755)
+        message = self.ends(film, environment={"VANTREO_FFPROBE": str(tools["ffprobe"])})
+        row(SECTION, "a film that cannot be read any more", message)
+        start = time.monotonic()
+        held = {"VANTREO_FFMPEG": str(tools["ffmpeg"])}
+        ended = self.transcode(film, 160, 120, environment=held)
+        self.assertLess(time.monotonic() - start, LIMIT)
+        self.assertEqual(ended.status, 1)
+        self.assertIn("film.avi", ended.messages[-1])
+        self.assertEqual(self.out.read_text(), "old")
+        row(
+            SECTION,
+            "a film that stops being readable while it is converted",
+            f"{ended.messages[-1].replace(str(film), 'FILE').removeprefix('ffmpeg: ')}; "
+            "the old film stays",
+        )

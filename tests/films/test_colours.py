@@ -1,0 +1,183 @@
+"""Colours: 8-bit 4:2:0 with true names, high dynamic range mapped to BT.709."""
+
+import re
+import stat
+import subprocess
+
+from film_case import DEADLINE, FilmCase, Path, picture, ssim, video_of
+from table import row
+
+SECTION = "The film that comes in"
+ALIKE = 0.95
+BT709 = "setparams=range=tv:color_primaries=bt709:color_trc=bt709:colorspace=bt709"
+
+
+def names(path: Path) -> str:
+    video = video_of(path)
+    keys = ("pix_fmt", "color_range", "color_space", "color_transfer", "color_primaries")
+    return " ".join(video.get(key, "?") for key in keys)
+
+
+def brightness(path: Path) -> float:
+    done = subprocess.run(
+        ["ffmpeg", "-nostdin", "-v", "error", "-i", path]
+        + ["-vf", "signalstats,metadata=print:key=lavfi.signalstats.YAVG:file=-"]
+        + ["-f", "null", "-"],
+        stdout=subprocess.PIPE,
+        check=True,
+        timeout=DEADLINE,
+    )
+    return float(re.findall(rb"YAVG=([0-9.]+)", done.stdout)[-1])
+
+
+def rgb_of(path: Path, at: tuple[int, int]) -> tuple[int, ...]:
+    """The colour that a player shows at a place of the first picture, by the file's own names."""
+    video = video_of(path)
+    matrix = {"smpte170m": "bt601", "bt470bg": "bt601"}.get(video["color_space"], "bt709")
+    chain = (
+        f"crop=8:8:{at[0]}:{at[1]},scale=8:8:in_color_matrix={matrix}:in_range=tv,"
+        "format=rgb24,scale=1:1:flags=area"
+    )
+    done = subprocess.run(
+        ["ffmpeg", "-nostdin", "-v", "error", "-i", path, "-vf", chain, "-frames:v", "1"]
+        + ["-f", "rawvideo", "-"],
+        stdout=subprocess.PIPE,
+        check=True,
+        timeout=DEADLINE,
+    )
+    return tuple(done.stdout)
+
+
+class Colours(FilmCase):
+    def check_alike(self, case: str, film: Path, expected: str) -> None:
+        self.convert(film)
+        self.assertEqual(names(self.out), expected)
+        self.assertGreater(
+            ssim(self.out, film, to_other="scale=out_range=tv,format=yuv420p"), ALIKE
+        )
+        row(SECTION, case, f"{expected}, the picture of a straight conversion")
+
+    def test_depths_and_samplings(self) -> None:
+        for pixels, codec in (
+            ("yuv420p10le", "libx265"),
+            ("yuv422p", "libx264"),
+            ("yuv444p", "libx264"),
+            ("yuv422p10le", "prores_ks"),
+            ("yuv444p12le", "ffv1"),
+            ("yuv411p", "ffv1"),
+            ("gray", "ffv1"),
+        ):
+            film = self.film(
+                "film.mov" if codec == "prores_ks" else "film.mkv",
+                *picture(0.2, "320x240"),
+                *("-vf", f"format={pixels},{BT709}", "-c:v", codec),
+                *(("-x265-params", "log-level=none") if codec == "libx265" else ()),
+            )
+            self.check_alike(
+                f"{pixels} in {codec.removeprefix('lib')}", film, "yuv420p tv bt709 bt709 bt709"
+            )
+
+    def test_untold_colours_are_those_of_the_size(self) -> None:
+        for size, expected in (
+            ("320x240", "smpte170m smpte170m smpte170m"),
+            ("720x576", "bt470bg smpte170m bt470bg"),
+            ("1280x720", "bt709 bt709 bt709"),
+        ):
+            film = self.film("film.avi", *picture(0.2, size), "-c:v", "mpeg4", "-q:v", 2)
+            self.convert(film)
+            self.assertEqual(names(self.out), f"yuv420p tv {expected}")
+            row(SECTION, f"untold colours of {size}", names(self.out))
+
+    def test_shown_colours_stay(self) -> None:
+        for case, setting, arguments in (
+            ("BT.709", "bt709", ("-color_range", "tv")),
+            ("BT.601", "smpte170m", ("-color_range", "tv")),
+            ("BT.709 in full range", "bt709", ("-color_range", "pc")),
+            ("RGB", "rgb", ()),
+        ):
+            limit = "full" if "full" in case else "limited"
+            matrix = {"bt709": "bt709", "smpte170m": "bt601"}.get(setting)
+            form = (
+                f"scale=out_color_matrix={matrix}:out_range={limit},format=yuv444p"
+                if matrix
+                else "format=gbrp"
+            )
+            tags = (
+                ("-colorspace", setting, "-color_primaries", setting, "-color_trc", setting)
+                if matrix
+                else ()
+            )
+            film = self.film(
+                "film.mkv",
+                *("-f", "lavfi", "-i", "color=0xE04020:s=160x120:r=25:d=0.2,format=gbrp"),
+                *("-vf", form, *tags, *arguments, "-c:v", "ffv1"),
+            )
+            self.convert(film)
+            shown = rgb_of(self.out, (40, 40))
+            for is_value, expected in zip(shown, (0xE0, 0x40, 0x20)):
+                self.assertAlmostEqual(is_value, expected, delta=6)
+            row(
+                SECTION,
+                f"an orange picture in {case}",
+                f"{names(self.out)}; shown as the same orange",
+            )
+
+    def hdr_film(self, transfer: str) -> tuple[Path, Path]:
+        """A film in high dynamic range, and the ordinary one that it was made of."""
+        plain = self.film(
+            "plain.mkv",
+            *picture(0.2, "320x240"),
+            *("-vf", f"scale=out_color_matrix=bt709,format=yuv420p,{BT709}", "-c:v", "ffv1"),
+        )
+        mapped = (
+            "zscale=t=linear:npl=203,format=gbrpf32le,"
+            f"zscale=p=bt2020:t={transfer}:m=bt2020nc:r=tv:npl=203,format=yuv420p10le"
+        )
+        return plain, self.film("hdr.mkv", "-i", plain, "-vf", mapped, "-c:v", "ffv1")
+
+    def test_high_dynamic_range_is_mapped(self) -> None:
+        for name, transfer in (("PQ", "smpte2084"), ("HLG", "arib-std-b67")):
+            plain, film = self.hdr_film(transfer)
+            self.assertIn(transfer, names(film))
+            self.convert(film)
+            self.assertEqual(names(self.out), "yuv420p tv bt709 bt709 bt709")
+            self.assertEqual(self.ended.messages, [])
+            flat = self.film("flat.mkv", "-i", film, "-vf", "format=yuv420p", "-c:v", "ffv1")
+            self.assertGreater(ssim(self.out, plain), 0.85)
+            self.assertGreater(ssim(self.out, plain), ssim(flat, plain))
+            self.assertAlmostEqual(brightness(self.out), brightness(plain), delta=15)
+            row(
+                SECTION,
+                f"{name} in BT.2020, 10 bits",
+                f"{names(self.out)}; close to the ordinary film that it was made of",
+            )
+
+    def test_a_system_that_cannot_map_says_so(self) -> None:
+        _, film = self.hdr_film("smpte2084")
+        poor = self.folder / "ffmpeg"
+        poor.write_text('#!/bin/sh\nffmpeg "$@" | grep -v -e " zscale " -e " tonemap "\n')
+        poor.chmod(poor.stat().st_mode | stat.S_IXUSR)
+        self.convert(film, environment={"VANTREO_FFMPEG": str(poor)})
+        self.assertEqual(names(self.out), "yuv420p tv bt2020nc smpte2084 bt2020")
+        (message,) = self.ended.messages
+        self.assertIn("hdr.mkv' is HDR", message)
+        said = message.split("hdr.mkv' ")[1].split(",")[0]
+        row(
+            SECTION,
+            "PQ where the system's ffmpeg has no tone mapping",
+            f"{names(self.out)}; the console names the film: “{said}”",
+        )
+
+    def test_a_wide_gamut_becomes_bt709(self) -> None:
+        ordinary = f"format=yuv420p,{BT709}"
+        film = self.film(
+            "film.mkv",
+            *picture(0.2, "320x240"),
+            *("-vf", f"{ordinary},zscale=p=bt2020:m=bt2020nc:t=bt2020-10,format=yuv420p10le"),
+            *("-c:v", "ffv1"),
+        )
+        plain = self.film("plain.mkv", *picture(0.2, "320x240"), "-vf", ordinary, "-c:v", "ffv1")
+        self.convert(film)
+        self.assertEqual(names(self.out), "yuv420p tv bt709 bt709 bt709")
+        self.assertGreater(ssim(self.out, plain), 0.93)
+        row(SECTION, "BT.2020 in ordinary range", f"{names(self.out)}; the ordinary film's picture")

@@ -1,0 +1,102 @@
+"""Lengths that the header does not tell are found in the packets, quickly."""
+
+import subprocess
+import time
+from pathlib import Path
+
+from film_case import DEADLINE, FilmCase, frame_times, picture, probe, tone
+from table import row
+
+SECTION = "The film that comes in"
+BIG = 2_000_000_000
+
+
+def header_length(path: Path) -> str:
+    return probe(path)["format"].get("duration", "none")
+
+
+class Length(FilmCase):
+    def recording(self, seconds: float) -> Path:
+        """What a browser writes: WebM without length, index or sizes of its parts."""
+        return self.film(
+            "recording.webm",
+            *(*picture(seconds), *tone(seconds, rate=48000)),
+            *("-c:v", "libvpx", "-deadline", "realtime", "-cpu-used", 8, "-c:a", "libopus"),
+            *("-cluster_time_limit", 1000, "-f", "webm", "-live", 1),
+        )
+
+    def check(self, case: str, film: Path, seconds: float) -> None:
+        report = self.convert(film)
+        self.assertEqual(report.duration, f"00:00:{int(seconds):02d}")
+        self.assertAlmostEqual(frame_times(self.out)[-1], seconds, delta=0.2)
+        row(SECTION, case, f"reported as {report.duration}, all of it converted")
+
+    def test_a_browsers_recording(self) -> None:
+        film = self.recording(6)
+        self.assertEqual(header_length(film), "none")
+        self.check("a browser's WebM of 6 s without a length", film, 6)
+
+    def test_a_recording_that_breaks_off(self) -> None:
+        film = self.recording(6)
+        with film.open("r+b") as file:
+            file.truncate(film.stat().st_size * 2 // 3)
+        report = self.convert(film)
+        end = frame_times(self.out)[-1]
+        self.assertAlmostEqual(int(report.duration[-2:]), end, delta=1)
+        case = "a browser's WebM, broken off after two thirds"
+        row(SECTION, case, "reported as long as it still is")
+
+    def test_a_cut_transport_stream(self) -> None:
+        film = self.film(
+            "whole.ts", *(*picture(9), *tone(9)), *("-c:v", "mpeg2video", "-g", 5, "-c:a", "mp2")
+        )
+        data = film.read_bytes()
+        cut = self.folder / "cut.ts"
+        cut.write_bytes(data[len(data) // 3 + 77 : len(data) - 50])
+        report = self.convert(cut)
+        # The first frames lack what they were predicted from.
+        self.assertIn(report.duration, ("00:00:05", "00:00:06"))
+        self.assertAlmostEqual(len(frame_times(self.out)) / 25, 6, delta=0.5)
+        case = "the last two thirds of a transport stream of 9 s"
+        row(SECTION, case, "about 6 s, all converted")
+
+    def test_other_films_without_a_length(self) -> None:
+        for name, muxing in (
+            ("fragments.mp4", ("-f", "mp4", "-movflags", "frag_keyframe+empty_moov")),
+            ("stream.flv", ("-f", "flv", "-flvflags", "no_duration_filesize")),
+        ):
+            film = self.folder / name
+            with film.open("wb") as out:
+                piped = ("ffmpeg", "-nostdin", "-v", "error", *picture(4.4), *muxing, "-")
+                subprocess.run(piped, stdout=out, check=True, timeout=DEADLINE)
+            self.check(f"{name} of 4.4 s, written through a pipe", film, 4.4)
+
+    def test_a_film_of_two_gigabytes_is_reported_within_a_second(self) -> None:
+        # The middle is a hole in the file, and yet reading it takes seconds, as in a real one.
+        film = self.recording(14)
+        data = film.read_bytes()
+        cluster = b"\x1f\x43\xb6\x75"
+        half = data.rindex(cluster, 0, len(data) // 2)
+        with film.open("wb") as file:
+            file.write(data[:half])
+            file.seek(BIG - (len(data) - half))
+            file.write(data[half:])
+        self.assertEqual(film.stat().st_size, BIG)
+        took = []
+        for _ in range(3):
+            start = time.monotonic()
+            report = self.report(film)
+            took.append(time.monotonic() - start)
+            self.assertEqual(report.duration, "00:00:14")
+        self.assertLess(min(took), 1)
+        row(SECTION, "a browser's WebM stretched to 2 GB", f"{report.duration}, within a second")
+
+    def test_a_film_that_nobody_can_tell_the_length_of(self) -> None:
+        film = self.film("raw.h264", *picture(1), "-c:v", "libx264")
+        ended = self.ask(film)
+        self.assertEqual(ended.status, 0)
+        self.assertIsNone(self.read(ended))
+        line = ended.messages[0].strip().split(",")[0]
+        self.assertEqual(line, "Duration: N/A")
+        row(SECTION, "raw H.264, without any times", f"“{line}”: the program rejects it")
+
