@@ -1,5 +1,9 @@
 #include "ffmpeg_run.h"
 
+#include <csignal>
+#include <cstring>
+#include <utility>
+
 #include "console.h"
 #include "process.h"
 #include "system_tools.h"
@@ -18,10 +22,21 @@ std::vector<std::string> with_manners(const std::vector<std::string>& arguments)
     return all;
 }
 
+/// An exit status in words.
+std::string told(int status) {
+    constexpr int kKilled = 128;
+    if (status <= kKilled || status >= kKilled + NSIG) {
+        return "the system's ffmpeg failed with status " + std::to_string(status);
+    }
+    return "the system's ffmpeg was ended from outside by signal " +
+           std::to_string(status - kKilled) + " (" + ::strsignal(status - kKilled) + ")";
+}
+
 }  // namespace
 
-MaybeFailure run_ffmpeg(const FfmpegWork& work, const std::function<void(const Progress&)>& show,
-                        const StopSignals& stop) {
+Result<std::string> run_ffmpeg(const FfmpegWork& work,
+                               const std::function<void(const Progress&)>& show,
+                               const StopSignals& stop) {
     const auto program = find_ffmpeg();
     if (!program) {
         return program.failure();
@@ -43,15 +58,17 @@ MaybeFailure run_ffmpeg(const FfmpegWork& work, const std::function<void(const P
         failure.message += stop.received() != 0 ? "" : on_subject;
         return failure;
     }
-    const std::string text = messages.text();
+    std::string text = messages.text();
     if (*status != 0) {
-        return Failure{"the system's ffmpeg ended with status " + std::to_string(*status) +
-                       on_subject + "\n" + text};
+        // A stop that reaches both may be heard after ffmpeg has ended by it.
+        return stop.received() != 0
+                   ? stop.failure()
+                   : Failure{told(*status) + on_subject, kStatusFailed, std::move(text)};
     }
     if (!text.empty()) {
         complain("the system's ffmpeg" + on_subject, text);
     }
-    return std::nullopt;
+    return text;
 }
 
 }  // namespace bundle

@@ -21,9 +21,10 @@ struct FfmpegWork {
 /// Has the system's ffmpeg do the work, and blocks until it has.
 ///
 /// `show` is called with the latest progress at each of ffmpeg's reports, and between them too, at
-/// least four times a second. ffmpeg's last messages go to the error stream, or into the failure
-/// when it fails; all of them would be endless for a damaged film.
-MaybeFailure run_ffmpeg(const FfmpegWork& work, const std::function<void(const Progress&)>& show,
-                        const StopSignals& stop);
+/// least four times a second. ffmpeg's last messages are returned and go to the error stream, or
+/// into the failure when it fails; all of them would be endless for a damaged film.
+Result<std::string> run_ffmpeg(const FfmpegWork& work,
+                               const std::function<void(const Progress&)>& show,
+                               const StopSignals& stop);
 
 }  // namespace bundle

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <utility>
 
 namespace bundle {
 
@@ -31,6 +32,24 @@ bool exists(const std::string& path) {
 std::int64_t file_size(const std::string& path) {
     struct stat status {};
     return ::stat(path.c_str(), &status) == 0 ? status.st_size : 0;
+}
+
+bool is_newer(const std::string& path, const std::string& than) {
+    struct stat one {};
+    struct stat other {};
+    if (::stat(path.c_str(), &one) != 0 || ::stat(than.c_str(), &other) != 0) {
+        return false;
+    }
+    return std::pair(one.st_mtim.tv_sec, one.st_mtim.tv_nsec) >
+           std::pair(other.st_mtim.tv_sec, other.st_mtim.tv_nsec);
+}
+
+std::string folder_of(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    if (slash == std::string::npos) {
+        return ".";
+    }
+    return slash == 0 ? "/" : path.substr(0, slash);
 }
 
 std::string file_url(const std::string& path) {

@@ -21,6 +21,12 @@ bool exists(const std::string& path);
 /// Bytes of the file, 0 when it can't be told.
 std::int64_t file_size(const std::string& path);
 
+/// True when the file was written after the other one; false when one of them is missing.
+bool is_newer(const std::string& path, const std::string& than);
+
+/// The folder that holds the path's last part: "." for a bare name.
+std::string folder_of(const std::string& path);
+
 /// The name as ffmpeg and ffprobe take it without seeing an option or a protocol in it.
 std::string file_url(const std::string& path);
 

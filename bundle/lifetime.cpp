@@ -72,6 +72,8 @@ StopSignals::StopSignals(std::initializer_list<int> stopping, std::initializer_l
     fill_standard_streams();
     open_wake_pipe();
     set_handler(SIGPIPE, SIG_IGN);
+    // Writing beyond a limit then fails with a message, here and in the programs started from here.
+    set_handler(SIGXFSZ, SIG_IGN);
     set_handler(SIGCHLD, notice_child);
     for (const int signal : ignored) {
         set_handler(signal, SIG_IGN);

@@ -30,14 +30,6 @@ Failure failure(const char* what) {
     return {std::string(what) + ": " + std::strerror(errno)};
 }
 
-std::string folder_of(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    if (slash == std::string::npos) {
-        return ".";
-    }
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
-
 bool is_private_name(std::string_view name) {
     return name.size() == kPrefix.size() + kRandomLength + kSuffix.size() &&
            name.starts_with(kPrefix) && name.ends_with(kSuffix);
@@ -86,6 +78,14 @@ mode_t target_mode(const std::string& target) {
     return 0666 & ~mask;
 }
 
+/// The new name is on the disk when this returns, where the file system can do that.
+void flush_folder(const std::string& folder) {
+    const UniqueFd opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (opened) {
+        (void)::fsync(opened.get());
+    }
+}
+
 }  // namespace
 
 Result<PrivateFile> PrivateFile::create(const std::string& target) {
@@ -123,22 +123,40 @@ PrivateFile::~PrivateFile() {
 }
 
 MaybeFailure PrivateFile::publish_whole(const StopSignals& stop) {
+    if (auto failure = still_there()) {
+        return failure;
+    }
     if (file_size(path_) == 0) {
         return Failure{"nothing was written"};
     }
+    if (stop.received() != 0) {
+        return stop.failure();
+    }
+    return publish();
+}
+
+MaybeFailure PrivateFile::publish() {
     // A file system without permissions of its own may refuse; its files are accessible anyway.
     (void)::fchmod(descriptor_.get(), target_mode(target_));
     if (::fsync(descriptor_.get()) != 0) {
         return failure("cannot write the output to the disk");
     }
-    if (stop.received() != 0) {
-        return stop.failure();
-    }
     if (::rename(path_.c_str(), target_.c_str()) != 0) {
         return failure("cannot put the output in its place");
     }
     path_.clear();
+    flush_folder(folder_of(target_));
     return std::nullopt;
+}
+
+MaybeFailure PrivateFile::still_there() const {
+    struct stat status {};
+    struct stat found {};
+    if (::fstat(descriptor_.get(), &status) == 0 && ::stat(path_.c_str(), &found) == 0 &&
+        status.st_dev == found.st_dev && status.st_ino == found.st_ino) {
+        return std::nullopt;
+    }
+    return Failure{"the output's folder, or the unfinished file in it, was removed or moved away"};
 }
 
 }  // namespace bundle

@@ -28,9 +28,16 @@ class PrivateFile {
     const std::string& path() const { return path_; }
 
     /// Gives the written file the target's permissions (a new file's when there is none), sees it
-    /// onto the disk and puts it in the target's place. Fails for an empty file and when a stop has
-    /// come. A target that is a symbolic link is itself replaced; what it leads to stays.
+    /// onto the disk and puts it in the target's place, which is seen onto the disk too. Fails for
+    /// an empty file and when a stop has come. A target that is a symbolic link is itself replaced;
+    /// what it leads to stays.
     MaybeFailure publish_whole(const StopSignals& stop);
+
+    /// As above, for a file of any size and whatever stop has come.
+    MaybeFailure publish();
+
+    /// Fails when the file is no longer where it was made: its folder was removed, say.
+    MaybeFailure still_there() const;
 
   private:
     PrivateFile(std::string target, std::string path, UniqueFd descriptor);

@@ -15,7 +15,14 @@ inline constexpr int kStatusUsage = 2;
 struct Failure {
     std::string message;
     int status = kStatusFailed;
+    std::string details = {};  ///< the last lines of the tool that failed; may be empty
 };
+
+/// The failure with what it is about in front of its message.
+inline Failure about(const std::string& what, Failure failure) {
+    failure.message = what + ": " + failure.message;
+    return failure;
+}
 
 /// The outcome of a step that has nothing to hand back; empty means that it was done.
 using MaybeFailure = std::optional<Failure>;

@@ -5,13 +5,17 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "ass_script.h"
 #include "console.h"
 #include "ffmpeg_run.h"
 #include "ffprobe.h"
 #include "files.h"
+#include "film_check.h"
 #include "private_file.h"
 #include "progress.h"
 #include "subtitle_text.h"
+#include "text_track.h"
+#include "trace.h"
 
 namespace bundle {
 
@@ -24,8 +28,8 @@ constexpr std::string_view kHandlerSuffix = ":hdlr=sbtl";
 /// Copies the film and the subtitles into `output`; the share of the film's bytes that has been
 /// written is the progress.
 MaybeFailure mux(const SubtitleRequest& request, const Container& container,
-                 const std::string& text, const std::string& output, const StopSignals& stop) {
-    const auto input = nameless_file(text);
+                 const std::vector<Cue>& cues, const std::string& output, const StopSignals& stop) {
+    const auto input = nameless_file(ass_script(cues));
     if (!input) {
         return input.failure();
     }
@@ -37,7 +41,65 @@ MaybeFailure mux(const SubtitleRequest& request, const Container& container,
     show({});
     const FfmpegWork work{subtitle_arguments(request.film, container, output), kProcessName,
                           input->get()};
-    return run_ffmpeg(work, show, stop);
+    const auto messages = run_ffmpeg(work, show, stop);
+    return messages ? MaybeFailure() : messages.failure();
+}
+
+MaybeFailure check_request(const SubtitleRequest& request) {
+    if (same_file(request.subtitles, request.film)) {
+        return Failure{"the film and the subtitles are the same file"};
+    }
+    if (tells_of_no_output(request.film)) {
+        return Failure{"its conversion has failed, and what lies there is older"};
+    }
+    return std::nullopt;
+}
+
+MaybeFailure check_container(const Container& container) {
+    return container.is_mp4 && container.width > 0 ? MaybeFailure()
+                                                   : Failure{"the film is not an MP4 film"};
+}
+
+/// Sees the new film through its last steps.
+MaybeFailure finish(PrivateFile& output, const Container& container, const StopSignals& stop) {
+    if (auto failure = output.still_there()) {
+        return failure;
+    }
+    if (auto failure =
+            place_text_track_in(output.path(), subtitle_place(container.width, container.height))) {
+        return failure;
+    }
+    const Streams streams{container.has_audio, container.subtitle_tracks + 1};
+    if (const auto checked = check_film(output.path(), streams, stop); !checked) {
+        return checked.failure();
+    }
+    return output.publish_whole(stop);
+}
+
+MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
+    if (auto failure = check_request(request)) {
+        return failure;
+    }
+    auto output = PrivateFile::create(request.film);
+    if (!output) {
+        return output.failure();
+    }
+    const auto probed = probe_entries(request.film, kContainerEntries, stop);
+    if (!probed) {
+        return probed.failure();
+    }
+    const Container container = container_from(*probed);
+    if (auto failure = check_container(container)) {
+        return failure;
+    }
+    const auto cues = read_subtitles(request.subtitles);
+    if (!cues) {
+        return cues.failure();
+    }
+    if (auto failure = mux(request, container, *cues, output->path(), stop)) {
+        return failure;
+    }
+    return finish(*output, container, stop);
 }
 
 }  // namespace
@@ -51,14 +113,29 @@ Result<SubtitleRequest> parse_subtitle_request(const std::vector<std::string>& a
     return SubtitleRequest{arguments[1].substr(0, length), arguments[2]};
 }
 
-const char* const kContainerEntries = "format_tags=major_brand:stream=codec_type";
+const char* const kContainerEntries =
+    "format=format_name:format_tags=major_brand:stream=index,codec_type,width,height:"
+    "stream_tags=handler_name:stream_disposition=attached_pic";
 
 Container container_from(const nlohmann::json& probed) {
+    using pointer = nlohmann::json::json_pointer;
     Container container;
-    container.brand = probed.value(nlohmann::json::json_pointer("/format/tags/major_brand"), "");
+    container.brand = probed.value(pointer("/format/tags/major_brand"), "");
+    const std::string format = probed.value(pointer("/format/format_name"), "");
+    container.is_mp4 =
+        format.find("mp4") != std::string::npos && !container.brand.starts_with("qt");
     for (const auto& stream : probed.value("streams", nlohmann::json::array())) {
-        if (stream.value("codec_type", "") == "subtitle") {
+        const std::string kind = stream.value("codec_type", "");
+        if (kind == "subtitle" && stream.value(pointer("/tags/handler_name"), "") == kTrackName) {
+            container.own_tracks.push_back(stream.value("index", 0));
+        } else if (kind == "subtitle") {
             ++container.subtitle_tracks;
+        } else if (kind == "audio") {
+            container.has_audio = true;
+        } else if (kind == "video" && container.width == 0 &&
+                   stream.value(pointer("/disposition/attached_pic"), 0) == 0) {
+            container.width = stream.value("width", 0);
+            container.height = stream.value("height", 0);
         }
     }
     return container;
@@ -69,51 +146,35 @@ std::vector<std::string> subtitle_arguments(const std::string& film, const Conta
     const std::string track = ":s:" + std::to_string(container.subtitle_tracks);
     const std::string format = container.brand.starts_with("M4V") ? "ipod" : "mp4";
     // Data tracks are left to the muxer: it makes the one for the chapters again from their list.
-    return {"-i",
-            file_url(film),
-            "-f",
-            "srt",
-            "-i",
-            "pipe:0",
-            "-map",
-            "0",
-            "-map",
-            "-0:d",
-            "-map",
-            "1:0",
-            "-c",
-            "copy",
-            "-c" + track,
-            "mov_text",
-            "-disposition" + track,
-            "default",
-            "-f",
-            format,
-            file_url(output)};
+    std::vector<std::string> arguments{"-i",     file_url(film), "-f", "ass",  "-i",
+                                       "pipe:0", "-map",         "0",  "-map", "-0:d"};
+    const auto append = [&arguments](std::initializer_list<std::string> more) {
+        arguments.insert(arguments.end(), more);
+    };
+    for (const int index : container.own_tracks) {
+        append({"-map", "-0:" + std::to_string(index)});
+    }
+    append({"-map", "1:0", "-c", "copy", "-c" + track, "mov_text"});
+    // In milliseconds, longer breaks between two cues fit than in the microseconds of the default.
+    append({"-time_base" + track, "1/1000"});
+    append({"-metadata:s" + track, std::string("handler_name=") + kTrackName});
+    append({"-disposition" + track, "default", "-f", format, file_url(output)});
+    return arguments;
 }
 
 MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& stop) {
-    if (same_file(request.subtitles, request.film)) {
-        return Failure{"the film and the subtitles are the same file"};
-    }
-    auto output = PrivateFile::create(request.film);
-    if (!output) {
-        return output.failure();
-    }
-    const auto text = read_subtitles(request.subtitles);
-    if (!text) {
-        return text.failure();
-    }
-    const auto probed = probe_entries(request.film, kContainerEntries, stop);
-    if (!probed) {
-        return probed.failure();
-    }
-    if (auto failure = mux(request, container_from(*probed), *text, output->path(), stop)) {
+    if (const auto reason = add(request, stop)) {
+        auto failure = about("cannot add the subtitles " + in_quotes(request.subtitles) + " to " +
+                                 in_quotes(request.film),
+                             *reason);
+        tell_in_trace(request.film, Step::kSubtitles,
+                      {failure.message,
+                       "The film " + in_quotes(request.film) + " is as it was, and so is " +
+                           in_quotes(request.subtitles) + ".",
+                       failure.details});
         return failure;
     }
-    if (auto failure = output->publish_whole(stop)) {
-        return failure;
-    }
+    clear_trace(request.film, Step::kSubtitles);
     write_if_ready(STDOUT_FILENO, file_progress_line(100));
     return std::nullopt;
 }

@@ -14,7 +14,8 @@ int tool_main(const char* name, int count, char** arguments,
         if (!failure) {
             return 0;
         }
-        complain(name, failure->message);
+        complain(name, failure->details.empty() ? failure->message
+                                                : failure->message + "\n" + failure->details);
         return failure->status;
     } catch (const std::exception& error) {
         write_if_ready(2, error.what());

@@ -7,11 +7,13 @@
 #include "ffmpeg_filters.h"
 #include "ffmpeg_run.h"
 #include "files.h"
+#include "film_check.h"
 #include "film_probe.h"
 #include "film_report.h"
 #include "private_file.h"
 #include "progress.h"
 #include "source_check.h"
+#include "trace.h"
 
 namespace bundle {
 
@@ -47,6 +49,54 @@ void show_progress(const Progress& progress) {
     write_if_ready(STDERR_FILENO, old_progress_line(progress));
 }
 
+/// Makes the output; what a trace has to tell about it, nothing in the usual case.
+Result<std::optional<Report>> convert(const TranscodeRequest& request, const StopSignals& stop) {
+    auto output = PrivateFile::create(request.output);
+    if (!output) {
+        return output.failure();
+    }
+    if (auto failure = check_source(request.input, stop)) {
+        return *failure;
+    }
+    if (auto failure = check_output(request)) {
+        return *failure;
+    }
+    const auto film = probe_film(request.input, stop);
+    if (!film) {
+        return film.failure();
+    }
+    FfmpegWork work{encoder_arguments(request, *film, output->path(),
+                                      colours_can_be_converted(request, *film, stop))};
+    work.subject = request.input;
+    const auto messages = run_ffmpeg(work, show_progress, stop);
+    if (!messages) {
+        return messages.failure();
+    }
+    if (auto failure = output->still_there()) {
+        return *failure;
+    }
+    const auto duration = check_film(output->path(), {film->audio.has_value()}, stop);
+    if (!duration) {
+        return duration.failure();
+    }
+    if (auto failure = output->publish_whole(stop)) {
+        return *failure;
+    }
+    const std::string missing = shortfall(film->duration.value_or(0), *duration);
+    if (missing.empty()) {
+        return std::optional<Report>();
+    }
+    return std::optional(Report{in_quotes(request.input) + ": " + missing,
+                                "The film was delivered as far as it goes.", *messages, true});
+}
+
+/// What a failed conversion has not touched; `was_there` tells whether there was an older output.
+std::string untouched(const TranscodeRequest& request, bool was_there) {
+    return "The movie " + in_quotes(request.input) + " was only read. " +
+           (was_there ? "What was at " + in_quotes(request.output) + " before is still there."
+                      : "Nothing was put at " + in_quotes(request.output) + ".");
+}
+
 }  // namespace
 
 MaybeFailure report_film(const std::string& path, const StopSignals& stop) {
@@ -59,27 +109,25 @@ MaybeFailure report_film(const std::string& path, const StopSignals& stop) {
 }
 
 MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop) {
-    auto output = PrivateFile::create(request.output);
-    if (!output) {
-        return output.failure();
-    }
-    if (auto failure = check_source(request.input, stop)) {
+    const bool was_there = exists(request.output);
+    const auto outcome = convert(request, stop);
+    if (!outcome) {
+        auto failure =
+            about("cannot convert " + in_quotes(request.input) + " to " + in_quotes(request.output),
+                  outcome.failure());
+        // Who stops a conversion knows about it.
+        if (stop.received() == 0) {
+            tell_in_trace(request.output, Step::kConversion,
+                          {failure.message, untouched(request, was_there), failure.details});
+        }
         return failure;
     }
-    if (auto failure = check_output(request)) {
-        return failure;
+    clear_trace(request.output, Step::kConversion);
+    if (*outcome) {
+        complain("ffmpeg", (*outcome)->happened);
+        tell_in_trace(request.output, Step::kConversion, **outcome);
     }
-    const auto film = probe_film(request.input, stop);
-    if (!film) {
-        return film.failure();
-    }
-    FfmpegWork work{encoder_arguments(request, *film, output->path(),
-                                      colours_can_be_converted(request, *film, stop))};
-    work.subject = request.input;
-    if (auto failure = run_ffmpeg(work, show_progress, stop)) {
-        return failure;
-    }
-    return output->publish_whole(stop);
+    return std::nullopt;
 }
 
 }  // namespace bundle

@@ -15,7 +15,9 @@ MaybeFailure report_film(const std::string& path, const StopSignals& stop);
 /// Converts a film, with progress lines in the old form on the error stream.
 ///
 /// Blocks to the end of the work. The output appears only when it is whole; after a failure or a
-/// stop an older output is as it was. Refuses an output that is the input by another name.
+/// stop an older output is as it was. Refuses an output that is the input by another name. A
+/// failure leaves a trace, and so does a film that is shorter than its source promised; a stop does
+/// not.
 MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop);
 
 }  // namespace bundle

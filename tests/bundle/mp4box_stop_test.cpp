@@ -15,7 +15,7 @@ class StoppedSubtitles : public testing::Test {
   protected:
     void SetUp() override {
         film_ = folder_ / "film.mp4";
-        ASSERT_TRUE(make_silent_film(film_));
+        ASSERT_TRUE(make_film_with_subtitles(film_));
         before_ = content_of(film_);
         const std::string text =
             folder_.write("film.srt", "1\n00:00:00,100 --> 00:00:00,500\nText\n");
@@ -36,7 +36,7 @@ class StoppedSubtitles : public testing::Test {
 
     void expect_nothing_changed() const {
         EXPECT_EQ(content_of(film_), before_);
-        EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt"}));
+        EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.mp4.failed.txt", "film.srt"}));
     }
 
     HeldWork work_;
@@ -54,7 +54,7 @@ TEST_F(StoppedSubtitles, RunTheEncoderUnderAnotherNameAndLeaveNoLink) {
     EXPECT_TRUE(eventually([this] { return !left_something_temporary(); }));
     work_.let_go();
     EXPECT_EQ(tool.wait(), 0) << tool.errors();
-    EXPECT_EQ(content_of(film_), "whole");
+    EXPECT_EQ(content_of(film_), work_.whole());
 }
 
 TEST_F(StoppedSubtitles, LeaveTheFilmAsItIsOnASignal) {
@@ -96,7 +96,7 @@ TEST_F(StoppedSubtitles, AreFinishedWhenTheProgramDies) {
     ::kill(tool, SIGHUP);
     work_.let_go();
     EXPECT_TRUE(eventually([tool] { return !is_running(tool); }));
-    EXPECT_EQ(content_of(film_), "whole");
+    EXPECT_EQ(content_of(film_), work_.whole());
     EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt"}));
 }
 
@@ -109,7 +109,7 @@ TEST_F(StoppedSubtitles, AreFinishedWhenNobodyReadsTheProgressAnyMore) {
     ASSERT_NE(work_.encoder_id(), 0);
     work_.let_go();
     EXPECT_EQ(tool.wait(), 0) << tool.errors();
-    EXPECT_EQ(content_of(film_), "whole");
+    EXPECT_EQ(content_of(film_), work_.whole());
 }
 
 TEST_F(StoppedSubtitles, SurviveKillall) {
@@ -132,7 +132,7 @@ TEST_F(StoppedSubtitles, SurviveKillall) {
     ChildRun run(script, variables());
     EXPECT_EQ(run.wait(), 0) << run.errors();
     EXPECT_EQ(content_of(work_.held() / "status"), "143\n0\n") << run.errors();
-    EXPECT_EQ(content_of(film_), "whole");
+    EXPECT_EQ(content_of(film_), work_.whole());
 }
 
 }  // namespace

@@ -84,7 +84,7 @@ TEST_F(Subtitles, KeepTheirTextsAndTimes) {
     EXPECT_EQ(back, kSubtitles + "\n");
 }
 
-TEST_F(Subtitles, AreAddedToTracksChaptersAndMetadataThatAreThere) {
+TEST_F(Subtitles, ReplaceEarlierOnesAndKeepChaptersAndMetadata) {
     const std::string metadata =
         folder_.write("chapters",
                       ";FFMETADATA1\ntitle=A title\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=2000\n"
@@ -101,7 +101,7 @@ TEST_F(Subtitles, AreAddedToTracksChaptersAndMetadataThatAreThere) {
     for (const json& stream : film["streams"]) {
         subtitle_tracks += stream["codec_type"] == "subtitle" ? 1 : 0;
     }
-    EXPECT_EQ(subtitle_tracks, 2);
+    EXPECT_EQ(subtitle_tracks, 1);
     ASSERT_TRUE(run_ffmpeg({"-i", folder_ / "chapters.mp4", "-f", "ffmetadata", folder_ / "back"}));
     EXPECT_NE(content_of(folder_ / "back").find("title=First"), std::string::npos);
 }
@@ -134,25 +134,58 @@ TEST_F(Subtitles, TakeNamesThatLookLikeOptionsInTheCurrentFolder) {
     std::filesystem::current_path(before);
 }
 
-TEST_F(Subtitles, LeaveTheFilmAsItIsWhenTheyAreBroken) {
+TEST_F(Subtitles, AreAddedToThoseOfOthers) {
+    const std::string text = folder_.write("film.srt", kSubtitles);
+    const std::string other = folder_ / "other.mp4";
+    ASSERT_TRUE(run_ffmpeg({"-i", film_, "-i", text, "-map", "0", "-map", "1", "-c", "copy", "-c:s",
+                            "mov_text", other}));
+    ASSERT_EQ(add(text, other), 0) << errors_;
+    ASSERT_EQ(add(text, other), 0) << errors_;
+    std::vector<std::string> handlers;
+    const json film = probed(other);
+    for (const json& stream : film["streams"]) {
+        if (stream["codec_type"] == "subtitle") {
+            handlers.push_back(stream["tags"]["handler_name"]);
+        }
+    }
+    EXPECT_EQ(handlers, (Names{"SubtitleHandler", "Vantreo subtitles"}));
+}
+
+TEST_F(Subtitles, LeaveTheFilmAsItIsAndATraceWhenTheyAreBroken) {
     const std::string before = content_of(film_);
     for (const std::string& broken :
          {folder_.write("empty.srt", ""), folder_.write("prose.srt", "Just some prose.\n"),
-          folder_.write("latin.srt", kSubtitles + "\n3\n00:00:02,000 --> 00:00:03,000\ncaf\xE9\n"),
-          folder_ / "missing.srt", folder_.path().string(), film_}) {
+          folder_.write("binary.srt", std::string("1\0\xE9", 3)), folder_ / "missing.srt",
+          folder_.path().string(), film_}) {
         EXPECT_EQ(add(broken, film_), 1) << broken;
-        EXPECT_TRUE(errors_.starts_with("MP4Box: ")) << errors_;
+        EXPECT_TRUE(errors_.starts_with("MP4Box: cannot add the subtitles '")) << errors_;
         EXPECT_EQ(content_of(film_), before);
+        EXPECT_TRUE(std::filesystem::remove(film_ + ".failed.txt")) << broken;
     }
-    EXPECT_EQ(folder_.names(), (Names{"empty.srt", "film.mp4", "latin.srt", "prose.srt"}));
+    EXPECT_EQ(folder_.names(), (Names{"binary.srt", "empty.srt", "film.mp4", "prose.srt"}));
 }
 
-TEST_F(Subtitles, LeaveAFileThatIsNoFilmAsItIs) {
-    const std::string garbage = folder_.write("garbage.mp4", "no film at all");
-    EXPECT_EQ(add(folder_.write("film.srt", kSubtitles), garbage), 1);
-    EXPECT_EQ(content_of(garbage), "no film at all");
-    EXPECT_EQ(add(folder_ / "film.srt", folder_ / "missing.mp4"), 1);
-    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt", "garbage.mp4"}));
+TEST_F(Subtitles, LeaveAFileThatIsNoMp4FilmAsItIs) {
+    const std::string text = folder_.write("film.srt", kSubtitles);
+    ASSERT_TRUE(run_ffmpeg({"-i", film_, "-c", "copy", folder_ / "film.mkv"}));
+    ASSERT_TRUE(run_ffmpeg({"-i", film_, "-c", "copy", folder_ / "film.mov"}));
+    for (const std::string& other : {folder_.write("garbage.mp4", "no film at all"),
+                                     folder_ / "film.mkv", folder_ / "film.mov"}) {
+        const std::string before = content_of(other);
+        EXPECT_EQ(add(text, other), 1) << other;
+        EXPECT_EQ(content_of(other), before) << other;
+    }
+    EXPECT_EQ(add(text, folder_ / "missing.mp4"), 1);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "missing.mp4"));
+}
+
+TEST_F(Subtitles, AreNotAddedToAnOlderFilmAfterAFailedConversion) {
+    const std::string before = content_of(film_);
+    const std::string broken = folder_.write("broken.avi", "no film");
+    ASSERT_EQ(ChildRun(transcode_words(broken, "160x120", film_)).wait(), 1);
+    EXPECT_EQ(add(folder_.write("film.srt", kSubtitles), film_), 1);
+    EXPECT_EQ(content_of(film_), before);
+    EXPECT_NE(content_of(film_ + ".failed.txt").find("== The conversion =="), std::string::npos);
 }
 
 TEST(SubtitleRequest, CutsOnlyTheLastHandler) {
@@ -174,12 +207,15 @@ TEST(SubtitleRequest, RefusesOtherArguments) {
     EXPECT_TRUE(tool.errors().starts_with("MP4Box: usage: "));
 }
 
-TEST(SubtitleArguments, AddTheTrackBehindThoseThatAreThere) {
-    const bundle::Container container{2, "isom"};
+TEST(SubtitleArguments, PutTheTrackInThePlaceOfEarlierOnesBehindThoseOfOthers) {
+    bundle::Container container;
+    container.subtitle_tracks = 2;
+    container.brand = "isom";
+    container.own_tracks = {4};
     const Names expected{"-i",
                          "file:f:1",
                          "-f",
-                         "srt",
+                         "ass",
                          "-i",
                          "pipe:0",
                          "-map",
@@ -187,11 +223,17 @@ TEST(SubtitleArguments, AddTheTrackBehindThoseThatAreThere) {
                          "-map",
                          "-0:d",
                          "-map",
+                         "-0:4",
+                         "-map",
                          "1:0",
                          "-c",
                          "copy",
                          "-c:s:2",
                          "mov_text",
+                         "-time_base:s:2",
+                         "1/1000",
+                         "-metadata:s:s:2",
+                         "handler_name=Vantreo subtitles",
                          "-disposition:s:2",
                          "default",
                          "-f",

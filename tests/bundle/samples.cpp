@@ -27,6 +27,14 @@ bool make_silent_film(const std::string& path) {
     return make_film(path, "160x120", "25", "1", {"-map", "0:v", "-c:v", "mpeg4"});
 }
 
+bool make_film_with_subtitles(const std::string& path) {
+    const TemporaryFolder folder;
+    const std::string text = folder.write("text.srt", "1\n00:00:00,100 --> 00:00:00,500\nText\n");
+    return run_ffmpeg({"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=1", "-i", text, "-c:v",
+                       "libx264", "-c:s", "mov_text", "-metadata:s:s",
+                       "handler_name=Vantreo subtitles", "file:" + path});
+}
+
 nlohmann::json probed(const std::string& path, bool with_packets) {
     std::vector<std::string> words{"ffprobe",       "-v",           "error", "-of",         "json",
                                    "-show_streams", "-show_format", "-i",    "file:" + path};

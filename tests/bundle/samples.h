@@ -18,6 +18,9 @@ bool make_film(const std::string& path);
 /// As above but without sound.
 bool make_silent_film(const std::string& path);
 
+/// A silent MP4 film of a second with a text track that bears the name of the tools' own.
+bool make_film_with_subtitles(const std::string& path);
+
 /// What ffprobe tells about the streams and the format; its packets as well when asked.
 nlohmann::json probed(const std::string& path, bool with_packets = false);
 

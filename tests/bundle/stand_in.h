@@ -10,12 +10,16 @@
 
 #include "child_run.h"
 #include "samples.h"
+#include "text_track.h"
 
 /// Tests that stop a tool in the middle of its work. The system's ffmpeg is replaced by a stand-in
-/// of that name that holds still until it is let go; ffprobe is the real one.
+/// of that name that writes a film made before and holds still until it is let go; ffprobe is the
+/// real one.
 class HeldWork {
   public:
     HeldWork() {
+        make_film_with_subtitles(film());
+        bundle::place_text_track_in(film(), bundle::subtitle_place(160, 120));
         std::filesystem::create_directory(held_ / "bin");
         std::filesystem::create_symlink(STAND_IN_ENCODER, encoder());
     }
@@ -23,8 +27,14 @@ class HeldWork {
     std::string encoder() const { return held_ / "bin/ffmpeg"; }
     const TemporaryFolder& held() const { return held_; }
 
+    /// What the stand-in writes: a film with a picture and the tools' subtitles in their place.
+    std::string film() const { return held_ / "film.mp4"; }
+    std::string whole() const { return content_of(film()); }
+
     ChildRun::Variables variables() const {
-        return {{"VANTREO_FFMPEG", encoder()}, {"STAND_IN_FOLDER", held_.path().string()}};
+        return {{"VANTREO_FFMPEG", encoder()},
+                {"STAND_IN_FOLDER", held_.path().string()},
+                {"STAND_IN_FILM", film()}};
     }
     ChildRun::Variables stubborn_variables() const {
         auto all = variables();

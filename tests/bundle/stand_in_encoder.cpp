@@ -1,7 +1,8 @@
-// Stands in for the system's ffmpeg: writes a few bytes to its last argument, leaves its process id
-// in a file, and goes on only when it is let go.
+// Stands in for the system's ffmpeg: writes a finished film to its last argument, leaves its process
+// id in a file, and goes on only when it is let go.
 //
 // STAND_IN_FOLDER   where it writes "arguments" (one a line) and then "id", and waits for "go"
+// STAND_IN_FILM     the film that it writes
 // STAND_IN_REPORTS  number of progress reports that it prints first
 // STAND_IN_STUBBORN set: SIGTERM does not end it
 
@@ -57,7 +58,7 @@ int main(int count, char** arguments) {
     words.close();
     std::string output = arguments[count - 1];
     if (output.starts_with("file:")) {
-        std::ofstream(output.substr(5)) << "whole";
+        std::ofstream(output.substr(5)) << std::ifstream(setting("STAND_IN_FILM")).rdbuf();
     }
     const std::string reports = setting("STAND_IN_REPORTS");
     print_reports(reports.empty() ? 1 : std::stoi(reports));

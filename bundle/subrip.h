@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace bundle {
+
+/// A subtitle and when it is shown.
+struct Cue {
+    std::int64_t start_ms = 0;
+    std::int64_t end_ms = 0;
+    std::string text;  ///< lines parted by LF, none of them empty; markup as in the file
+
+    bool operator==(const Cue&) const = default;
+};
+
+/// The cues of a text in SubRip form, in the file's order, those without any text left out. Lines
+/// may end in CR, LF or both; numbers may be missing, empty lines may stand within a cue.
+std::vector<Cue> read_subrip(std::string_view text);
+
+/// The cues as one track can hold them: in the order of their times and one at a time. A cue ends
+/// where the next one begins; cues that begin together become one; one whose end is not behind its
+/// beginning is shown up to the next one, for two seconds at most.
+std::vector<Cue> one_at_a_time(std::vector<Cue> cues);
+
+}  // namespace bundle

@@ -1,0 +1,72 @@
+#include "subrip.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+namespace bundle {
+
+static void PrintTo(const Cue& cue, std::ostream* stream) {
+    *stream << cue.start_ms << "-" << cue.end_ms << " " << cue.text;
+}
+
+namespace {
+
+using Cues = std::vector<Cue>;
+
+TEST(SubRip, IsReadWithAnyLineEnd) {
+    for (const char* end : {"\n", "\r", "\r\n"}) {
+        std::string text;
+        for (const char* line : {"1", "00:00:01,000 --> 00:00:02,500", "One", "two", "", "2",
+                                 " 0:00:03.5-->0:00:04.25  X1:0 Y1:0", "Three"}) {
+            text.append(line).append(end);
+        }
+        EXPECT_EQ(read_subrip(text), (Cues{{1000, 2500, "One\ntwo"}, {3500, 4250, "Three"}}));
+    }
+}
+
+TEST(SubRip, TakesTimesBeyondAnHour) {
+    EXPECT_EQ(read_subrip("101:59:59,999 --> 102:00:00,001\nLate"),
+              (Cues{{367'199'999, 367'200'001, "Late"}}));
+}
+
+TEST(SubRip, KeepsANumberThatIsText) {
+    EXPECT_EQ(read_subrip("1\n00:00:01,000 --> 00:00:02,000\n42\n\n2\n"
+                          "00:00:03,000 --> 00:00:04,000\n43\n"),
+              (Cues{{1000, 2000, "42"}, {3000, 4000, "43"}}));
+}
+
+TEST(SubRip, GoesWithoutNumbersAndKeepsTextBehindAnEmptyLine) {
+    EXPECT_EQ(read_subrip("00:00:01,000 --> 00:00:02,000\nOne\n\nmore\n\n"
+                          "00:00:03,000 --> 00:00:04,000\nTwo"),
+              (Cues{{1000, 2000, "One\nmore"}, {3000, 4000, "Two"}}));
+}
+
+TEST(SubRip, LeavesOutWhatIsNoCue) {
+    EXPECT_TRUE(read_subrip("").empty());
+    EXPECT_TRUE(read_subrip("a --> b\n1:2 --> 3\n--> 00:00:01,000\n").empty());
+    EXPECT_TRUE(read_subrip("00:00:01,000 --> 00:00:02,000\n \n").empty());
+    EXPECT_TRUE(read_subrip("-1:00:01,000 --> 00:00:02,000\nText").empty());
+}
+
+TEST(OneAtATime, PutsCuesInTheOrderOfTheirTimes) {
+    EXPECT_EQ(one_at_a_time({{3000, 4000, "b"}, {1000, 2000, "a"}}),
+              (Cues{{1000, 2000, "a"}, {3000, 4000, "b"}}));
+}
+
+TEST(OneAtATime, EndsACueWhereTheNextOneBegins) {
+    EXPECT_EQ(one_at_a_time({{1000, 4000, "a"}, {2000, 3000, "b"}}),
+              (Cues{{1000, 2000, "a"}, {2000, 3000, "b"}}));
+}
+
+TEST(OneAtATime, ShowsCuesThatBeginTogetherAsOne) {
+    EXPECT_EQ(one_at_a_time({{1000, 2000, "a"}, {1000, 3000, "b"}}), (Cues{{1000, 3000, "a\nb"}}));
+}
+
+TEST(OneAtATime, GivesACueWithoutLengthSomeTime) {
+    EXPECT_EQ(one_at_a_time({{1000, 500, "a"}, {2000, 2000, "b"}, {9000, 9500, "c"}}),
+              (Cues{{1000, 2000, "a"}, {2000, 4000, "b"}, {9000, 9500, "c"}}));
+}
+
+}  // namespace
+}  // namespace bundle
