@@ -5,6 +5,7 @@
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
+#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -15,7 +16,8 @@ namespace {
 constexpr std::string_view kWordJoiner = "\xE2\x81\xA0";
 constexpr std::size_t kLongestTag = 300;
 
-/// The style that ffmpeg itself gives to text without any.
+/// The style that ffmpeg itself gives to text without any. Its size and face also end others: the
+/// empty codes, which mean the same, give ffmpeg a size of 0.
 constexpr std::string_view kHead =
     "[Script Info]\nScriptType: v4.00+\nPlayResX: 384\nPlayResY: 288\n\n[V4+ Styles]\n"
     "Format: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, OutlineColour, BackColour, "
@@ -119,7 +121,7 @@ bool is_face(const std::string& text) {
     return !text.empty() && text.find_first_of("\\{}&,") == std::string::npos;
 }
 
-/// What a <font> changes; its end takes all of that back.
+/// What a <font> changes.
 std::string font_codes(std::string_view tag) {
     std::string codes;
     if (const auto colour = colour_of(attribute(tag, "color"))) {
@@ -172,31 +174,59 @@ class Translator {
     void tag(std::string_view tag) {
         const std::string name = in_small_letters(tag.substr(0, tag.find_first_of(" \n/>", 2)));
         if (name == "<i" || name == "<b" || name == "<u") {
-            result_ += "{\\" + name.substr(1) + "1}";
-        } else if (name == "</i" || name == "</b" || name == "</u") {
-            result_ += "{\\" + name.substr(2) + "0}";
+            open(name.substr(1), "{\\" + name.substr(1) + "1}");
         } else if (name == "<font") {
-            fonts_.push_back(font_codes(tag));
-            result_ += fonts_.back();
-        } else if (name == "</font" && !fonts_.empty()) {
-            end_font();
+            open("font", font_codes(tag));
+        } else if (name.starts_with("</")) {
+            close(name.substr(2));
         }
     }
 
-    void end_font() {
-        for (const std::string_view code : {"\\1c", "\\fs", "\\fn"}) {
-            if (fonts_.back().find(code) != std::string::npos) {
-                result_.append("{").append(code).append("}");
+    void open(const std::string& name, const std::string& codes) {
+        end_styles();
+        elements_.emplace_back(name, codes);
+        begin_styles();
+    }
+
+    void close(const std::string& name) {
+        const auto element = std::find_if(elements_.rbegin(), elements_.rend(),
+                                          [&name](const auto& open) { return open.first == name; });
+        if (element == elements_.rend()) {
+            return;
+        }
+        end_styles();
+        elements_.erase(std::next(element).base());
+        begin_styles();
+    }
+
+    /// Takes back what all open elements changed. Without that ffmpeg's encoder drops one style
+    /// when another begins within it.
+    void end_styles() {
+        constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kEnds{
+            {{"\\b1", "{\\b0}"},
+             {"\\i1", "{\\i0}"},
+             {"\\u1", "{\\u0}"},
+             {"\\1c", "{\\1c}"},
+             {"\\fs", "{\\fs16}"},
+             {"\\fn", "{\\fnArial}"}}};
+        for (const auto& [code, end] : kEnds) {
+            const auto has_code = [&code](const auto& element) {
+                return element.second.find(code) != std::string::npos;
+            };
+            if (std::any_of(elements_.begin(), elements_.end(), has_code)) {
+                result_ += end;
             }
         }
-        fonts_.pop_back();
-        for (const std::string& outer : fonts_) {
-            result_ += outer;
+    }
+
+    void begin_styles() {
+        for (const auto& [name, codes] : elements_) {
+            result_ += codes;
         }
     }
 
     std::string result_;
-    std::vector<std::string> fonts_;
+    std::vector<std::pair<std::string, std::string>> elements_;  ///< open: name and codes
 };
 
 /// "H:MM:SS.cc".

@@ -26,6 +26,9 @@ constexpr std::string_view kSuffix = ".part";
 constexpr std::size_t kRandomLength = 6;
 constexpr int kAttempts = 5;
 
+// More than is left of a disk where a write has failed.
+constexpr std::size_t kProbeSize = 262144;
+
 Failure failure(const char* what) {
     return {std::string(what) + ": " + std::strerror(errno)};
 }
@@ -157,6 +160,29 @@ MaybeFailure PrivateFile::still_there() const {
         return std::nullopt;
     }
     return Failure{"the output's folder, or the unfinished file in it, was removed or moved away"};
+}
+
+MaybeFailure PrivateFile::takes_more() const {
+    const std::string piece(kProbeSize, '\0');
+    const off_t size = file_size(path_);
+    ssize_t written = 0;
+    off_t at = size;
+    do {
+        at += written;
+        written = ::pwrite(descriptor_.get(), piece.data(), piece.size(), at);
+    } while (written > 0 && at + written < size + static_cast<off_t>(kProbeSize));
+    auto trouble = written < 0 ? MaybeFailure(failure("the disk takes no more")) : std::nullopt;
+    [[maybe_unused]] const int cut = ::ftruncate(descriptor_.get(), size);
+    return trouble;
+}
+
+Failure PrivateFile::explained(Failure failure) const {
+    auto trouble = still_there();
+    trouble = trouble ? trouble : takes_more();
+    if (trouble) {
+        failure.message = trouble->message;
+    }
+    return failure;
 }
 
 }  // namespace bundle

@@ -36,11 +36,16 @@ class PrivateFile {
     /// As above, for a file of any size and whatever stop has come.
     MaybeFailure publish();
 
-    /// Fails when the file is no longer where it was made: its folder was removed, say.
-    MaybeFailure still_there() const;
+    /// The failure of the work on this file, with the file's own trouble as its cause where there
+    /// is one: it is no longer where it was made, or takes no more bytes. The system's ffmpeg does
+    /// not tell, and ends with success on a full disk.
+    Failure explained(Failure failure) const;
 
   private:
     PrivateFile(std::string target, std::string path, UniqueFd descriptor);
+
+    MaybeFailure still_there() const;
+    MaybeFailure takes_more() const;
 
     std::string target_;
     std::string path_;  ///< empty: nothing to remove

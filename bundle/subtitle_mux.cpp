@@ -60,20 +60,16 @@ MaybeFailure check_container(const Container& container) {
                                                    : Failure{"the film is not an MP4 film"};
 }
 
-/// Sees the new film through its last steps.
-MaybeFailure finish(PrivateFile& output, const Container& container, const StopSignals& stop) {
-    if (auto failure = output.still_there()) {
-        return failure;
-    }
-    if (auto failure =
-            place_text_track_in(output.path(), subtitle_place(container.width, container.height))) {
+/// Puts the text where players expect it, and looks whether the new film is whole.
+MaybeFailure place_and_check(const std::string& film, const Container& container,
+                             const StopSignals& stop) {
+    const TextPlace place = subtitle_place(container.width, container.height);
+    if (auto failure = place_text_track_in(film, place)) {
         return failure;
     }
     const Streams streams{container.has_audio, container.subtitle_tracks + 1};
-    if (const auto checked = check_film(output.path(), streams, stop); !checked) {
-        return checked.failure();
-    }
-    return output.publish_whole(stop);
+    const auto duration = check_film(film, streams, stop);
+    return duration ? MaybeFailure() : duration.failure();
 }
 
 MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
@@ -96,10 +92,9 @@ MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
     if (!cues) {
         return cues.failure();
     }
-    if (auto failure = mux(request, container, *cues, output->path(), stop)) {
-        return failure;
-    }
-    return finish(*output, container, stop);
+    auto failure = mux(request, container, *cues, output->path(), stop);
+    failure = failure ? failure : place_and_check(output->path(), container, stop);
+    return failure ? output->explained(*failure) : output->publish_whole(stop);
 }
 
 }  // namespace

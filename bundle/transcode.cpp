@@ -70,14 +70,11 @@ Result<std::optional<Report>> convert(const TranscodeRequest& request, const Sto
     work.subject = request.input;
     const auto messages = run_ffmpeg(work, show_progress, stop);
     if (!messages) {
-        return messages.failure();
-    }
-    if (auto failure = output->still_there()) {
-        return *failure;
+        return output->explained(messages.failure());
     }
     const auto duration = check_film(output->path(), {film->audio.has_value()}, stop);
     if (!duration) {
-        return duration.failure();
+        return output->explained(duration.failure());
     }
     if (auto failure = output->publish_whole(stop)) {
         return *failure;

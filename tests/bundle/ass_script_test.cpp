@@ -12,14 +12,20 @@ TEST(AssText, TurnsMarkupIntoCodes) {
 
 TEST(AssText, KeepsColoursSizesAndFacesOfFonts) {
     EXPECT_EQ(ass_text("<font color=\"#12aBfe\" size=20 face='Courier New'>x</font>y"),
-              "{\\1c&HFEAB12&}{\\fs20}{\\fnCourier New}x{\\1c}{\\fs}{\\fn}y");
+              "{\\1c&HFEAB12&}{\\fs20}{\\fnCourier New}x{\\1c}{\\fs16}{\\fnArial}y");
     EXPECT_EQ(ass_text("<FONT COLOR=Yellow>x</FONT>"), "{\\1c&H00FFFF&}x{\\1c}");
     EXPECT_EQ(ass_text("<font color=nonesuch>x</font></font>"), "x");
 }
 
-TEST(AssText, GoesBackToTheOuterFont) {
+TEST(AssText, BeginsAllStylesAnewAtEachChange) {
+    EXPECT_EQ(ass_text("<i>a<b>b</b></i>c"), "{\\i1}a{\\i0}{\\i1}{\\b1}b{\\b0}{\\i0}{\\i1}{\\i0}c");
     EXPECT_EQ(ass_text("<font color=red>a<font color=lime>b</font>c</font>"),
-              "{\\1c&H0000FF&}a{\\1c&H00FF00&}b{\\1c}{\\1c&H0000FF&}c{\\1c}");
+              "{\\1c&H0000FF&}a{\\1c}{\\1c&H0000FF&}{\\1c&H00FF00&}b{\\1c}{\\1c&H0000FF&}c{\\1c}");
+}
+
+TEST(AssText, EndsOnlyWhatHasBegun) {
+    EXPECT_EQ(ass_text("</i>a</font>"), "a");
+    EXPECT_EQ(ass_text("<i>a<b>b</i>c"), "{\\i1}a{\\i0}{\\i1}{\\b1}b{\\b0}{\\i0}{\\b1}c");
 }
 
 TEST(AssText, LeavesOutOtherTagsAndCodes) {
