@@ -209,12 +209,12 @@ class Translator {
              {"\\1c", "{\\1c}"},
              {"\\fs", "{\\fs16}"},
              {"\\fn", "{\\fnArial}"}}};
-        for (const auto& [code, end] : kEnds) {
-            const auto has_code = [&code](const auto& element) {
-                return element.second.find(code) != std::string::npos;
+        for (const auto& end : kEnds) {
+            const auto has_begun = [&end](const auto& element) {
+                return element.second.find(end.first) != std::string::npos;
             };
-            if (std::any_of(elements_.begin(), elements_.end(), has_code)) {
-                result_ += end;
+            if (std::any_of(elements_.begin(), elements_.end(), has_begun)) {
+                result_ += end.second;
             }
         }
     }

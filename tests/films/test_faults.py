@@ -1,0 +1,116 @@
+"""Disks that are full, folders that can't be written or go away, limits on files."""
+
+import shutil
+import unittest
+from pathlib import Path
+
+from output_case import (
+    OutputCase,
+    Started,
+    adding,
+    can_mount,
+    eventually,
+    names,
+    small_files,
+    trace_of,
+    transcoding,
+)
+from table import row, unmeasured
+
+SECTION = "The file that goes out"
+
+
+class Faults(OutputCase):
+    def tell(self, case: str, words: list[str], outcome: str) -> None:
+        tool = "ffmpeg" if words[0].endswith("ffmpeg") else "MP4Box"
+        row(SECTION, f"{tool}: {case}", outcome)
+
+    def both_steps(self) -> dict[str, list[str]]:
+        self.make_source(2, "320x240")
+        return {
+            "ffmpeg": transcoding(self.source, self.out, "320x240"),
+            "MP4Box": adding(self.text, self.out),
+        }
+
+    def check_small_place(self, case: str, size: str, cause: str, **more: str) -> None:
+        for tool, words in self.both_steps().items():
+            if not can_mount():
+                unmeasured(SECTION, f"{tool}: {case}")
+                continue
+            with self.subTest(tool):
+                before = self.make_film(self.out)
+                status, said, after = self.run_in(size, words, **more)
+                self.assertEqual(status, 1, said)
+                self.assertIn(cause, said)
+                self.assertEqual((after / "film.mp4").read_bytes(), before)
+                left = [name for name in names(after) if name != "filler"]
+                trace = trace_of(after / "film.mp4")
+                if trace.exists():
+                    self.assertIn(cause, trace.read_text(encoding="utf-8"))
+                    told = "the trace and the console tell"
+                else:
+                    self.assertIn("no trace of this beside the film", said)
+                    told = "the console alone tells"
+                self.tell(case, words, f"the older film, byte for byte; {told}: {cause}")
+                self.assertLessEqual(len(left), 2, left)
+            shutil.rmtree(self.folder / "after", ignore_errors=True)
+            shutil.rmtree(self.folder / "seed", ignore_errors=True)
+
+    def test_a_disk_that_gets_full_keeps_the_older_film(self) -> None:
+        room = len(self.make_film(self.out)) + 24_000
+        self.check_small_place(
+            "the disk gets full during the work", str(room), "No space left on device"
+        )
+
+    def test_a_disk_without_a_byte_left_keeps_the_older_film(self) -> None:
+        self.check_small_place(
+            "the disk is full to the last byte", "1m", "No space left on device", FULL="1"
+        )
+
+    def test_a_folder_that_cannot_be_written_is_told(self) -> None:
+        self.check_small_place(
+            "the folder can't be written", "1m", "Read-only file system", READ_ONLY="1"
+        )
+
+    def test_a_limit_on_files_keeps_the_older_film(self) -> None:
+        for tool, words in self.both_steps().items():
+            with self.subTest(tool):
+                before = self.make_film(self.out)
+                status, said = self.run_words(words, preexec_fn=small_files)
+                self.assertEqual(status, 1, said)
+                self.assertEqual(self.out.read_bytes(), before)
+                self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
+                trace = trace_of(self.out).read_text(encoding="utf-8")
+                self.assertIn("File too large", trace)
+                trace_of(self.out).unlink()
+                self.tell(
+                    "a limit on the size of files (as a quota)",
+                    words,
+                    "the older film, byte for byte; the trace and the console tell: File too large",
+                )
+
+    def test_a_folder_that_is_removed_is_not_made_again(self) -> None:
+        self.make_source(8, "320x240")
+        started = Started(transcoding(self.source, self.out, "320x240"))
+        self.assertTrue(eventually(lambda: names(self.place)))
+        shutil.rmtree(self.place)
+        status, said = started.end()
+        self.assertEqual(status, 1, said)
+        self.assertIn("was removed or moved away", said)
+        self.assertFalse(self.place.exists())
+        row(
+            SECTION,
+            "ffmpeg: the folder is removed during the work",
+            "nothing; the console tells that it was removed",
+        )
+
+    def test_a_folder_that_is_not_there_is_told(self) -> None:
+        self.make_source()
+        status, said = self.run_words(transcoding(self.source, Path(self.folder / "no" / "a.mp4")))
+        self.assertEqual(status, 1)
+        self.assertIn("No such file or directory", said)
+        row(SECTION, "ffmpeg: the folder is missing", "nothing; the console tells")
+
+
+if __name__ == "__main__":
+    unittest.main()

@@ -1,0 +1,197 @@
+"""Where an output goes, what is checked before it does, and the trace of what went wrong."""
+
+import os
+import unittest
+from pathlib import Path
+
+from film_case import picture, probe, tone
+from output_case import OutputCase, adding, names, trace_of, transcoding
+from table import row
+
+SECTION = "The file that goes out"
+FIRST_LINE = "Vantreo: not everything went well here."
+
+
+class Links(OutputCase):
+    def check_refused(self, case: str, out: Path) -> None:
+        before = self.source.read_bytes()
+        status, said = self.run_words(transcoding(self.source, out))
+        self.assertEqual(status, 1)
+        self.assertIn("is the input file itself", said)
+        self.assertEqual(self.source.read_bytes(), before)
+        self.assertTrue(out.samefile(self.source))
+        row(SECTION, case, "refused; the source byte for byte")
+
+    def test_an_output_that_is_a_symbolic_link_to_the_source_is_refused(self) -> None:
+        self.make_source()
+        self.out.symlink_to(self.source)
+        self.check_refused("OUT is a symbolic link to the source", self.out)
+
+    def test_an_output_that_is_a_hard_link_to_the_source_is_refused(self) -> None:
+        self.make_source()
+        self.out.hardlink_to(self.source)
+        self.check_refused("OUT is a hard link to the source", self.out)
+
+    def test_an_output_that_leads_to_the_source_through_folders_is_refused(self) -> None:
+        self.make_source()
+        (self.place / "loop").symlink_to(self.folder)
+        self.check_refused(
+            "OUT is the source through a linked folder", self.place / "loop" / "film.avi"
+        )
+
+    def test_no_step_writes_through_a_link_to_another_file(self) -> None:
+        self.make_source()
+        other = self.folder / "other.mp4"
+        for tool, words in (
+            ("ffmpeg", transcoding(self.source, self.out)),
+            ("MP4Box", adding(self.text, self.out)),
+        ):
+            for kind, link in (
+                ("symbolic", os.symlink),
+                ("hard", os.link),
+            ):
+                with self.subTest(tool=tool, kind=kind):
+                    before = self.make_film(other)
+                    link(other, self.out)
+                    status, said = self.run_words(words)
+                    self.assertEqual(status, 0, said)
+                    self.assertEqual(other.read_bytes(), before)
+                    self.assertFalse(self.out.is_symlink())
+                    self.assertFalse(self.out.samefile(other))
+                    row(
+                        SECTION,
+                        f"{tool}: OUT is a {kind} link to another film",
+                        "the new film in the link's place; the other film byte for byte",
+                    )
+                    self.out.unlink()
+                    other.unlink()
+
+    def test_a_film_linked_to_the_source_gets_no_subtitles_after_the_refusal(self) -> None:
+        film = self.folder / "source.mp4"
+        before = self.make_film(film)
+        self.out.symlink_to(film)
+        self.assertEqual(self.run_words(transcoding(film, self.out))[0], 1)
+        self.assertEqual(self.run_words(adding(self.text, self.out))[0], 1)
+        self.assertEqual(film.read_bytes(), before)
+        row(
+            SECTION,
+            "MP4Box: OUT is a link to the source, whose conversion was refused",
+            "refused; the source byte for byte",
+        )
+
+
+class Traces(OutputCase):
+    def trace(self) -> str:
+        return trace_of(self.out).read_text(encoding="utf-8")
+
+    def test_a_failed_conversion_leaves_a_trace_that_a_later_success_removes(self) -> None:
+        self.source.write_text("no film at all")
+        status, _ = self.run_words(transcoding(self.source, self.out))
+        self.assertEqual(status, 1)
+        self.assertEqual(names(self.place), ["film.mp4.failed.txt"])
+        text = self.trace()
+        self.assertTrue(text.startswith(FIRST_LINE), text)
+        for words in ("film.avi", "film.mp4", "not a movie", "was only read", "Nothing was put"):
+            self.assertIn(words, text)
+        self.make_source()
+        self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
+        self.assertEqual(names(self.place), ["film.mp4"])
+        row(SECTION, "A conversion fails", "`film.mp4.failed.txt` beside where the film would be")
+        row(SECTION, "The next conversion succeeds", "the film; the trace is gone")
+
+    def test_the_trace_holds_the_last_lines_of_the_tool(self) -> None:
+        self.make_source()
+        words = transcoding(self.source, self.out)
+        words[-3:-3] = ["-threads", "many"]
+        self.assertEqual(self.run_words(words)[0], 1)
+        self.assertIn("many", self.trace().split("The last lines of the tool:")[1])
+        row(SECTION, "The system's ffmpeg fails", "a trace with its last lines")
+
+    def test_a_file_of_the_same_name_that_is_not_a_trace_stays(self) -> None:
+        trace_of(self.out).write_text("my notes")
+        self.source.write_text("no film at all")
+        status, said = self.run_words(transcoding(self.source, self.out))
+        self.assertEqual(status, 1)
+        self.assertIn("is somebody else's file", said)
+        self.make_source()
+        self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
+        self.assertEqual(trace_of(self.out).read_text(), "my notes")
+        row(
+            SECTION,
+            "A user's own file bears the trace's name",
+            "stays, after a failure and after a success; the console alone tells",
+        )
+
+    def test_subtitles_do_not_go_into_an_older_film_after_a_failed_conversion(self) -> None:
+        before = self.make_film(self.out)
+        self.source.write_text("no film at all")
+        self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 1)
+        self.assertEqual(self.run_words(adding(self.text, self.out))[0], 1)
+        self.assertEqual(self.out.read_bytes(), before)
+        text = self.trace()
+        self.assertLess(text.index("== The conversion =="), text.index("== The subtitles =="))
+        row(
+            SECTION,
+            "Both steps over an older film, and the first one fails",
+            "the older film, byte for byte; one trace tells of both steps",
+        )
+
+    def test_a_film_that_its_source_cuts_short_is_delivered_with_a_note(self) -> None:
+        whole = self.film(
+            "whole.mp4", *picture(10), *tone(10), "-c:v", "libx264", "-movflags", "+faststart"
+        )
+        content = whole.read_bytes()
+        whole.write_bytes(content[: len(content) * 6 // 10])
+        status, said = self.run_words(transcoding(whole, self.out))
+        self.assertEqual(status, 0, said)
+        duration = float(probe(self.out)["format"]["duration"])
+        self.assertTrue(3 < duration < 8, duration)
+        self.assertIn(f"the film holds {duration:.1f} of 10.0 seconds", self.trace())
+        self.assertEqual(self.run_words(adding(self.text, self.out))[0], 0)
+        self.assertIn("are missing", self.trace())
+        self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
+        row(
+            SECTION,
+            "The source breaks off after six tenths",
+            "the film as far as it goes, with subtitles; the trace tells how much is missing",
+        )
+
+    def test_a_film_that_is_shorter_by_little_leaves_no_trace(self) -> None:
+        self.film(
+            "film.avi", *picture(8.5), *tone(10), "-c:v", "mpeg4", "-c:a", "pcm_s16le"
+        )
+        self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
+        self.assertEqual(names(self.place), ["film.mp4"])
+        row(SECTION, "The picture ends 1.5 seconds before the sound", "the film; no trace")
+
+    def test_a_name_that_leaves_no_room_gives_a_shortened_trace(self) -> None:
+        out = self.place / ("n" * 251 + ".mp4")
+        self.source.write_text("no film at all")
+        self.assertEqual(self.run_words(transcoding(self.source, out))[0], 1)
+        (name,) = names(self.place)
+        self.assertEqual(name, "n" * 244 + ".failed.txt")
+        self.make_source()
+        out = self.place / ("n" * 251 + ".mp4")
+        self.assertEqual(self.run_words(transcoding(self.source, out))[0], 0)
+        self.assertEqual(names(self.place), [out.name])
+        row(SECTION, "A name of 255 bytes", "the trace under its first 244, until a success")
+
+
+class Sweep(OutputCase):
+    def test_only_stale_files_of_ours_are_swept(self) -> None:
+        self.make_source()
+        strange = [".vantreo-notes.txt", ".vantreo-abcdefg.part", "film.part", ".part"]
+        for name in strange:
+            (self.place / name).write_text("mine")
+        (self.place / ".vantreo-abcdef.part").write_text("stale")
+        self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
+        self.assertEqual(names(self.place), sorted([*strange, "film.mp4"]))
+        row(
+            SECTION,
+            "Stale private files of an earlier run, and others with names like theirs",
+            "the stale ones are swept, nothing else",
+        )
+
+
+if __name__ == "__main__":
+    unittest.main()

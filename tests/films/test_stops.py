@@ -1,0 +1,137 @@
+"""Signals at many moments: to the tools, to the system's ffmpeg below them, to the program above."""
+
+import signal
+import time
+import unittest
+from collections.abc import Callable
+
+from output_case import OutputCase, Started, adding, eventually, names, trace_of, transcoding
+from table import row
+
+SECTION = "The file that goes out"
+STOPPING = (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGKILL)
+WHOLE_SECONDS = 2
+
+
+class Stops(OutputCase):
+    def setUp(self) -> None:
+        super().setUp()
+        self.make_source(WHOLE_SECONDS, "320x240")
+        self.has_long_source = False
+        self.old = self.make_film(self.out)
+        self.words = transcoding(self.source, self.out, "320x240")
+
+    def wait_for_work(self, started: Started) -> None:
+        """Until the system's ffmpeg has begun to write."""
+        self.assertTrue(eventually(lambda: self.private_size() > 0))
+
+    def private_size(self) -> int:
+        return sum(path.stat().st_size for path in self.place.glob(".vantreo-*.part"))
+
+    def stop_in_the_middle(
+        self, words: list[str], whom: Callable[[Started], int | None], by: signal.Signals
+    ) -> int:
+        """Stops a conversion that takes far longer than it takes to stop it."""
+        if not self.has_long_source:
+            self.make_source(40, "320x240")
+            self.has_long_source = True
+        started = Started(words)
+        self.wait_for_work(started)
+        started.send(whom(started), by)
+        status, _ = started.end()
+        return status
+
+    def assert_old_film_and_no_debris_after_the_next_run(self) -> None:
+        self.assertEqual(self.out.read_bytes(), self.old)
+        missing = self.folder / "missing.avi"
+        self.run_words(transcoding(missing, self.place / "next.mp4"))
+        trace_of(self.place / "next.mp4").unlink()
+        self.assertEqual(
+            [name for name in names(self.place) if not name.endswith(".failed.txt")], ["film.mp4"]
+        )
+
+    def test_a_signal_to_the_tool_ends_all_and_keeps_the_older_film(self) -> None:
+        for by in STOPPING:
+            with self.subTest(by.name):
+                status = self.stop_in_the_middle(self.words, Started.tool, by)
+                expected = -by if by == signal.SIGKILL else 128 + by
+                self.assertEqual(status, expected)
+                left = names(self.place)
+                self.assertFalse(trace_of(self.out).exists())
+                debris = "one private file until the next run" if len(left) > 1 else "no debris"
+                self.assert_old_film_and_no_debris_after_the_next_run()
+                row(
+                    SECTION,
+                    f"ffmpeg: {by.name} in the middle of a conversion",
+                    f"the older film, nothing running, {debris}, no trace",
+                )
+
+    def test_a_signal_to_the_systems_ffmpeg_is_a_failure(self) -> None:
+        for by in STOPPING:
+            with self.subTest(by.name):
+                status = self.stop_in_the_middle(
+                    self.words, lambda started: started.number_of("ffmpeg"), by
+                )
+                self.assertEqual(status, 1)
+                self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
+                self.assertEqual(self.out.read_bytes(), self.old)
+                trace_of(self.out).unlink()
+        row(
+            SECTION,
+            "The system's ffmpeg is ended from outside, by SIGTERM, SIGINT, SIGHUP or SIGKILL",
+            "the older film, nothing running, no debris, a trace",
+        )
+
+    def test_the_end_of_the_program_ends_a_conversion(self) -> None:
+        for by in (signal.SIGTERM, signal.SIGKILL):
+            with self.subTest(by.name):
+                program = ["sh", "-c", '"$@"; exit', "program", *self.words]
+                self.stop_in_the_middle(program, lambda started: started.process.pid, by)
+                self.assertEqual(names(self.place), ["film.mp4"])
+                self.assertEqual(self.out.read_bytes(), self.old)
+        row(
+            SECTION,
+            "The program is ended in the middle of a conversion",
+            "the older film, nothing running, no debris, no trace",
+        )
+
+    def sweep(self, words: list[str], by: signal.Signals, step: float, count: int) -> set[str]:
+        """Sends the signal after 0, 1, 2... steps of time; what lay at the output then."""
+        seen = set()
+        for moment in range(count):
+            self.out.write_bytes(self.old)
+            started = Started(words)
+            time.sleep(moment * step)
+            started.send(started.tool(), by)
+            started.end()
+            if self.out.read_bytes() == self.old:
+                seen.add("old")
+            else:
+                self.assert_whole_film(self.out, WHOLE_SECONDS)
+                seen.add("new")
+        self.assertLessEqual(len(list(self.place.glob(".vantreo-*.part"))), 1)
+        self.old = self.out.read_bytes()
+        self.assert_old_film_and_no_debris_after_the_next_run()
+        return seen
+
+    def test_at_every_moment_there_is_the_older_film_or_the_whole_new_one(self) -> None:
+        tools = (
+            ("ffmpeg", transcoding(self.source, self.out), 0.06),
+            ("MP4Box", adding(self.text, self.out), 0.03),
+        )
+        for tool, words, step in tools:
+            for by in (signal.SIGTERM, signal.SIGKILL):
+                with self.subTest(tool=tool, signal=by.name):
+                    seen = self.sweep(words, by, step, 14)
+                    self.assertLessEqual(seen, {"old", "new"})
+                    trace_of(self.out).unlink(missing_ok=True)
+                    row(
+                        SECTION,
+                        f"{tool}: {by.name} at 14 moments from its start on",
+                        "the older film byte for byte or the whole new one, nothing running, no "
+                        "debris after the next run",
+                    )
+
+
+if __name__ == "__main__":
+    unittest.main()

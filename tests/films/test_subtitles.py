@@ -1,0 +1,345 @@
+"""What arrives of a subtitle file: letters, cues, times, markup, and the track that holds them."""
+
+import re
+import struct
+import unittest
+from pathlib import Path
+
+from film_case import ffmpeg, probe
+from output_case import OutputCase, adding, names, trace_of, transcoding
+from table import row
+
+SECTION = "Subtitles"
+
+SAMPLES = {
+    "Polish": "Dzień dobry, pani Zofio.|Nie wiedziałem, że przyjdziesz tak wcześnie.|Musimy "
+    "porozmawiać o tym, co się stało.|- Gdzie jest mój płaszcz?|- Wisi tam, koło drzwi.|Książę nie "
+    "wróci już do zamku.|Źle zrozumiałeś moje słowa.|Łódź odpływa za pięć minut.|ZAŻÓŁĆ GĘŚLĄ JAŹŃ.",
+    "Russian": "Здравствуйте, Анна Петровна.|Я не знал, что ты придёшь так рано.|Нам нужно "
+    "поговорить о том, что случилось.|- Где моё пальто?|- Висит там, у двери.|Подъезд был закрыт, и "
+    "мы ждали.|ЭТО БЫЛА САМАЯ ДЛИННАЯ НОЧЬ.|Хорошо. Увидимся завтра.",
+    "French": "Bonjour, madame Lefèvre.|Je ne savais pas que tu viendrais si tôt.|Il faut que nous "
+    "parlions de ce qui est arrivé.|- Où est mon manteau ?|- Il est accroché là, près de la porte."
+    "|Ç'a été la plus longue nuit de ma vie.|Vous avez mal compris mes paroles, mon garçon.|À "
+    "demain, peut-être. Naïf, aigüe, âge, île, août.",
+    "German": "Guten Tag, Frau Müller.|Ich wusste nicht, dass du so früh kommst.|- Wo ist mein "
+    "Mantel?|- Er hängt dort, neben der Tür.|Das war die längste Nacht meines Lebens.|Die Straße "
+    "war weiß, und wir hörten nichts.|ÄRGER ÜBER ÖL.|Schön. Bis morgen, Jürgen.",
+    "Romanian": "Bună ziua, doamnă Popescu.|Nu ştiam că vei veni atât de devreme.|Trebuie să vorbim "
+    "despre ce s-a întâmplat.|- Unde este haina mea?|- E acolo, lângă uşă.|Toţi soldaţii au plecat "
+    "în zori.|Ai înţeles greşit cuvintele mele.|ŢARA ŞI CÂMPUL, ÎNSĂ ÎNCET.|Ne vedem mâine.",
+}
+LATIN_9 = "Un vœu sincère vient du cœur.|Où est l'œuvre de M. Lœwe ?|À bientôt, ma sœur."
+SETS = {
+    "Polish": ["cp1250", "iso8859-2"],
+    "Russian": ["cp1251", "iso8859-5", "koi8-r"],
+    "French": ["cp1252", "iso8859-1"],
+    "German": ["cp1252", "iso8859-1", "iso8859-15"],
+    "Romanian": ["cp1250", "iso8859-2"],
+}
+UNICODE = {
+    "UTF-8": lambda text: text.encode("utf-8"),
+    "UTF-8 with a byte order mark": lambda text: text.encode("utf-8-sig"),
+    "UTF-16, low byte first": lambda text: b"\xff\xfe" + text.encode("utf-16-le"),
+    "UTF-16, high byte first": lambda text: b"\xfe\xff" + text.encode("utf-16-be"),
+    "UTF-16, low byte first, without mark": lambda text: text.encode("utf-16-le"),
+    "UTF-16, high byte first, without mark": lambda text: text.encode("utf-16-be"),
+}
+
+
+def stamp(milliseconds: int) -> str:
+    seconds, rest = divmod(milliseconds, 1000)
+    return f"{seconds // 3600:02}:{seconds // 60 % 60:02}:{seconds % 60:02},{rest:03}"
+
+
+def srt(cues: list[tuple[int, int, str]], end: str = "\n") -> str:
+    blocks = (
+        f"{number}\n{stamp(start)} --> {stamp(stop)}\n{text}\n"
+        for number, (start, stop, text) in enumerate(cues, 1)
+    )
+    return "\n".join(blocks).replace("\n", end)
+
+
+def cues_of(texts: list[str]) -> list[tuple[int, int, str]]:
+    return [(1000 * at + 120, 1000 * at + 900, text) for at, text in enumerate(texts)]
+
+
+class SubtitleCase(OutputCase):
+    """Most tests ask the tool for one film after the other: it replaces its own subtitles."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.film_before = self.make_film(self.out)
+
+    def add(self, content: bytes | str) -> None:
+        self.text.write_bytes(content if isinstance(content, bytes) else content.encode())
+        status, said = self.run_words(adding(self.text, self.out))
+        self.assertEqual(status, 0, said)
+        self.assertEqual(names(self.place), ["film.mp4"])
+
+    def arrived(self) -> list[tuple[int, int, str]]:
+        """The cues that are in the film, as the system's ffmpeg writes them."""
+        back = self.folder / "back.srt"
+        ffmpeg("-i", self.out, "-map", "0:s:0", back)
+        text = back.read_bytes().decode("utf-8").replace("\r", "")
+        times = r"(\d+):(\d+):(\d+),(\d+)"
+        found = re.findall(rf"^\d+\n{times} --> {times}\n(.*?)\n\n", text, re.M | re.S)
+        cues = []
+        for *numbers, body in found:
+            h, m, s, f, h2, m2, s2, f2 = map(int, numbers)
+            start = ((h * 60 + m) * 60 + s) * 1000 + f
+            cues.append((start, ((h2 * 60 + m2) * 60 + s2) * 1000 + f2, body))
+        return cues
+
+    def assert_arrive(self, cues: list[tuple[int, int, str]]) -> int:
+        """Expects these cues; by how many milliseconds the worst of their times is off."""
+        arrived = self.arrived()
+        self.assertEqual([text for *_, text in arrived], [text for *_, text in cues])
+        worst = max(
+            abs(time - wanted)
+            for cue, wanted_cue in zip(arrived, cues)
+            for time, wanted in zip(cue[:2], wanted_cue[:2])
+        )
+        self.assertLessEqual(worst, 10)
+        return worst
+
+
+class Letters(SubtitleCase):
+    def test_every_letter_arrives_from_every_usual_encoding(self) -> None:
+        for language, sample in SAMPLES.items():
+            cues = cues_of(sample.split("|"))
+            for encoding in SETS[language]:
+                with self.subTest(language=language, encoding=encoding):
+                    self.add(srt(cues, "\r\n").encode(encoding))
+                    self.assert_arrive(cues)
+                    row(
+                        SECTION,
+                        f"{language} in {encoding}",
+                        f"{len(cues)} of {len(self.arrived())} cues, letter by letter",
+                    )
+
+    def test_few_cues_are_enough(self) -> None:
+        for language, sample in SAMPLES.items():
+            texts = sample.split("|")
+            for encoding in SETS[language]:
+                for at in (0, len(texts) - 3):
+                    with self.subTest(language=language, encoding=encoding, at=at):
+                        cues = cues_of(texts[at : at + 3])
+                        self.add(srt(cues).encode(encoding))
+                        self.assert_arrive(cues)
+        row(SECTION, "The first and the last three cues of each of these", "letter by letter")
+
+    def test_ligatures_of_latin_9_arrive(self) -> None:
+        cues = cues_of(LATIN_9.split("|"))
+        for encoding in ("cp1252", "iso8859-15"):
+            self.add(srt(cues).encode(encoding))
+            self.assert_arrive(cues)
+        row(SECTION, "French ligatures in cp1252 and iso8859-15", "letter by letter")
+
+    def test_unicode_arrives_with_and_without_mark(self) -> None:
+        texts = [sample.split("|")[0] for sample in SAMPLES.values()]
+        cues = cues_of([*texts, "日本語 😀 עברית ♪ …"])
+        for form, encode in UNICODE.items():
+            with self.subTest(form):
+                self.add(encode(srt(cues, "\r\n")))
+                self.assert_arrive(cues)
+                row(SECTION, f"Six scripts in {form}", "letter by letter")
+
+    def test_lines_may_end_in_any_way(self) -> None:
+        cues = cues_of(["One", "Two\nlines", "Three"])
+        for name, end in (("CR", "\r"), ("LF", "\n"), ("CRLF", "\r\n")):
+            self.add(srt(cues, end))
+            self.assert_arrive(cues)
+            row(SECTION, f"Lines that end in {name}", "3 of 3 cues")
+
+
+class Cues(SubtitleCase):
+    def test_as_many_arrive_as_there_are_at_their_times(self) -> None:
+        cues = [(at * 7013, at * 7013 + 2999, f"Cue {at}") for at in range(1, 1001)]
+        self.add(srt(cues))
+        worst = self.assert_arrive(cues)
+        count = len(self.arrived())
+        row(SECTION, "1,000 cues over two hours", f"{count} cues, times within {worst} ms")
+
+    def test_late_cues_and_long_breaks_keep_their_times(self) -> None:
+        hour = 3_600_000
+        cues = [
+            (503, 1507, "early"),
+            (59 * 60_000 + 58_001, 59 * 60_000 + 59_999, "before the hour"),
+            (hour, hour + 1000, "at the hour"),
+            (3 * hour + 1, 3 * hour + 2503, "behind a break of two hours"),
+            (9 * hour, 9 * hour + 1000, "behind a break of six hours"),
+        ]
+        self.add(srt(cues))
+        worst = self.assert_arrive(cues)
+        row(
+            SECTION,
+            "Cues around and beyond an hour, behind breaks of hours",
+            f"times within {worst} ms",
+        )
+
+    def test_odd_cues_do_not_disturb_the_others(self) -> None:
+        self.add(
+            "00:00:01,000 --> 00:00:02,000\nno number\n\nmore\n\n"
+            "7\n00:00:09,000 --> 00:00:08,000\nbackwards\n\n"
+            "3\n00:00:04.5 --> 00:00:07,000 X1:10 Y1:20\nlong\n\n"
+            "4\n00:00:06,000 --> 00:00:06,500\n42\n\n"
+            "5\n00:00:20,000 --> 00:00:21,000\n\n"
+            "6\n00:00:30,000 --> 00:00:31,000\nlast"
+        )
+        self.assert_arrive(
+            [
+                (1000, 2000, "no number\nmore"),
+                (4500, 6000, "long"),
+                (6000, 6500, "42"),
+                (9000, 11000, "backwards"),
+                (30000, 31000, "last"),
+            ]
+        )
+        row(
+            SECTION,
+            "Cues without number, out of order, overlapping, backwards, without text",
+            "each at its time; one ends where the next begins; one without text is left out",
+        )
+
+    def test_cues_that_begin_together_are_shown_together(self) -> None:
+        self.add(srt([(1000, 2000, "above"), (1000, 3000, "below")]))
+        self.assert_arrive([(1000, 3000, "above\nbelow")])
+        row(SECTION, "Two cues that begin together", "one cue with both texts")
+
+
+class Markup(SubtitleCase):
+    def check(self, text: str, arrives: str) -> None:
+        self.add(srt([(0, 900, "-"), (1000, 2000, text)]))
+        self.assertEqual(self.arrived()[1][2], arrives)
+        row(SECTION, f"`{text}`", f"`{arrives}`")
+
+    def test_what_the_format_holds_is_kept(self) -> None:
+        simple = "<i>one</i> <b>two</b> <u>three</u>"
+        self.check(simple, simple)
+        self.check("a <i>b <b>c</b></i>", "a <i>b </i><b><i>c</i></b>")
+        self.check("<i>a <font color=red>b</font></i>", '<i>a </i><i><font color="#ff0000">b</font></i>')
+        self.check('<font color="#ff8000">x</font> y', '<font color="#ff8000">x</font> y')
+        self.check("<FONT COLOR=Yellow>x</FONT>", '<font color="#ffff00">x</font>')
+        self.check('<font size="24">x</font> y', '<font size="24">x</font> y')
+
+    def test_other_tags_are_left_out(self) -> None:
+        self.check("{\\an8}<c.x>top</c> <v Ann>voice", "top voice")
+
+    def test_what_only_looks_like_markup_stays(self) -> None:
+        self.check("a < b > c, <3, {x} & &amp; 100 %", "a < b > c, <3, {x} & &amp; 100 %")
+
+
+class Track(SubtitleCase):
+    def box(self, *path: str) -> bytes:
+        """The content of a box in the index, in the last track where there are several."""
+        content = self.out.read_bytes()
+        for name in ("moov", *path):
+            at, found = 0, b""
+            while at + 8 <= len(content):
+                (size,) = struct.unpack_from(">I", content, at)
+                if content[at + 4 : at + 8] == name.encode():
+                    found = content[at + 8 : at + size]
+                at += max(size, 8)
+            content = found
+        return content
+
+    def test_it_is_made_as_players_expect_it(self) -> None:
+        self.add(srt([(100, 900, "Text")]))
+        (stream,) = [s for s in probe(self.out)["streams"] if s["codec_type"] == "subtitle"]
+        self.assertEqual(stream["codec_tag_string"], "tx3g")
+        self.assertEqual(stream["tags"]["language"], "und")
+        head = self.box("trak", "tkhd")
+        (flags,) = struct.unpack_from(">I", head)
+        layer, group = struct.unpack_from(">hh", head, 32)
+        (top,) = struct.unpack_from(">I", head, 68)
+        width, height = struct.unpack_from(">II", head, 76)
+        self.assertEqual(flags & 1, 1)
+        self.assertEqual(self.box("trak", "mdia", "hdlr")[8:12], b"sbtl")
+        groups = self.groups()
+        self.assertEqual(groups.count(group), 1)
+        self.assertEqual((width >> 16, (top + height) >> 16), (160, 120))
+        entry = self.box("trak", "mdia", "minf", "stbl", "stsd")
+        box = struct.unpack_from(">4h", entry, 8 + 26)
+        self.assertEqual(box, (0, 0, height >> 16, 160))
+        row(
+            SECTION,
+            "The track in a film of 160x120",
+            f"tx3g, handler sbtl, enabled, und, groups of the tracks {groups}, layer {layer}, "
+            f"{width >> 16}x{height >> 16} at the lower edge",
+        )
+
+    def groups(self) -> list[int]:
+        """The alternate groups of all tracks."""
+        content = self.out.read_bytes()
+        heads = re.finditer(re.escape(b"\0\0\0\x5ctkhd"), content)
+        return [struct.unpack_from(">h", content, head.end() + 34)[0] for head in heads]
+
+    def test_a_second_run_replaces_it(self) -> None:
+        self.add(srt([(100, 900, "First")]))
+        self.add(srt([(100, 900, "Second")]))
+        self.assert_arrive([(100, 900, "Second")])
+        count = sum(s["codec_type"] == "subtitle" for s in probe(self.out)["streams"])
+        self.assertEqual(count, 1)
+        row(SECTION, "The tool runs twice on a film", "1 subtitle track, the second one's")
+
+
+class Refusals(SubtitleCase):
+    def check_untouched(self, case: str, content: bytes | None, film: Path | None = None) -> None:
+        film = film or self.out
+        before = film.read_bytes()
+        if content is None:
+            self.text.unlink()
+        else:
+            self.text.write_bytes(content)
+        status, said = self.run_words(adding(self.text, film))
+        self.assertEqual(status, 1, said)
+        self.assertEqual(film.read_bytes(), before)
+        self.assertIn(film.name, said)
+        trace = trace_of(film).read_text(encoding="utf-8")
+        self.assertIn("is as it was", trace)
+        trace_of(film).unlink()
+        reason = said.strip().splitlines()[0].rsplit(": ", 1)[1]
+        row(SECTION, case, f"the film byte for byte; the trace tells: {reason}")
+
+    def test_a_broken_file_leaves_the_film_alone(self) -> None:
+        self.check_untouched("An empty file", b"")
+        self.check_untouched("Prose", b"Nothing but prose.\n")
+        self.check_untouched("Bytes that are no text", bytes(range(256)) * 8)
+        self.check_untouched("No file", None)
+
+    def test_what_is_no_mp4_film_is_left_alone(self) -> None:
+        text = srt([(100, 900, "Text")]).encode()
+        for name in ("film.mkv", "film.mov"):
+            other = self.place / name
+            ffmpeg("-i", self.out, "-c", "copy", other)
+            self.check_untouched(f"A film in another container, {name}", text, other)
+        (self.place / "text.mp4").write_text("no film at all")
+        self.check_untouched("Text as film", text, self.place / "text.mp4")
+
+    def test_a_later_success_removes_the_trace(self) -> None:
+        self.text.write_bytes(b"")
+        self.assertEqual(self.run_words(adding(self.text, self.out))[0], 1)
+        self.assertTrue(trace_of(self.out).exists())
+        self.add(srt([(100, 900, "Text")]))
+        row(SECTION, "A good file after a broken one", "the film with subtitles; the trace is gone")
+
+
+class AfterAConversion(SubtitleCase):
+    def test_picture_and_sound_stay_bit_by_bit(self) -> None:
+        self.make_source(2)
+        self.out.unlink()
+        self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
+        before = self.sums()
+        self.add(srt([(100, 900, "Text")]))
+        self.assertEqual(self.sums(), before)
+        row(SECTION, "Picture and sound of a converted film", "the same packets before and after")
+
+    def sums(self) -> bytes:
+        sums = self.folder / "sums"
+        ffmpeg("-i", self.out, "-map", "0:v", "-map", "0:a", "-c", "copy", "-f", "streamhash", sums)
+        return sums.read_bytes()
+
+
+if __name__ == "__main__":
+    unittest.main()
