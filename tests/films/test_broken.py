@@ -36,10 +36,11 @@ class Broken(FilmCase):
             self.assertIsNone(self.read(ended))
             (message,) = ended.messages
             self.assertIn(os.path.basename(path)[-40:], message)
-            said.add(message)
+            step = f"cannot convert '{path}' to '{self.out}': "
+            said.add(message.removeprefix("ffmpeg: ").removeprefix(step))
         self.assertEqual(self.out.read_text(), "old")
         (message,) = said
-        return message.replace(str(path), "FILE").removeprefix("ffmpeg: ")
+        return message.replace(str(path), "FILE")
 
     def check(self, case: str, path: object, **more: object) -> None:
         row(SECTION, case, self.ends(path, **more))
@@ -147,9 +148,9 @@ class Broken(FilmCase):
         self.assertEqual(ended.status, 1)
         self.assertIn("film.avi", ended.messages[-1])
         self.assertEqual(self.out.read_text(), "old")
+        message = ended.messages[-1].replace(str(film), "FILE").replace(str(self.out), "OUT")
         row(
             SECTION,
             "a film that stops being readable while it is converted",
-            f"{ended.messages[-1].replace(str(film), 'FILE').removeprefix('ffmpeg: ')}; "
-            "the old film stays",
+            f"{message.removeprefix('ffmpeg: ')}; the old film stays",
         )
