@@ -142,7 +142,7 @@ void Movie::update_transcode(const wxString& line) {
 
 void Movie::update_subtitle(const wxString& line) {
     elapsed = run_seconds(*mp4box);
-    percent = static_cast<std::int32_t>(parse_muxed_percent(line).value_or(0));
+    percent = parse_muxed_percent(line).value_or(0);
     percent_exact = static_cast<float>(percent);
     frame->MovieUpdate(this);
 }

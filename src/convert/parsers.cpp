@@ -2,17 +2,22 @@
 
 #include <wx/regex.h>
 
+#include <algorithm>
+#include <limits>
+
 #include "convert/Movie.h"
 
 namespace {
 
-/// First group of `pattern` in `text` as a number.
-std::optional<long> first_group(const wxRegEx& pattern, const wxString& text) {
+/// First group of `pattern`, which is digits, in `text` as a number; the largest for a larger one.
+std::optional<std::int32_t> first_group(const wxRegEx& pattern, const wxString& text) {
     if (!pattern.Matches(text))
         return std::nullopt;
+    constexpr long kLargest = std::numeric_limits<std::int32_t>::max();
     long value = 0;
-    pattern.GetMatch(text, 1).ToLong(&value, 10);
-    return value;
+    if (!pattern.GetMatch(text, 1).ToLong(&value, 10))
+        return kLargest;
+    return static_cast<std::int32_t>(std::min(value, kLargest));
 }
 
 std::int32_t to_int(const wxString& digits) {
@@ -39,12 +44,12 @@ ProbeFacts parse_probe(const wxString& report) {
     return facts;
 }
 
-std::optional<long> parse_transcoded_seconds(const wxString& text) {
+std::optional<std::int32_t> parse_transcoded_seconds(const wxString& text) {
     static const wxRegEx pattern("time=([0-9]+)[0-9/.]{3} bitrate=");
     return first_group(pattern, text);
 }
 
-std::optional<long> parse_muxed_percent(const wxString& text) {
+std::optional<std::int32_t> parse_muxed_percent(const wxString& text) {
     static const wxRegEx pattern("ISO File Writing: .*\\(([0-9]+)\\/");
     return first_group(pattern, text);
 }

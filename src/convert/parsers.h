@@ -21,8 +21,8 @@ ProbeFacts parse_probe(const wxString& report);
 
 /// Whole seconds of output that the first progress record of `text` tells; nothing where `text`
 /// holds no whole record.
-std::optional<long> parse_transcoded_seconds(const wxString& text);
+std::optional<std::int32_t> parse_transcoded_seconds(const wxString& text);
 
 /// The last percentage that MP4Box tells in `text`, not limited to 100; nothing where it tells
 /// none.
-std::optional<long> parse_muxed_percent(const wxString& text);
+std::optional<std::int32_t> parse_muxed_percent(const wxString& text);

@@ -15,22 +15,12 @@
 #include <utility>
 
 #include "app/build_facts.h"
+#include "app/utf8.h"
 #include "web/site.h"
 
 namespace {
 
 using Reply = std::optional<wxString>;
-
-/// Decodes `bytes`, of which the last character may be cut.
-wxString decoded(std::string_view bytes) {
-    constexpr int kLongestCut = 3;
-    wxString text;
-    for (int cut = 0; cut <= kLongestCut && text.empty() && !bytes.empty(); ++cut) {
-        text = wxString::FromUTF8(bytes.data(), bytes.size());
-        bytes.remove_suffix(1);
-    }
-    return text;
-}
 
 /// Nobody but the site itself is asked. The toolkit looks once, at its first address, for a proxy
 /// in the environment; it finds none. (Taking one away from an address later breaks its
@@ -55,7 +45,7 @@ Reply ask(const std::string& address, std::chrono::seconds limit) {
         return std::nullopt;
     std::array<char, 1024> block{};
     const size_t length = stream->Read(block.data(), block.size()).LastRead();
-    return decoded({block.data(), length});
+    return reply_text({block.data(), length});
 }
 
 }  // namespace
@@ -79,6 +69,16 @@ std::optional<wxString> request_reply(const wxString& address, std::chrono::mill
     if (reply.wait_for(limit) != std::future_status::ready)
         return std::nullopt;
     return reply.get();
+}
+
+wxString reply_text(std::string_view bytes) {
+    constexpr int kLongestCut = 3;
+    wxString text;
+    for (int cut = 0; cut <= kLongestCut && text.empty() && !bytes.empty(); ++cut) {
+        text = text_from_utf8(bytes);
+        bytes.remove_suffix(1);
+    }
+    return text;
 }
 
 double released_version(const wxString& reply) {

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <optional>
+#include <string_view>
 
 /// The longest that the program waits for the product web site at its start.
 inline constexpr std::chrono::seconds kVersionRequestLimit{5};
@@ -14,6 +15,9 @@ wxString version_request_address();
 /// The beginning of what `address` answers, at most 1024 bytes, read as UTF-8. Nothing when no
 /// answer comes within `limit` in all, name look-up included. Blocks; call it on the GUI thread.
 std::optional<wxString> request_reply(const wxString& address, std::chrono::milliseconds limit);
+
+/// The reply's text; the last character may be cut. Empty for anything but UTF-8.
+wxString reply_text(std::string_view bytes);
 
 /// The release number between the markers of `reply`; 0 where there is none.
 double released_version(const wxString& reply);

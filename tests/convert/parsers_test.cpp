@@ -115,3 +115,9 @@ TEST(ParseMux, FindsNothingInACutLine) {
         EXPECT_FALSE(parse_muxed_percent(line.Left(length))) << "cut at " << length;
     EXPECT_EQ(parse_muxed_percent(line), 45);
 }
+
+TEST(ProgressParsing, TakesANumberThatIsTooLargeForTheLargest) {
+    EXPECT_EQ(parse_transcoded_seconds("time=99999999999999999999.00 bitrate="), 2147483647);
+    EXPECT_EQ(parse_transcoded_seconds("time=4294967296.00 bitrate="), 2147483647);
+    EXPECT_EQ(parse_muxed_percent("ISO File Writing: (4294967300/1)"), 2147483647);
+}

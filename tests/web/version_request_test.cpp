@@ -24,3 +24,9 @@ TEST(VersionRequest, TakesAnythingElseForNoRelease) {
           "CURRENT_VERSION=>new<=CURRENT_VERSION"})
         EXPECT_EQ(released_version(reply), 0.0) << reply.utf8_string();
 }
+
+TEST(VersionRequest, ReadsAReplyThatIsCutInsideACharacter) {
+    EXPECT_EQ(reply_text("CURRENT_VERSION=>1.25<=CURRENT_VERSION \xE2\x82"),
+              "CURRENT_VERSION=>1.25<=CURRENT_VERSION ");
+    EXPECT_EQ(reply_text("CURRENT_VERSION=>1.25<=CURRENT_VERSION \xED\xB8\x96 page"), "");
+}
