@@ -137,14 +137,20 @@ void Movie::update_transcode(const wxString& line) {
         percent_exact = std::clamp(100.0F * done, 0.0F, 100.0F);
         percent = static_cast<std::int32_t>(std::clamp(100.0 * done, 0.0, 100.0));
     }
-    frame->MovieUpdate(this);
+    show_progress();
 }
 
 void Movie::update_subtitle(const wxString& line) {
     elapsed = run_seconds(*mp4box);
     percent = parse_muxed_percent(line).value_or(0);
     percent_exact = static_cast<float>(percent);
-    frame->MovieUpdate(this);
+    show_progress();
+}
+
+/// A job without a frame keeps its figures to itself.
+void Movie::show_progress() {
+    if (frame != nullptr)
+        frame->MovieUpdate(this);
 }
 
 void Movie::OnFFmpegTerminate(const wxString& output) {
@@ -169,7 +175,7 @@ void Movie::OnFFmpegTerminate(const wxString& output) {
 void Movie::finish_step(const FFmpeg& runner) {
     elapsed = run_seconds(runner);
     percent = 100;
-    frame->MovieUpdate(this);
+    show_progress();
     frame->MovieConvert(this);
 }
 

@@ -97,6 +97,7 @@ class Movie {
     void prepare_output();
     void update_transcode(const wxString& line);
     void update_subtitle(const wxString& line);
+    void show_progress();
     void finish_step(const FFmpeg& runner);
 
     template <class Runner>

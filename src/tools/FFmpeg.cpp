@@ -3,7 +3,29 @@
 #include <wx/stream.h>
 #include <wx/utils.h>
 
+#include <array>
+#include <string>
+
 #include "convert/Movie.h"
+
+namespace {
+
+/// The most that one poll takes: a tool that never stops printing must not hold the window up.
+constexpr std::size_t kLongestText = 1024 * 1024;
+
+}  // namespace
+
+wxString undecoded(std::string_view bytes) {
+    wxString text;
+    text.reserve(bytes.size());
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        // Widened with its sign, but to 16 bits only: a full-width negative value would be no
+        // character at all, and the patterns would then refuse the whole text.
+        text += wxUniChar(byte < 0x80 ? byte : 0xFF00 + byte);
+    }
+    return text;
+}
 
 FFmpeg::FFmpeg(Movie* job) : wxProcess(nullptr, wxID_ANY), movie(job) {
     Redirect();
@@ -24,20 +46,20 @@ bool FFmpeg::RunWithUpdates(const wxString& command) {
 }
 
 void FFmpeg::Stop() {
-    wxExecute("killall ffmpeg", wxEXEC_SYNC);
+    constexpr long kNoneFound = 1;
+    const long status = wxExecute("killall ffmpeg", wxEXEC_SYNC);
+    const bool missing = status < 0 || status > kNoneFound;
+    if (missing && GetPid() > 0)
+        wxKill(GetPid(), wxSIGTERM);
 }
 
 wxString FFmpeg::ReadAvailable(wxInputStream& stream) {
-    wxString text;
-    while (stream.CanRead()) {
-        const int byte = stream.GetC();
-        if (!stream.Eof()) {
-            // Widened with its sign, but to 16 bits only: a full-width negative value would be no
-            // character at all, and the patterns would then refuse the whole text.
-            text += wxUniChar(byte < 0x80 ? byte : 0xFF00 + byte);
-        }
-    }
-    return text;
+    std::string bytes;
+    std::array<char, 4096> piece{};
+    // A read brings what is there; it waits only where nothing is.
+    while (bytes.size() < kLongestText && stream.CanRead())
+        bytes.append(piece.data(), stream.Read(piece.data(), piece.size()).LastRead());
+    return undecoded(bytes);
 }
 
 wxString FFmpeg::GetLine() {

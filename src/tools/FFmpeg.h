@@ -4,7 +4,13 @@
 #include <wx/stopwatch.h>
 #include <wx/timer.h>
 
+#include <string_view>
+
 class Movie;
+
+/// What a tool printed as the text that the patterns read: each byte becomes one character,
+/// undecoded, a byte beyond ASCII one outside the Latin range.
+wxString undecoded(std::string_view bytes);
 
 /// Runs the ffmpeg tool as an asynchronous child process and hands what it prints on its error
 /// stream to a Movie. Everything happens on the GUI thread; the exit status is not looked at.
@@ -27,11 +33,12 @@ class FFmpeg : public wxProcess {
     bool RunWithUpdates(const wxString& command);
 
     /// Runs "killall ffmpeg", which ends every process named ffmpeg of the user, and returns when
-    /// that is done. A running MP4Box goes on.
+    /// that is done. A running MP4Box goes on. On a system without killall only the runner's own
+    /// child is asked to end.
     void Stop();
 
-    /// Everything that can be read from the error stream without waiting: several lines, and the
-    /// beginning of one, come as they are.
+    /// What can be read from the error stream without waiting: several lines, and the beginning of
+    /// one, come as they are. Of a tool that prints faster than it can be read, at most 1 MiB.
     wxString GetLine();
 
     void OnTimer(wxTimerEvent& event);
@@ -46,8 +53,7 @@ class FFmpeg : public wxProcess {
     long millis = 0;  ///< run time in milliseconds, as of the last poll or of the end
 
   protected:
-    /// What can be read from `stream` without waiting. Each byte becomes one character, undecoded:
-    /// a byte beyond ASCII one outside the Latin range.
+    /// What can be read from `stream` without waiting, as `undecoded`, at most 1 MiB.
     static wxString ReadAvailable(wxInputStream& stream);
 
     void ReportPoll(const wxString& text);

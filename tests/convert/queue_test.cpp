@@ -306,6 +306,29 @@ TEST_F(Queue, DoesNotGoOnBelowAnOpenQuestion) {
     EXPECT_TRUE(wait_until([this] { return status() == kCompleted; }));
 }
 
+TEST_F(Queue, GoesOnInOrderWhenAPostponedEndAsksAgain) {
+    start();
+    Steps done;
+    const auto note = [&](const wxString& step) { return [&done, step] { done.push_back(step); }; };
+    dialogs.whileOpen = [&] {
+        if (dialogs.shown.size() == 1) {
+            frame->RunUnlessAsking([&] {
+                done.push_back("asks");
+                frame->ShowMessage("second", wxOK);
+                done.push_back("answered");
+            });
+            frame->RunUnlessAsking(note("next"));
+        } else {
+            run_pending_events();
+            frame->RunUnlessAsking(note("came below the second"));
+        }
+        EXPECT_TRUE(done.empty() || done.back() == "asks") << "nothing below an open box";
+    };
+    frame->ShowMessage("first", wxOK);
+    ASSERT_TRUE(wait_until([&] { return done.size() == 4; }));
+    EXPECT_EQ(done, (Steps{"asks", "answered", "next", "came below the second"}));
+}
+
 TEST_F(Queue, ForgetsAnEndThatCameBelowAConfirmedCancel) {
     start();
     start_run({"a.avi"});
@@ -424,19 +447,4 @@ TEST_F(Queue, CountsAFailedStepAsDone) {
     convert_prints("a.avi: something went wrong\n");
     ASSERT_TRUE(run({"a.avi"}, kCompleted));
     EXPECT_EQ(frame->labelPercent->GetLabel(), "100%");
-}
-
-TEST_F(Queue, HoldsMoreThanAThousandMovies) {
-    start();
-    wxArrayString names;
-    for (int i = 0; i < 1005; ++i)
-        names.Add(movies.file(wxString::Format("%i.avi", i)));
-    names.Add(movies.file("bad.avi"));  // the run ends at the last probe
-    frame->textMovies->Append(names);
-    dialogs.answers = {wxID_OK};
-    press(frame->buttonConvert);
-    ASSERT_TRUE(wait_until([this] { return !running(); }, 60.0));
-    EXPECT_EQ(message(0), movies.file("bad.avi") + ":\n" + kBadMovie);
-    EXPECT_EQ(calls().size(), 1006U);
-    EXPECT_EQ(frame->movies.size(), 1006U);
 }

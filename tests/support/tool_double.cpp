@@ -4,7 +4,13 @@
 // arguments, separated by unit separators (0x1F), so that any path stays one field. A probe
 // ("-i FILE") of no file, or of one whose name holds "bad", prints nothing; any other prints
 // "report". A transcode prints "convert" on the error stream, MP4Box prints "mux" on standard
-// output. After that either waits until "hold" followed by the tool's name is gone.
+// output, over and over while there is a file "flood" followed by the tool's name. With a file
+// "close" either then closes its streams. After that it waits until "hold" followed by the tool's
+// name is gone. A start while another tool runs leaves a file "overlap".
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdlib>
@@ -32,6 +38,24 @@ void record(const fs::path& log, int argc, char** argv) {
     std::ofstream(log, std::ios::app | std::ios::binary) << line + "\n";
 }
 
+/// Takes the lock that every tool holds to its end.
+void note_overlap(const fs::path& folder) {
+    const int lock = ::open((folder / "lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (::flock(lock, LOCK_EX | LOCK_NB) != 0)
+        std::ofstream(folder / "overlap");
+}
+
+void print(std::ostream& stream, const std::string& text, const fs::path& flood) {
+    do
+        stream << text << std::flush;
+    while (fs::exists(flood) && stream);
+}
+
+void close_streams() {
+    for (const int descriptor : {0, 1, 2})
+        ::close(descriptor);
+}
+
 void wait_while_held(const fs::path& hold) {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (fs::exists(hold) && std::chrono::steady_clock::now() < deadline)
@@ -43,6 +67,7 @@ void wait_while_held(const fs::path& hold) {
 int main(int argc, char** argv) {
     const fs::path folder = std::getenv("TOOL_DOUBLE_DIR");
     const std::string tool = fs::path(argv[0]).filename();
+    note_overlap(folder);
     record(folder / "log", argc, argv);
     const bool probe = argc == 3;
     if (probe) {
@@ -52,8 +77,10 @@ int main(int argc, char** argv) {
         return 0;
     }
     if (tool == "MP4Box")
-        std::cout << content(folder / "mux") << std::flush;
+        print(std::cout, content(folder / "mux"), folder / ("flood" + tool));
     else
-        std::cerr << content(folder / "convert");
+        print(std::cerr, content(folder / "convert"), folder / ("flood" + tool));
+    if (fs::exists(folder / "close"))
+        close_streams();
     wait_while_held(folder / ("hold" + tool));
 }
