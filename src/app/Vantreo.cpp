@@ -4,9 +4,12 @@
 #include <wx/filename.h>
 #include <wx/stdpaths.h>
 
+#include <utility>
+
 #include "app/accessibility.h"
 #include "convert/Movie.h"
 #include "i18n/system_language.h"
+#include "settings/settings_file.h"
 
 namespace {
 
@@ -30,6 +33,12 @@ wxFileName settings_file() {
     return file;
 }
 
+/// Jobs that outlive their frame: the ends of their tools will still call them.
+std::vector<std::unique_ptr<Movie>>& orphans() {
+    static auto& jobs = *new std::vector<std::unique_ptr<Movie>>;
+    return jobs;
+}
+
 }  // namespace
 
 Vantreo::Vantreo(const wxString& title, const wxPoint& pos, const wxSize& size, long style)
@@ -37,9 +46,7 @@ Vantreo::Vantreo(const wxString& title, const wxPoint& pos, const wxSize& size, 
     const wxFileName file = settings_file();
     if (!file.DirExists())
         file.Mkdir(wxS_IRUSR | wxS_IWUSR | wxS_IXUSR, wxPATH_MKDIR_FULL);  // a home without one yet
-    config =
-        new wxFileConfig("", "", file.GetFullPath(), "", wxCONFIG_USE_LOCAL_FILE, wxConvAuto());
-    config->SetExpandEnvVars(false);  // a "$" in a folder's name is just that
+    config = open_settings(file.GetFullPath()).release();
 
     Translate("tointialize", 1);  // no such key: called to fill the two language lists
 
@@ -59,7 +66,7 @@ Vantreo::~Vantreo() {
     for (auto& job : jobs) {
         job->Detach();
         if (!job->Ended())
-            static_cast<void>(job.release());  // its tool's end will still call it
+            orphans().push_back(std::move(job));
     }
 }
 
