@@ -1,0 +1,22 @@
+// The arguments of our MP4Box, one a line.
+
+#include <cstdint>
+#include <string_view>
+
+#include "fuzz/lines.h"
+#include "fuzz/require.h"
+#include "subtitle_mux.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto arguments = lines_of({reinterpret_cast<const char*>(data), size});
+    const auto request = bundle::parse_subtitle_request(arguments);
+    if (!request) {
+        REQUIRE(!request.failure().message.empty());
+        return 0;
+    }
+    const auto again =
+        bundle::parse_subtitle_request({"-add", request->subtitles + ":hdlr=sbtl", request->film});
+    REQUIRE(static_cast<bool>(again));
+    REQUIRE(again->subtitles == request->subtitles && again->film == request->film);
+    return 0;
+}

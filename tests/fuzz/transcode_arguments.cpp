@@ -1,0 +1,27 @@
+// The arguments of our ffmpeg, one a line.
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+
+#include "fuzz/lines.h"
+#include "fuzz/require.h"
+#include "transcode_request.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const auto arguments = lines_of({reinterpret_cast<const char*>(data), size});
+    const auto request = bundle::parse_transcode(arguments);
+    if (!request) {
+        REQUIRE(request.failure().status == bundle::kStatusUsage);
+        REQUIRE(!request.failure().message.empty());
+        return 0;
+    }
+    REQUIRE(request->output == arguments.back());
+    REQUIRE(!request->input.empty());
+    REQUIRE(std::find(arguments.begin(), arguments.end(), request->input) != arguments.end());
+    REQUIRE(request->width >= 2 && request->width <= 16384);
+    REQUIRE(request->height >= 2 && request->height <= 16384);
+    REQUIRE(request->level == 0 || (request->level >= 10 && request->level <= 62));
+    REQUIRE(!request->rate || request->rate->value() > 0);
+    return 0;
+}
