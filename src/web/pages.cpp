@@ -5,7 +5,7 @@
 
 #include "app/Vantreo.h"
 #include "app/accessibility.h"
-#include "app/build_facts.h"
+#include "app/version_text.h"
 #include "web/site.h"
 
 namespace {
@@ -21,9 +21,9 @@ wxString link_page(const wxColour& background, const wxString& address, const wx
 }
 
 wxString about_page_html(const wxColour& background, const AboutTexts& texts) {
-    return body_tag(background) + "<p align=center>" +                           //
-           "<font size=6><b>Vantreo</b> " + wxString::FromCDouble(VERSION, 2) +  //
-           " for " + platform_word() +                                           //
+    return body_tag(background) + "<p align=center>" +        //
+           "<font size=6><b>Vantreo</b> " + version_text() +  //
+           " for " + platform_word() +                        //
            "</font><br>Vantreo project<br>written by its contributors<br><br>" +
            texts.translations +                                                       //
            " <a href=" + texts.thanksAddress + ">" + texts.thanks + "</a><br><br>" +  //

@@ -14,8 +14,8 @@
 #include <thread>
 #include <utility>
 
-#include "app/build_facts.h"
 #include "app/utf8.h"
+#include "app/version_text.h"
 #include "web/site.h"
 
 namespace {
@@ -51,8 +51,7 @@ Reply ask(const std::string& address, std::chrono::seconds limit) {
 }  // namespace
 
 wxString version_request_address() {
-    return site_base() + "current_version.php?version=" + wxString::FromCDouble(VERSION, 2) +
-           "&os=" + platform_word();
+    return site_base() + "current_version.php?version=" + version_text() + "&os=" + platform_word();
 }
 
 std::optional<wxString> request_reply(const wxString& address, std::chrono::milliseconds limit) {
