@@ -17,7 +17,7 @@
 namespace {
 
 /// Far more than the program ever writes; every change writes the whole file.
-constexpr wxFileOffset kLargestFile = 1024 * 1024;
+constexpr wxFileOffset kLargestFile = wxFileOffset{1} << 20;
 
 /// What is left of a settings file.
 struct SoundText {

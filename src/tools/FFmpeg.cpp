@@ -11,7 +11,7 @@
 namespace {
 
 /// The most that one poll takes: a tool that never stops printing must not hold the window up.
-constexpr std::size_t kLongestText = 1024 * 1024;
+constexpr std::size_t kLongestText = std::size_t{1} << 20U;
 
 }  // namespace
 

@@ -21,6 +21,9 @@ const wxString kCanceled = "Conversion canceled";
 const wxString kHalf =
     "frame=   1 fps=  1 q=2.0 size=       1kB time=60.00 bitrate=   1.0kbits/s\r";
 
+/// More than a pipe holds; a probe's report is read at its end only, so it never comes to it.
+const wxString kEndless('x', std::size_t{1} << 20U);
+
 class ToolFaults : public FrameTest {
   protected:
     void flood(const wxString& tool = "ffmpeg") { doubles.write("flood" + tool); }
@@ -115,8 +118,7 @@ TEST_F(ToolFaults, AFloodOfTheMuxerKeepsTheWindowAlive) {
 
 TEST_F(ToolFaults, AProbeWhoseReportNeverEndsIsCanceled) {
     start();
-    report(
-        wxString('x', 1024 * 1024));  // more than a pipe holds, and nobody reads it before its end
+    report(kEndless);
     add({"a.avi"});
     press(frame->buttonConvert);
     expect_alive();
@@ -197,7 +199,7 @@ TEST_F(ToolFaults, AMuxerThatIsKilledCountsAsDone) {
 
 TEST_F(ToolFaults, AProbeThatIsKilledIsNoMovie) {
     start();
-    report(wxString('x', 1024 * 1024));
+    report(kEndless);
     dialogs.answers = {wxID_OK};
     add({"a.avi"});
     press(frame->buttonConvert);

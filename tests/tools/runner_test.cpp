@@ -1,8 +1,10 @@
 // The runners with real child processes.
 
 #include <wx/msgdlg.h>
+#include <wx/stream.h>
 #include <wx/utils.h>
 
+#include <cstring>
 #include <memory>
 
 #include "convert/Movie.h"
@@ -48,6 +50,23 @@ class Runner : public FrameTest {
     static wxString shell(const wxString& script) { return "sh -c \"" + script + "\""; }
 
     std::unique_ptr<Movie> job;
+};
+
+/// A stream that is always ahead of its reader.
+class EndlessStream : public wxInputStream {
+  public:
+    bool CanRead() const override { return true; }
+
+  protected:
+    size_t OnSysRead(void* buffer, size_t size) override {
+        std::memset(buffer, 'x', size);
+        return size;
+    }
+};
+
+class Reader : public FFmpeg {
+  public:
+    using FFmpeg::ReadAvailable;
 };
 
 }  // namespace
@@ -111,6 +130,11 @@ TEST_F(Runner, ReadsEverythingThatIsThereInOneGo) {
     EXPECT_EQ(tool.GetLine(), "");
     tool.CloseOutput();
     ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
+}
+
+TEST_F(Runner, TakesALimitedPieceOfAnEndlessOutput) {
+    EndlessStream stream;
+    EXPECT_EQ(Reader::ReadAvailable(stream).length(), size_t{1} << 20U);
 }
 
 TEST_F(Runner, ReportsAPollWithoutNews) {
