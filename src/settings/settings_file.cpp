@@ -38,7 +38,7 @@ bool is_name(const wxString& text) {
 
 /// An entry of the root group, or a comment.
 bool is_sound(const wxString& line) {
-    if (line.find(wxUniChar(0)) != wxString::npos)
+    if (line.find(wxUniChar(0)) != wxString::npos || !is_well_formed(line))
         return false;
     return line.StartsWith("#") || (line.Contains("=") && is_name(line.BeforeFirst('=')));
 }
