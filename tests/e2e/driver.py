@@ -25,7 +25,8 @@ gi.require_version("Gdk", "3.0")
 from gi.repository import Atspi, Gdk, GdkPixbuf, GLib  # noqa: E402
 
 BUILD = Path(os.environ["VANTREO_BUILD"])
-LAUNCHER = BUILD / "bin" / "vantreo"
+# What starts the program: the launcher of the build, or the command of an installed program.
+LAUNCHER = os.environ.get("VANTREO_COMMAND", BUILD / "bin" / "vantreo")
 DRAG_SOURCE = Path(__file__).with_name("drag_source.py")
 POLL_SECONDS = 0.02
 # Longer than the toolkit takes to fade a control from one state to another.
