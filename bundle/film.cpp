@@ -144,6 +144,7 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     if (const auto sound = choose_sound(sounds.facts)) {
         film.audio = audio_from(*sounds.streams[*sound]);
     }
+    film.has_lost_sound = !film.audio && !sounds.streams.empty();
     return film;
 }
 

@@ -43,6 +43,7 @@ struct Film {
     std::optional<std::int64_t> bit_rate;
     VideoStream video;
     std::optional<AudioStream> audio;
+    bool has_lost_sound = false;  ///< it holds sound, but none that can be decoded
 };
 
 /// What `film_from` reads, as ffprobe's `-show_entries` takes it.

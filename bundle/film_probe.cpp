@@ -1,5 +1,6 @@
 #include "film_probe.h"
 
+#include <array>
 #include <map>
 #include <nlohmann/json.hpp>
 
@@ -18,8 +19,9 @@ using Words = std::vector<std::string>;
 // Enough to meet every stream of a film that is laid out as it plays.
 const char* const kSample = "%+#400";
 
-// Sound of which so many packets give nothing is damaged or enciphered.
-constexpr int kSoundSample = 40;
+// Sound of which so many packets give nothing is damaged or enciphered. The first sample clears
+// most films; the second is ten seconds of them, for a film may begin with damage.
+constexpr std::array kSoundSamples{40, 400};
 constexpr int kFewestPackets = 8;
 
 int stream_count(const json& probed, const char* kind) {
@@ -32,26 +34,48 @@ int stream_count(const json& probed, const char* kind) {
 
 /// What one audio stream's packets gave.
 struct Decoding {
-    int packets = 0;
+    int packets = 0;  ///< without those that lie before the start of the film and give nothing
     int frames = 0;
 };
 
-/// The audio streams that cannot be decoded though there is a decoder.
-std::set<int> silent_streams(const std::string& path, int count, const StopSignals& stop) {
-    const Words sample{"-select_streams", "a", "-read_intervals",
-                       "%+#" + std::to_string(kSoundSample * count)};
-    const auto answer = probe_entries(path, "packet=stream_index:frame=stream_index", stop, sample);
+bool is_packet(const json& entry) {
+    return text(entry, "type") == "packet";
+}
+
+bool is_discarded(const json& packet) {
+    return text(packet, "flags").find('D') != std::string::npos;
+}
+
+/// The audio streams of which the first `packets` in all give nothing.
+std::set<int> silent_at_first(const std::string& path, int packets, const StopSignals& stop) {
+    const Words sample{"-select_streams", "a", "-read_intervals", "%+#" + std::to_string(packets)};
+    const auto answer =
+        probe_entries(path, "packet=stream_index,flags:frame=stream_index", stop, sample);
     std::map<int, Decoding> streams;
     if (answer) {
         for (const json& entry : member(*answer, "packets_and_frames")) {
-            Decoding& stream = streams[whole(entry, "stream_index")];
-            ++(text(entry, "type") == "packet" ? stream.packets : stream.frames);
+            if (!is_packet(entry) || !is_discarded(entry)) {
+                Decoding& stream = streams[whole(entry, "stream_index")];
+                ++(is_packet(entry) ? stream.packets : stream.frames);
+            }
         }
     }
     std::set<int> silent;
     for (const auto& [index, decoding] : streams) {
         if (decoding.packets >= kFewestPackets && decoding.frames == 0) {
             silent.insert(index);
+        }
+    }
+    return silent;
+}
+
+/// The audio streams that cannot be decoded though there is a decoder.
+std::set<int> silent_streams(const std::string& path, int count, const StopSignals& stop) {
+    std::set<int> silent;
+    for (const int sample : kSoundSamples) {
+        silent = silent_at_first(path, sample * count, stop);
+        if (silent.empty()) {
+            break;
         }
     }
     return silent;

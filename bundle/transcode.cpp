@@ -49,7 +49,25 @@ void show_progress(const Progress& progress) {
     write_if_ready(STDERR_FILENO, old_progress_line(progress));
 }
 
-/// Makes the output; what a trace has to tell about it, nothing in the usual case.
+/// What a finished film of `duration` seconds lacks, as a trace tells it; usually nothing.
+std::optional<Report> lacking(const TranscodeRequest& request, const Film& film, double duration,
+                              const std::string& messages) {
+    const std::string missing = shortfall(film.duration.value_or(0), duration);
+    const std::string silent =
+        film.has_lost_sound ? "The film has no sound: there is some in the source, but none that "
+                              "can be decoded."
+                            : "";
+    if (missing.empty() && silent.empty()) {
+        return std::nullopt;
+    }
+    return Report{in_quotes(request.input) + ": " + missing +
+                      (missing.empty() || silent.empty() ? "" : " ") + silent,
+                  missing.empty() ? "The film was delivered without sound."
+                                  : "The film was delivered as far as it goes.",
+                  messages, true};
+}
+
+/// Makes the output; what a trace has to tell about it.
 Result<std::optional<Report>> convert(const TranscodeRequest& request, const StopSignals& stop) {
     auto output = PrivateFile::create(request.output);
     if (!output) {
@@ -79,12 +97,7 @@ Result<std::optional<Report>> convert(const TranscodeRequest& request, const Sto
     if (auto failure = output->publish_whole(stop)) {
         return *failure;
     }
-    const std::string missing = shortfall(film->duration.value_or(0), *duration);
-    if (missing.empty()) {
-        return std::optional<Report>();
-    }
-    return std::optional(Report{in_quotes(request.input) + ": " + missing,
-                                "The film was delivered as far as it goes.", *messages, true});
+    return lacking(request, *film, *duration, *messages);
 }
 
 /// What a failed conversion has not touched; `was_there` tells whether there was an older output.

@@ -150,11 +150,12 @@ def ssim(one: Path, other: Path, to_one: str = "null", to_other: str = "null") -
     return float(re.findall(rb"All:([0-9.]+)", answer.stderr)[-1])
 
 
-def pitch_of(path: Path, index: str = "a:0") -> int:
-    """The pitch of a pure tone in Hz, by its zero crossings, to the nearest ten."""
+def pitch_of(path: Path, index: str = "a:0", after: float = 0) -> int:
+    """The pitch of a pure tone in Hz after so many seconds, by its zero crossings, to the nearest
+    ten."""
     answer = subprocess.run(
         ["ffmpeg", "-nostdin", "-v", "error", "-i", path, "-map", f"0:{index}", "-ac", "1"]
-        + ["-ar", "8000", "-af", "atrim=0.3:0.8", "-f", "s16le", "-"],
+        + ["-ar", "8000", "-af", f"atrim={after + 0.3}:{after + 0.8}", "-f", "s16le", "-"],
         stdout=subprocess.PIPE,
         check=True,
         timeout=DEADLINE,

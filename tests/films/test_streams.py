@@ -17,9 +17,9 @@ class Streams(FilmCase):
         self.assertEqual(size_of(self.out), size)
         row(SECTION, case, f"reported and converted: the film of {size_of(self.out)}")
 
-    def check_sound(self, case: str, film: Path, pitch: int) -> None:
+    def check_sound(self, case: str, film: Path, pitch: int, after: float = 0) -> None:
         self.convert(film)
-        heard = pitch_of(self.out)
+        heard = pitch_of(self.out, after=after)
         self.assertEqual(heard, pitch)
         row(SECTION, case, f"the sound of {heard} Hz")
 
@@ -27,6 +27,15 @@ class Streams(FilmCase):
         inputs = [word for pitch in pitches for word in tone(1, pitch)]
         maps = [word for at in range(len(pitches) + 1) for word in ("-map", at)]
         return self.film(name, *picture(1), *inputs, *maps, *more)
+
+    def damage_sound(self, film: Path, count: int | None = None) -> None:
+        """Damages so many of the first sound's packets, or all."""
+        data = bytearray(film.read_bytes())
+        packets = probe(film, "-show_packets", "-select_streams", "a:0")["packets"]
+        for packet in packets[:count]:
+            start, size = int(packet["pos"]), int(packet["size"])
+            data[start : start + size] = b"\xff" * size
+        film.write_bytes(data)
 
     def test_a_cover_picture_first(self) -> None:
         film = self.film("film.mp4", *picture(1), *SMALL)
@@ -94,12 +103,7 @@ class Streams(FilmCase):
 
     def test_sound_that_cannot_be_decoded_is_passed_over(self) -> None:
         film = self.sounds("film.mp4", 440, 880)
-        data = bytearray(film.read_bytes())
-        packets = probe(film, "-show_packets", "-select_streams", "a:0")["packets"]
-        for packet in packets:
-            start, size = int(packet["pos"]), int(packet["size"])
-            data[start : start + size] = b"\xff" * size
-        film.write_bytes(data)
+        self.damage_sound(film)
         self.check_sound("default sound all damaged, sound of 880 Hz", film, 880)
 
     def test_only_damaged_sound_leaves_a_silent_film(self) -> None:
@@ -107,7 +111,24 @@ class Streams(FilmCase):
         film.write_bytes(film.read_bytes().replace(b"ac-3", b"ac-4"))
         self.convert(film)
         self.assertEqual(streams(self.out, "audio"), [])
-        row(SECTION, "the only sound in AC-4", "a film without sound")
+        trace = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
+        self.assertIn("The film was delivered without sound.", trace)
+        case = "the only sound in AC-4"
+        row(SECTION, case, "a film without sound; the trace tells that it was lost")
+
+    def test_a_cut_film_keeps_the_sound_behind_its_start(self) -> None:
+        whole = self.film(
+            "whole.mp4", *picture(5), *tone(5), *("-c:v", "libx264", "-g", 200, "-c:a", "aac")
+        )
+        film = self.film("cut.mp4", "-ss", 3, "-i", whole, "-c", "copy")
+        packets = probe(film, "-show_packets", "-select_streams", "a")["packets"]
+        self.assertGreater(sum("D" in packet["flags"] for packet in packets), 40)
+        self.check_sound("an MP4 cut without coding, its first seconds not shown", film, 440)
+
+    def test_sound_that_is_damaged_at_its_start_only(self) -> None:
+        film = self.film("film.mp4", *picture(3), *tone(3), *SMALL)
+        self.damage_sound(film, 50)
+        self.check_sound("the first 50 packets of the sound damaged", film, 440, after=1.5)
 
     def test_data_and_subtitles_stay_out_and_chapters_and_title_stay_in(self) -> None:
         text = self.folder / "text.srt"
