@@ -15,6 +15,9 @@ struct Colour {
     bool operator==(const Colour&) const = default;
 };
 
+/// The filter that gives frames these colours' names and leaves the pictures alone. All are told.
+std::string setparams(const Colour& colour);
+
 /// True for a film of high dynamic range, which looks flat where it is taken for an ordinary one.
 bool is_high_dynamic_range(const Colour& colour);
 
@@ -22,7 +25,7 @@ bool is_high_dynamic_range(const Colour& colour);
 bool needs_colour_conversion(const Colour& colour);
 
 /// The colours of a film with the untold ones filled in as players do: by its pixel format, and by
-/// whether it is as large as high definition.
+/// whether it is as large as high definition. A matrix that the pixel format contradicts is untold.
 Colour assumed_colour(const Colour& told, const std::string& pixel_format, Size size);
 
 /// How a picture gets its size and its colours in limited range: filters, and the colours after
@@ -33,7 +36,7 @@ struct ColourPlan {
 };
 
 /// Scales to `size`. High dynamic range is tone-mapped to BT.709 and wide or unusual colours are
-/// converted to it, provided that `has_zscale`; RGB becomes BT.709; all others stay what they are,
+/// converted to it, provided that `has_zscale`, from the usual names where a name can't be; RGB becomes BT.709; all others stay what they are,
 /// and so does everything where the filters are missing.
 ColourPlan colour_plan(const Colour& colour, Size size, bool has_zscale);
 

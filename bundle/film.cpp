@@ -26,9 +26,15 @@ double rotation_of(const json& stream) {
     return 0;
 }
 
+/// A colour's name; a number without a meaning tells nothing.
+std::string colour_name(const json& stream, const char* key) {
+    const std::string name = text(stream, key);
+    return name == "reserved" ? "" : name;
+}
+
 Colour colour_of(const json& stream) {
-    return {text(stream, "color_range"), text(stream, "color_space"),
-            text(stream, "color_primaries"), text(stream, "color_transfer")};
+    return {colour_name(stream, "color_range"), colour_name(stream, "color_space"),
+            colour_name(stream, "color_primaries"), colour_name(stream, "color_transfer")};
 }
 
 VideoStream video_from(const json& stream) {

@@ -21,11 +21,6 @@ std::string rate_filter(const Rational& rate) {
     return "fps=" + std::to_string(rate.numerator) + "/" + std::to_string(rate.denominator) + ",";
 }
 
-std::string marks(const Colour& colour) {
-    return "setparams=range=" + colour.range + ":color_primaries=" + colour.primaries +
-           ":color_trc=" + colour.transfer + ":colorspace=" + colour.matrix;
-}
-
 }  // namespace
 
 std::string picture_filters(const TranscodeRequest& request, const VideoStream& video,
@@ -35,7 +30,7 @@ std::string picture_filters(const TranscodeRequest& request, const VideoStream& 
     const ColourPlan plan = colour_plan(colour, size, has_zscale);
     std::string filters = may_be_interlaced(video) ? "bwdif=mode=send_frame:deint=interlaced," : "";
     filters += request.rate ? rate_filter(*request.rate) : "";
-    return filters + plan.filters + ",format=yuv420p,setsar=1," + marks(plan.result);
+    return filters + plan.filters + ",format=yuv420p,setsar=1," + setparams(plan.result);
 }
 
 std::string sound_filters(const AudioStream& audio) {

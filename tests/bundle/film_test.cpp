@@ -143,6 +143,10 @@ TEST(Film, HasTheColoursThatItsFileTells) {
     const auto film = film_from(film_of(json::array({stream})));
     ASSERT_TRUE(film);
     EXPECT_EQ(film->video.colour, (Colour{"tv", "bt2020nc", "", "smpte2084"}));
+    for (const char* key : {"color_space", "color_primaries", "color_transfer"}) {
+        stream[key] = "reserved";
+    }
+    EXPECT_EQ(film_from(film_of(json::array({stream})))->video.colour, (Colour{"tv", "", "", ""}));
 }
 
 TEST(Film, HasAVariableRateWhereTheAverageIsNotTheBase) {

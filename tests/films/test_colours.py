@@ -3,12 +3,21 @@
 import re
 import stat
 import subprocess
+from collections.abc import Iterable
+from multiprocessing.pool import ThreadPool
 
 from film_case import DEADLINE, FilmCase, Path, picture, ssim, video_of
 from table import row
 
 SECTION = "The film that comes in"
 ALIKE = 0.95
+# The numbers that H.264 has for each, with one between that has no meaning.
+NUMBERS = {
+    "colour_primaries": [*range(14), 22],
+    "transfer_characteristics": range(19),
+    "matrix_coefficients": range(15),
+}
+PQ = {"colour_primaries": 9, "transfer_characteristics": 16}
 BT709 = "setparams=range=tv:color_primaries=bt709:color_trc=bt709:colorspace=bt709"
 
 
@@ -181,3 +190,43 @@ class Colours(FilmCase):
         self.assertEqual(names(self.out), "yuv420p tv bt709 bt709 bt709")
         self.assertGreater(ssim(self.out, plain), 0.93)
         row(SECTION, "BT.2020 in ordinary range", f"{names(self.out)}; the ordinary film's picture")
+
+    def marked(self, plain: Path, name: str, numbers: dict[str, int]) -> Path:
+        settings = ":".join(f"{field}={number}" for field, number in numbers.items())
+        return self.film(name, "-i", plain, "-c", "copy", "-bsf:v", f"h264_metadata={settings}")
+
+    def outcomes(self, plain: Path, numbers: Iterable[dict[str, int]]) -> list[str]:
+        """Converts the film under these colours; the names that come out of each."""
+
+        def outcome(job: tuple[int, dict[str, int]]) -> str:
+            film = self.marked(plain, f"{job[0]}.mkv", job[1])
+            out = self.folder / f"{job[0]}.mp4"
+            ended = self.transcode(film, 64, 48, out=out)
+            self.assertEqual(ended.status, 0, f"{job[1]}: {ended.text}")
+            return names(out)
+
+        with ThreadPool(2) as pool:
+            return pool.map(outcome, enumerate(numbers), chunksize=1)
+
+    def test_every_number_that_names_a_colour(self) -> None:
+        film = (*picture(0.08, "64x48"), "-c:v", "libx264")
+        plain = self.film("plain.mkv", *film)
+        deep = self.film("deep.mkv", *film, "-pix_fmt", "yuv420p10le")
+        for field, numbers in NUMBERS.items():
+            found = self.outcomes(plain, [{field: number} for number in numbers])
+            mapped = self.outcomes(deep, [PQ | {field: number} for number in numbers])
+            for colours in (*found, *mapped):
+                self.assertNotRegex(colours, r"\?|unknown|reserved|bt2020(n?c)?( |$)|gbr")
+            kept = sum("smpte170m" in colours for colours in found)
+            row(
+                SECTION,
+                f"H.264 with {len(numbers)} numbers as {field}, all known ones among them",
+                f"converted; {kept} keep their colours or get the usual ones, "
+                f"{len(found) - kept} become BT.709",
+            )
+            row(
+                SECTION,
+                f"10-bit H.264 in BT.2020 and PQ but for {field}: these numbers",
+                f"converted; {sum(colours.count('bt709') == 3 for colours in mapped)} of "
+                f"{len(mapped)} are BT.709",
+            )
