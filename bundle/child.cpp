@@ -24,25 +24,8 @@ namespace {
 
 constexpr std::chrono::seconds kLongestEnd{2};
 
-struct Pipe {
-    UniqueFd reader;
-    UniqueFd writer;
-};
-
 Failure start_failure(const Command& command, int error) {
     return {"cannot start " + command.program + ": " + std::strerror(error)};
-}
-
-Result<Pipe> open_pipe() {
-    std::array<int, 2> ends{};
-    if (::pipe(ends.data()) != 0) {
-        return Failure{std::string("cannot open a pipe: ") + std::strerror(errno)};
-    }
-    Pipe pipe{UniqueFd(ends[0]), UniqueFd(ends[1])};
-    for (const int end : ends) {
-        ::fcntl(end, F_SETFD, FD_CLOEXEC);
-    }
-    return pipe;
 }
 
 /// All that the new process needs, gathered before the fork: behind it only async-signal-safe calls
@@ -134,6 +117,33 @@ int exit_status(int status) {
 
 }  // namespace
 
+Result<Pipe> open_pipe() {
+    std::array<int, 2> ends{};
+    if (::pipe(ends.data()) != 0) {
+        return Failure{std::string("cannot open a pipe: ") + std::strerror(errno)};
+    }
+    Pipe pipe{UniqueFd(ends[0]), UniqueFd(ends[1])};
+    for (const int end : ends) {
+        ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    }
+    return pipe;
+}
+
+void end_with_maker() {
+    std::signal(SIGTERM, SIG_DFL);
+#ifdef __linux__
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+#endif
+}
+
+void kill_child(pid_t id) {
+    ::kill(id, SIGKILL);
+    const auto deadline = std::chrono::steady_clock::now() + kLongestEnd;
+    while (::waitpid(id, nullptr, WNOHANG) == 0 && std::chrono::steady_clock::now() < deadline) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
 Result<Child> Child::start(const Command& command) {
     auto output = open_pipe();
     auto errors = open_pipe();
@@ -178,12 +188,7 @@ Child::Child(Child&& other) noexcept
 
 Child::~Child() {
     if (id_ > 0) {
-        ::kill(id_, SIGKILL);
-        const auto deadline = std::chrono::steady_clock::now() + kLongestEnd;
-        while (::waitpid(id_, nullptr, WNOHANG) == 0 &&
-               std::chrono::steady_clock::now() < deadline) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
+        kill_child(id_);
     }
 }
 

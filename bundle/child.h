@@ -9,9 +9,24 @@
 
 namespace bundle {
 
+struct Pipe {
+    UniqueFd reader;
+    UniqueFd writer;
+};
+
+/// A pipe whose ends no started program inherits.
+Result<Pipe> open_pipe();
+
+/// In a process made by a fork: it ends by SIGTERM as any other does, and is killed when the
+/// process that made it ends (Linux only). Async-signal-safe.
+void end_with_maker();
+
+/// Kills a child of this process and waits for its end, but no longer than a second or two: what
+/// hangs on a dead drive may not be able to end.
+void kill_child(pid_t id);
+
 /// A started program: its process id and the reading ends of its two output streams, which never
-/// block. The destructor kills it when it still runs, and waits for that; not longer than a second
-/// or two, because a program that hangs on a dead drive may not be able to end.
+/// block. The destructor kills it, as `kill_child` does, when it still runs.
 class Child {
   public:
     /// Returns once the program itself runs, or tells why it can't.

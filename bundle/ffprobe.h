@@ -20,8 +20,8 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
                                      const StopSignals& stop,
                                      const std::vector<std::string>& more = {});
 
-/// Hands `on_packet` each line "END" or "START,LENGTH,..." of ffprobe's `packet` fields `fields`,
-/// comma-separated, for a film that is read from the descriptor `input`.
+/// Hands `on_packet` a line for each packet of a film that is read from the descriptor `input`: the
+/// values of ffprobe's `packet` fields `fields`, in its order, parted by commas.
 MaybeFailure read_packets(int input, const std::string& fields, const StopSignals& stop,
                           const std::function<void(std::string_view)>& on_packet);
 

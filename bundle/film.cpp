@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "film_duration.h"
 #include "json_reading.h"
 #include "stream_choice.h"
 
@@ -116,18 +117,14 @@ Candidates candidates(const json& probed, const char* kind, const std::set<int>&
     return found;
 }
 
-std::optional<double> positive(std::optional<double> seconds) {
-    return seconds && *seconds > 0 ? seconds : std::nullopt;
-}
-
 }  // namespace
 
 const char* const kFilmEntries =
     "format=duration,start_time,bit_rate:stream=index,codec_type,codec_name,pix_fmt,width,height,"
     "sample_aspect_ratio,color_range,color_space,color_transfer,color_primaries,avg_frame_rate,"
-    "r_frame_rate,time_base,duration,sample_fmt,sample_rate,channels,channel_layout:"
+    "r_frame_rate,time_base,start_time,duration,sample_fmt,sample_rate,channels,channel_layout:"
     "stream_disposition=default,attached_pic,timed_thumbnails,still_image:"
-    "stream_side_data=rotation:packet=stream_index";
+    "stream_tags=DURATION,DURATION-eng:stream_side_data=rotation:packet=stream_index";
 
 Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     const Candidates pictures = candidates(probed, "video", unusable);
@@ -138,10 +135,6 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     const json& stream = *pictures.streams[*picture];
     const json& format = member(probed, "format");
     Film film;
-    film.duration = positive(parse_decimal(text(format, "duration")));
-    if (!film.duration) {
-        film.duration = positive(parse_decimal(text(stream, "duration")));
-    }
     film.start = parse_decimal(text(format, "start_time")).value_or(0);
     film.bit_rate = parse_integer(text(format, "bit_rate"));
     film.video = video_from(stream);
@@ -150,6 +143,7 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     if (const auto sound = choose_sound(sounds.facts)) {
         film.audio = audio_from(*sounds.streams[*sound]);
     }
+    set_duration(film, probed);
     film.has_lost_sound = !film.audio && !sounds.streams.empty();
     return film;
 }

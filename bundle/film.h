@@ -38,8 +38,9 @@ struct AudioStream {
 
 /// What is known about a film before it is converted.
 struct Film {
-    std::optional<double> duration;  ///< seconds
-    double start = 0;                ///< seconds
+    std::optional<double> duration;    ///< seconds
+    bool duration_is_certain = false;  ///< it is not that of streams that are left out
+    double start = 0;                  ///< seconds
     std::optional<std::int64_t> bit_rate;
     VideoStream video;
     std::optional<AudioStream> audio;

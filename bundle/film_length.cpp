@@ -7,10 +7,12 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "ffprobe.h"
 #include "files.h"
 #include "numbers.h"
+#include "pipe_feed.h"
 #include "unique_fd.h"
 
 namespace bundle {
@@ -21,6 +23,8 @@ constexpr std::int64_t kHead = std::int64_t{2} << 20;
 // A cluster of a browser's recording may hold half a minute.
 constexpr std::array<std::int64_t, 3> kTails{std::int64_t{8} << 20, std::int64_t{32} << 20,
                                              std::int64_t{128} << 20};
+
+constexpr std::int64_t kScan = std::int64_t{1} << 20;
 
 constexpr std::string_view kMatroska = "\x1A\x45\xDF\xA3";
 constexpr std::string_view kCluster = "\x1F\x43\xB6\x75";
@@ -40,59 +44,105 @@ std::string read_piece(int file, std::int64_t from, std::int64_t size) {
     return piece;
 }
 
-/// Where the head ends and the tail begins, so that nothing is cut in its middle.
-void trim_to_clusters(std::string& head, std::string& tail) {
-    if (head.starts_with(kMatroska)) {
-        head.resize(std::min(head.rfind(kCluster), head.size()));
-        tail.erase(0, std::min(tail.find(kCluster), tail.size()));
+/// Where the head ends, so that it is not cut in the middle of a cluster.
+std::int64_t head_end(std::string_view head) {
+    const std::size_t cluster = head.starts_with(kMatroska) ? head.rfind(kCluster) : head.npos;
+    return static_cast<std::int64_t>(std::min(cluster, head.size()));
+}
+
+/// Where the first cluster begins at or behind `from`; the file's end when there is none.
+std::int64_t cluster_behind(int file, std::int64_t from, std::int64_t size) {
+    constexpr std::int64_t kOverlap = kCluster.size() - 1;
+    for (std::int64_t at = from; at < size; at += kScan - kOverlap) {
+        const std::size_t found = read_piece(file, at, kScan).find(kCluster);
+        if (found != std::string::npos) {
+            return at + static_cast<std::int64_t>(found);
+        }
     }
+    return size;
 }
 
 /// The file's beginning and its last `tail_size` bytes, or all of a smaller file.
-std::string shortened(int file, std::int64_t size, std::int64_t tail_size) {
+std::vector<ByteRange> shortened(int file, std::int64_t size, std::int64_t tail_size) {
     if (size <= kHead + tail_size) {
-        return read_piece(file, 0, size);
+        return {{0, size}};
     }
-    std::string head = read_piece(file, 0, kHead);
-    std::string tail = read_piece(file, size - tail_size, tail_size);
-    trim_to_clusters(head, tail);
-    return head + tail;
+    const std::string head = read_piece(file, 0, kHead);
+    const std::int64_t tail = size - tail_size;
+    return {{0, head_end(head)},
+            {head.starts_with(kMatroska) ? cluster_behind(file, tail, size) : tail, size}};
 }
 
-/// The end of a packet in a line "START,LENGTH,...": the length may be untold.
-std::optional<double> packet_end(std::string_view line) {
+/// The next of the values that commas part, taken off the line.
+std::string_view next_value(std::string_view& line) {
     const std::size_t cut = std::min(line.find(','), line.size());
-    const auto start = parse_decimal(line.substr(0, cut));
-    const std::string_view rest = line.substr(std::min(cut + 1, line.size()));
-    const auto length = parse_decimal(rest.substr(0, rest.find(',')));
-    return start ? std::optional(*start + length.value_or(0)) : std::nullopt;
+    const std::string_view value = line.substr(0, cut);
+    line.remove_prefix(std::min(cut + 1, line.size()));
+    return value;
 }
 
-std::optional<double> last_end(std::string_view film, const StopSignals& stop) {
-    const auto input = nameless_file(film);
+/// Gathers the ends of packets out of lines "STREAM,START,LENGTH,PLACE,..."; all but the stream may
+/// be untold.
+class EndsFinder {
+  public:
+    /// Wanted streams that have no packet at or behind the place `tail` are not seen near the end.
+    EndsFinder(const std::set<int>& wanted, std::int64_t tail) : wanted_(wanted), tail_(tail) {}
+
+    void add(std::string_view line) {
+        const auto stream = parse_integer(next_value(line));
+        const auto start = parse_decimal(next_value(line));
+        const auto length = parse_decimal(next_value(line));
+        const auto place = parse_integer(next_value(line));
+        if (!stream || !start) {
+            return;
+        }
+        const double end = *start + length.value_or(0);
+        any_ = std::max(any_, std::optional(end));
+        if (wanted_.contains(static_cast<int>(*stream))) {
+            last_wanted_ = std::max(last_wanted_, std::optional(end));
+            in_tail_ = in_tail_ || tail_ == 0 || (place && *place >= tail_);
+        }
+    }
+
+    std::optional<PacketEnds> ends() const {
+        const auto wanted = in_tail_ ? last_wanted_ : std::nullopt;
+        return any_ ? std::optional(PacketEnds{*any_, wanted}) : std::nullopt;
+    }
+
+  private:
+    const std::set<int>& wanted_;
+    std::int64_t tail_;
+    std::optional<double> any_;
+    std::optional<double> last_wanted_;
+    bool in_tail_ = false;
+};
+
+std::optional<PacketEnds> ends_in(int file, const std::vector<ByteRange>& pieces,
+                                  const std::set<int>& wanted, const StopSignals& stop) {
+    const auto input = PipeFeed::start(file, pieces);
     if (!input) {
         return std::nullopt;
     }
-    std::optional<double> last;
-    const auto failure =
-        read_packets(input->get(), "pts_time,duration_time", stop,
-                     [&last](std::string_view line) { last = std::max(last, packet_end(line)); });
-    return failure ? std::nullopt : last;
+    EndsFinder finder(wanted, pieces.size() > 1 ? pieces.front().to : 0);
+    const auto failure = read_packets(input->reader(), "stream_index,pts_time,duration_time,pos",
+                                      stop, [&finder](std::string_view line) { finder.add(line); });
+    return failure ? std::nullopt : finder.ends();
 }
 
 }  // namespace
 
-std::optional<double> end_of_packets(const std::string& path, const StopSignals& stop) {
+std::optional<PacketEnds> packet_ends(const std::string& path, const std::set<int>& wanted,
+                                      const StopSignals& stop) {
     const UniqueFd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     const std::int64_t size = file_size(path);
+    std::optional<PacketEnds> ends;
     for (const std::int64_t tail_size : kTails) {
-        const std::string film = shortened(file.get(), size, tail_size);
-        const auto end = last_end(film, stop);
-        if (end || size <= kHead + tail_size || stop.received() != 0) {
-            return end;
+        ends = ends_in(file.get(), shortened(file.get(), size, tail_size), wanted, stop);
+        if ((ends && ends->wanted) || size <= kHead + tail_size || stop.received() != 0) {
+            break;
         }
     }
-    return std::nullopt;
+    return ends;
 }
 
 }  // namespace bundle

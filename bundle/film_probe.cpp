@@ -24,6 +24,9 @@ const char* const kSample = "%+#400";
 constexpr std::array kSoundSamples{40, 400};
 constexpr int kFewestPackets = 8;
 
+// Headers are not exact.
+constexpr double kToleratedSeconds = 2;
+
 int stream_count(const json& probed, const char* kind) {
     int count = 0;
     for (const json& stream : member(probed, "streams")) {
@@ -103,6 +106,23 @@ Result<Film> moving_film(const std::string& path, const json& probed, std::set<i
     }
 }
 
+/// The duration by the packets. Where the file ends long before its header says, the header is
+/// right: it tells what was there before the file broke off.
+std::optional<double> measured_duration(const std::string& path, const Film& film,
+                                        const StopSignals& stop) {
+    std::set<int> streams{film.video.index};
+    if (film.audio) {
+        streams.insert(film.audio->index);
+    }
+    const auto ends = packet_ends(path, streams, stop);
+    if (!ends || (film.duration &&
+                  (!ends->wanted || ends->any - film.start < *film.duration - kToleratedSeconds))) {
+        return film.duration;
+    }
+    const double duration = ends->wanted.value_or(ends->any) - film.start;
+    return duration > 0 ? std::optional(duration) : film.duration;
+}
+
 }  // namespace
 
 Result<Film> probe_film(const std::string& path, const StopSignals& stop) {
@@ -115,11 +135,8 @@ Result<Film> probe_film(const std::string& path, const StopSignals& stop) {
         unusable = silent_streams(path, count, stop);
     }
     auto film = moving_film(path, *probed, unusable, stop);
-    if (film && !film->duration) {
-        const auto end = end_of_packets(path, stop);
-        if (end && *end > film->start) {
-            film->duration = *end - film->start;
-        }
+    if (film && !film->duration_is_certain) {
+        film->duration = measured_duration(path, *film, stop);
     }
     if (stop.received() != 0) {
         return stop.failure();

@@ -12,13 +12,9 @@
 #include <cstring>
 #include <optional>
 
+#include "child.h"
 #include "console.h"
 #include "process.h"
-#include "unique_fd.h"
-
-#ifdef __linux__
-#include <sys/prctl.h>
-#endif
 
 namespace bundle {
 
@@ -51,10 +47,7 @@ Finding look_at(const char* path) {
 
 /// Sends the finding and ends with this process, which may be killed while the drive hangs.
 [[noreturn]] void look_and_tell(const char* path, int pipe) {
-    std::signal(SIGTERM, SIG_DFL);
-#ifdef __linux__
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-#endif
+    end_with_maker();
     const Finding finding = look_at(path);
     [[maybe_unused]] const ssize_t written = ::write(pipe, &finding, sizeof finding);
     ::_exit(0);
@@ -101,21 +94,19 @@ MaybeFailure judge(const std::string& path, const Finding& finding) {
 }  // namespace
 
 MaybeFailure check_source(const std::string& path, const StopSignals& stop) {
-    std::array<int, 2> ends{};
-    if (::pipe(ends.data()) != 0) {
-        return Failure{std::string("cannot open a pipe: ") + std::strerror(errno)};
+    auto pipe = open_pipe();
+    if (!pipe) {
+        return pipe.failure();
     }
-    const UniqueFd reader(ends[0]);
-    UniqueFd writer(ends[1]);
     const pid_t id = ::fork();
     if (id < 0) {
         return Failure{std::string("cannot start a process: ") + std::strerror(errno)};
     }
     if (id == 0) {
-        look_and_tell(path.c_str(), writer.get());
+        look_and_tell(path.c_str(), pipe->writer.get());
     }
-    writer.reset();
-    const auto finding = wait_for(reader.get(), stop);
+    pipe->writer.reset();
+    const auto finding = wait_for(pipe->reader.get(), stop);
     dismiss(id, !finding);
     if (stop.received() != 0) {
         return stop.failure();

@@ -1,5 +1,6 @@
 """Lengths that the header does not tell are found in the packets, quickly."""
 
+import resource
 import subprocess
 import time
 from pathlib import Path
@@ -9,6 +10,16 @@ from table import row
 
 SECTION = "The film that comes in"
 BIG = 2_000_000_000
+
+
+CUES = (
+    "1\n00:00:01,000 --> 00:00:02,000\nOne\n\n2\n00:01:00,000 --> 00:01:01,000\nTwo\n"
+)
+
+
+def no_files() -> None:
+    """No file may be written at all, as where all disks are full."""
+    resource.setrlimit(resource.RLIMIT_FSIZE, (0, 0))
 
 
 def header_length(path: Path) -> str:
@@ -90,6 +101,53 @@ class Length(FilmCase):
             self.assertEqual(report.duration, "00:00:14")
         self.assertLess(min(took), 1)
         row(SECTION, "a browser's WebM stretched to 2 GB", f"{report.duration}, within a second")
+
+    def with_late_subtitle(self, name: str, *more: object) -> Path:
+        text = self.folder / "text.srt"
+        text.write_text(CUES, encoding="utf-8")
+        return self.film(
+            name, *picture(5), *tone(5), "-i", text, *("-c:v", "mpeg4", "-c:s", "srt", *more)
+        )
+
+    def check_whole(self, case: str, film: Path) -> None:
+        self.assertGreater(float(header_length(film)), 20)
+        report = self.convert(film)
+        self.assertEqual(report.duration, "00:00:05")
+        self.assertFalse(self.out.with_name("out.mp4.failed.txt").exists())
+        self.assertAlmostEqual(frame_times(self.out)[-1], 5, delta=0.2)
+        row(SECTION, case, f"reported as {report.duration}, all of it converted; no trace")
+
+    def test_a_film_whose_subtitles_outlast_it(self) -> None:
+        film = self.with_late_subtitle("film.mkv")
+        self.check_whole("5 s in Matroska with a subtitle at 60 s", film)
+        film.write_bytes(film.read_bytes().replace(b"DURATION", b"DURATIOX"))
+        self.check_whole("5 s in Matroska with a subtitle at 60 s, without the streams' lengths", film)
+
+    def test_a_film_that_another_sound_outlasts(self) -> None:
+        for name in ("film.mp4", "film.mpg"):
+            film = self.film(
+                name,
+                *(*picture(5), *tone(5), *tone(30, 880), "-map", 0, "-map", 1, "-map", 2),
+                *("-c:v", "mpeg2video", "-c:a", "mp2"),
+            )
+            self.check_whole(f"{name} of 5 s with a second sound of 30 s", film)
+
+    def test_a_film_whose_subtitles_outlast_it_breaks_off(self) -> None:
+        film = self.with_late_subtitle("film.mkv")
+        data = film.read_bytes().replace(b"DURATION", b"DURATIOX")
+        film.write_bytes(data[: len(data) // 2])
+        self.convert(film)
+        trace = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
+        self.assertIn("The source breaks off", trace)
+        case = "the first half of that file"
+        row(SECTION, case, "what is there is converted; the trace tells that the source breaks off")
+
+    def test_a_length_is_found_where_no_file_can_be_written(self) -> None:
+        film = self.recording(6)
+        report = self.report(film, preexec_fn=no_files)
+        self.assertEqual(report.duration, "00:00:06")
+        case = "a browser's WebM of 6 s where no disk has room"
+        row(SECTION, case, f"reported as {report.duration}")
 
     def test_a_film_that_nobody_can_tell_the_length_of(self) -> None:
         film = self.film("raw.h264", *picture(1), "-c:v", "libx264")

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include "film.h"
+
+namespace bundle {
+
+/// Sets the duration of a film whose start and streams are known, by ffprobe's JSON: that of the
+/// file, or where the file holds other streams that may last longer, that of the streams that are
+/// taken, as far as they tell it. Matroska tells it in tags, which ffmpeg and mkvmerge write.
+void set_duration(Film& film, const nlohmann::json& probed);
+
+}  // namespace bundle
