@@ -17,7 +17,13 @@ bundle::MaybeFailure ffmpeg(const std::vector<std::string>& arguments,
         return bundle::report_film(arguments[1], stop);
     }
     const auto request = bundle::parse_transcode(arguments);
-    return request ? bundle::transcode(*request, stop) : request.failure();
+    if (request) {
+        return bundle::transcode(*request, stop);
+    }
+    if (const auto output = bundle::output_of(arguments)) {
+        bundle::tell_of_refusal(*output, request.failure());
+    }
+    return request.failure();
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "picture_geometry.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -29,7 +30,7 @@ Size shown_size(Size stored, const std::optional<Rational>& aspect, double rotat
 }
 
 Size even(Size size) {
-    return {size.width / 2 * 2, size.height / 2 * 2};
+    return {std::max(2, size.width / 2 * 2), std::max(2, size.height / 2 * 2)};
 }
 
 }  // namespace bundle

@@ -18,7 +18,7 @@ struct Size {
 /// sides, as the system's ffmpeg turns films.
 Size shown_size(Size stored, const std::optional<Rational>& aspect, double rotation);
 
-/// The size that 4:2:0 can hold: even sides that are not above the given ones.
+/// The size that 4:2:0 can hold: even sides, two at least, that are not above the given ones else.
 Size even(Size size);
 
 }  // namespace bundle

@@ -100,11 +100,10 @@ Result<std::optional<Report>> convert(const TranscodeRequest& request, const Sto
     return lacking(request, *film, *duration, *messages);
 }
 
-/// What a failed conversion has not touched; `was_there` tells whether there was an older output.
-std::string untouched(const TranscodeRequest& request, bool was_there) {
-    return "The movie " + in_quotes(request.input) + " was only read. " +
-           (was_there ? "What was at " + in_quotes(request.output) + " before is still there."
-                      : "Nothing was put at " + in_quotes(request.output) + ".");
+/// What became of an output that was not made; `was_there` tells whether there was an older one.
+std::string untouched(const std::string& output, bool was_there) {
+    return was_there ? "What was at " + in_quotes(output) + " before is still there."
+                     : "Nothing was put at " + in_quotes(output) + ".";
 }
 
 }  // namespace
@@ -128,7 +127,10 @@ MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop)
         // Who stops a conversion knows about it.
         if (stop.received() == 0) {
             tell_in_trace(request.output, Step::kConversion,
-                          {failure.message, untouched(request, was_there), failure.details});
+                          {failure.message,
+                           "The movie " + in_quotes(request.input) + " was only read. " +
+                               untouched(request.output, was_there),
+                           failure.details});
         }
         return failure;
     }
@@ -138,6 +140,12 @@ MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop)
         tell_in_trace(request.output, Step::kConversion, **outcome);
     }
     return std::nullopt;
+}
+
+void tell_of_refusal(const std::string& output, const Failure& failure) {
+    tell_in_trace(output, Step::kConversion,
+                  {"The command line was not understood: " + failure.message,
+                   "No movie was read. " + untouched(output, exists(output)), ""});
 }
 
 }  // namespace bundle

@@ -87,7 +87,7 @@ class Parser {
                 return *failure;
             }
         }
-        if (request_.input.empty() || request_.width == 0 || arguments[last].empty()) {
+        if (request_.input.empty() || !has_size_ || arguments[last].empty()) {
             return wrong_usage("usage: ffmpeg -i FILE | ffmpeg -y -i FILE [OPTIONS] -s WxH OUT");
         }
         request_.output = arguments[last];
@@ -127,12 +127,13 @@ class Parser {
         const auto width = parse_integer(std::string_view(value).substr(0, cut));
         const auto height =
             parse_integer(std::string_view(value).substr(std::min(cut + 1, value.size())));
-        const auto fits = [](const auto& side) { return side && *side >= 2 && *side <= 16384; };
-        if (!fits(width) || !fits(height)) {
+        const auto fits = [](const auto& side) { return side && *side >= 0 && *side <= 16384; };
+        if (!fits(width) || !fits(height) || *width + *height == 0) {
             return wrong_usage("not a picture size: " + in_quotes(value));
         }
         request_.width = static_cast<int>(*width);
         request_.height = static_cast<int>(*height);
+        has_size_ = true;
         return std::nullopt;
     }
 
@@ -197,12 +198,20 @@ class Parser {
     }
 
     TranscodeRequest request_;
+    bool has_size_ = false;
 };
 
 }  // namespace
 
 Result<TranscodeRequest> parse_transcode(const std::vector<std::string>& arguments) {
     return Parser().parse(arguments);
+}
+
+std::optional<std::string> output_of(const std::vector<std::string>& arguments) {
+    const std::size_t count = arguments.size();
+    const bool has_input = count > 4 && (arguments[0] == "-i" || arguments[1] == "-i");
+    const bool has_output = has_input && arguments[count - 3] == "-s" && !arguments.back().empty();
+    return has_output ? std::optional(arguments.back()) : std::nullopt;
 }
 
 }  // namespace bundle

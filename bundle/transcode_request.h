@@ -18,7 +18,7 @@ struct TranscodeRequest {
     std::string input;
     std::string output;
     bool overwrite = false;
-    int width = 0;                     ///< of the picture asked for, in square pixels
+    int width = 0;                     ///< of the picture asked for; 0 or 1 for a very flat film
     int height = 0;                    ///< as above
     std::optional<Rational> rate;      ///< frames per second; empty: the film's own
     int level = 0;                     ///< H.264 level times ten; 0: the lowest that will do
@@ -32,5 +32,9 @@ struct TranscodeRequest {
 /// input is what follows "-i". Every other option is translated by a table into its meaning today.
 /// Fails, with the status for wrong usage, for anything that the table does not know.
 Result<TranscodeRequest> parse_transcode(const std::vector<std::string>& arguments);
+
+/// The output of a line in the form "[-y] -i FILE ... -s SIZE OUT", whatever else is wrong with it;
+/// empty for any other line.
+std::optional<std::string> output_of(const std::vector<std::string>& arguments);
 
 }  // namespace bundle

@@ -234,7 +234,7 @@ TEST_F(Transcode, RefusesAnUnknownOption) {
     words.insert(words.end() - 3, {"-vcodec", "copy"});
     EXPECT_EQ(transcode(words), 2);
     EXPECT_EQ(errors_, "ffmpeg: unknown option: '-vcodec'\n");
-    EXPECT_EQ(folder_.names(), Names{"in.avi"});
+    EXPECT_EQ(folder_.names(), (Names{"in.avi", "out.mp4.failed.txt"}));
 }
 
 }  // namespace

@@ -32,6 +32,8 @@ TEST(PictureGeometry, DisbelievesAnAbsurdPixelShape) {
 TEST(PictureGeometry, HasEvenSidesBelowOddOnes) {
     EXPECT_EQ(even({321, 241}), (Size{320, 240}));
     EXPECT_EQ(even({320, 240}), (Size{320, 240}));
+    EXPECT_EQ(even({320, 1}), (Size{320, 2}));
+    EXPECT_EQ(even({0, 240}), (Size{2, 240}));
 }
 
 }  // namespace

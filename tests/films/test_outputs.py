@@ -99,6 +99,15 @@ class Traces(OutputCase):
         row(SECTION, "A conversion fails", "`film.mp4.failed.txt` beside where the film would be")
         row(SECTION, "The next conversion succeeds", "the film; the trace is gone")
 
+    def test_a_line_that_is_not_understood_leaves_a_trace(self) -> None:
+        before = self.make_film(self.out)
+        words = transcoding(self.source, self.out, "big")
+        self.assertEqual(self.run_words(words)[0], 2)
+        self.assertIn("not a picture size: 'big'", self.trace())
+        self.assertIn("is still there", self.trace())
+        self.assertEqual(self.out.read_bytes(), before)
+        row(SECTION, "A command line that is not understood", "the older film; the trace tells")
+
     def test_the_trace_holds_the_last_lines_of_the_tool(self) -> None:
         self.make_source()
         words = transcoding(self.source, self.out)

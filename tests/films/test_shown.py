@@ -70,3 +70,10 @@ class Shown(FilmCase):
             "film.mkv", *picture(0.4, more="setsar=1/4000"), *("-c:v", "libx264", "-crf", 10)
         )
         self.check("160x120 in pixels of 1:4000", film)
+
+    def test_pictures_of_one_line(self) -> None:
+        for size, expected in (("160x1", "160x2"), ("1x160", "2x160"), ("1000x1", "480x2")):
+            film = self.film("film.mkv", *picture(0.2, size, more="format=yuv444p"), "-c:v", "ffv1")
+            report = self.convert(film)
+            self.assertEqual((report.size, size_of(self.out)), (size, expected))
+            row("The film that comes in", f"a picture of {size}", f"{expected}, the least there is")
