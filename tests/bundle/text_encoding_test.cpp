@@ -33,6 +33,28 @@ TEST(TextEncoding, TellsCentralFromWesternEuropeByTheLetters) {
               "wei\xC3\x9F.");
 }
 
+TEST(TextEncoding, TakesLettersOfForeignWordsForLessThanALanguagesOwn) {
+    // "đ" and "č" would be "ð" and "è" in Western Europe: "gospoðo".
+    EXPECT_EQ(text_of("Dobar dan, gospo\xF0o. \xC8"
+                      "ekali smo cijelu no\xE6, \x9Eivi i zdravi."),
+              "Dobar dan, gospo\xC4\x91o. \xC4\x8C"
+              "ekali smo cijelu no\xC4\x87, \xC5\xBEivi i "
+              "zdravi.");
+}
+
+TEST(TextEncoding, KnowsBalticSetsThatTheDetectorDoesNot) {
+    EXPECT_EQ(
+        text_of("Laba diena, ponia \xDEukauskiene. I\xF0vyksta u\xFE penki\xF8 minu\xE8i\xF8."),
+        "Laba diena, ponia \xC5\xBDukauskiene. I\xC5\xA1vyksta u\xC5\xBE penki\xC5\xB3 "
+        "minu\xC4\x8Di\xC5\xB3.");
+}
+
+TEST(TextEncoding, TellsUkrainianFromRussianKoi8) {
+    EXPECT_EQ(
+        text_of("\xF7\xA6\xCE \xA7\xA7 \xC2\xC1\xDE\xC9\xD7."),
+        "\xD0\x92\xD1\x96\xD0\xBD \xD1\x97\xD1\x97 \xD0\xB1\xD0\xB0\xD1\x87\xD0\xB8\xD0\xB2.");
+}
+
 TEST(TextEncoding, TellsLatin9ByALigatureInAWord) {
     EXPECT_EQ(text_of("Un v\xBDu sinc\xE8re"), "Un v\xC5\x93u sinc\xC3\xA8re");
 }

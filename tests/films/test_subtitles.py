@@ -28,6 +28,18 @@ SAMPLES = {
     "Romanian": "Bună ziua, doamnă Popescu.|Nu ştiam că vei veni atât de devreme.|Trebuie să vorbim "
     "despre ce s-a întâmplat.|- Unde este haina mea?|- E acolo, lângă uşă.|Toţi soldaţii au plecat "
     "în zori.|Ai înţeles greşit cuvintele mele.|ŢARA ŞI CÂMPUL, ÎNSĂ ÎNCET.|Ne vedem mâine.",
+    "Croatian": "Dobar dan, gospođo Horvat.|Nisam znao da ćeš doći tako rano.|Moramo razgovarati o "
+    "onome što se dogodilo.|- Gdje je moj kaput?|- Visi ondje, pokraj vrata.|Sljedeći vlak kreće za "
+    "pet minuta.|Čekali smo cijelu noć, a nitko nije došao.|ŽELIŠ LI ČAŠU VODE?|Vidimo se sutra, "
+    "Đurđice.",
+    "Slovenian": "Dober dan, gospa Žagar.|Nisem vedel, da boš prišla tako zgodaj.|Morava se "
+    "pogovoriti o tem, kar se je zgodilo.|- Kje je moj plašč?|- Visi tam, zraven vrat.|Čakali smo "
+    "vso noč, a nikogar ni bilo.|Narobe si razumel moje besede.|VSE JE ŠLO ČEZ ŽIVO MEJO.|Vidiva se "
+    "jutri, draži moj.",
+    "Lithuanian": "Laba diena, ponia Žukauskiene.|Nežinojau, kad ateisi taip anksti.|Turime "
+    "pasikalbėti apie tai, kas įvyko.|- Kur mano paltas?|- Kabo ten, šalia durų.|Traukinys išvyksta "
+    "už penkių minučių.|Jūs blogai supratote mano žodžius.|ŠĮ VAKARĄ ČIA BUS ŠALTA.|Iki rytojaus, "
+    "brangusis mano drauge, ačiū.",
 }
 LATIN_9 = "Un vœu sincère vient du cœur.|Où est l'œuvre de M. Lœwe ?|À bientôt, ma sœur."
 SETS = {
@@ -36,6 +48,9 @@ SETS = {
     "French": ["cp1252", "iso8859-1"],
     "German": ["cp1252", "iso8859-1", "iso8859-15"],
     "Romanian": ["cp1250", "iso8859-2"],
+    "Croatian": ["cp1250", "iso8859-2"],
+    "Slovenian": ["cp1250", "iso8859-2"],
+    "Lithuanian": ["cp1257", "iso8859-13"],
 }
 UNICODE = {
     "UTF-8": lambda text: text.encode("utf-8"),
