@@ -161,9 +161,10 @@ class Translator {
 
     void character(char c, char next) {
         if (c == '\n') {
-            result_ += "\\N";
+            end_line();
             return;
         }
+        line_holds_something_ = true;
         result_ += c;
         if ((c == '\\' && (next == 'N' || next == 'n' || next == 'h')) ||
             (c == '{' && next == '\\')) {
@@ -173,13 +174,21 @@ class Translator {
 
     void tag(std::string_view tag) {
         const std::string name = in_small_letters(tag.substr(0, tag.find_first_of(" \n/>", 2)));
-        if (name == "<i" || name == "<b" || name == "<u") {
+        if (name == "<br") {
+            end_line();
+        } else if (name == "<i" || name == "<b" || name == "<u") {
             open(name.substr(1), "{\\" + name.substr(1) + "1}");
         } else if (name == "<font") {
             open("font", font_codes(tag));
         } else if (name.starts_with("</")) {
             close(name.substr(2));
         }
+    }
+
+    /// An empty line would only push the others up.
+    void end_line() {
+        result_ += line_holds_something_ ? "\\N" : "";
+        line_holds_something_ = false;
     }
 
     void open(const std::string& name, const std::string& codes) {
@@ -226,6 +235,7 @@ class Translator {
     }
 
     std::string result_;
+    bool line_holds_something_ = false;
     std::vector<std::pair<std::string, std::string>> elements_;  ///< open: name and codes
 };
 

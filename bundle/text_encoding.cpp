@@ -24,12 +24,20 @@ Result<std::string> recognised(std::string_view bytes) {
     return utf8_of(*text);
 }
 
+/// Without the NUL that some programs leave at the end.
+std::string_view without_terminator(std::string_view text) {
+    return text.substr(0, text.find_last_not_of('\0') + 1);
+}
+
 Result<std::string> from_utf16(std::string_view bytes, const char* encoding) {
-    const auto text = decoded(bytes, encoding);
-    if (!text || text->indexOf(UChar{0}) >= 0) {
+    constexpr std::size_t kUnit = 2;
+    const auto text = decoded(bytes.substr(0, bytes.size() / kUnit * kUnit), encoding);
+    const std::string all = text ? utf8_of(*text) : "";
+    const std::string_view content = without_terminator(all);
+    if (content.empty() || content.find('\0') != std::string_view::npos) {
         return Failure{"it is not text"};
     }
-    return utf8_of(*text);
+    return std::string(content);
 }
 
 /// The byte order of UTF-16 without a mark, told by where the first arrow of a cue lies.
@@ -73,8 +81,9 @@ Result<std::string> text_in_utf8(std::string_view bytes) {
     if (bytes.starts_with(kUtf8Mark)) {
         bytes.remove_prefix(kUtf8Mark.size());
     }
-    if (is_utf8_text(bytes)) {
-        return std::string(bytes);
+    const std::string_view content = without_terminator(bytes);
+    if (is_utf8_text(content)) {
+        return std::string(content);
     }
     if (bytes.starts_with(kUtf16LittleMark)) {
         return from_utf16(bytes.substr(kUtf16LittleMark.size()), "UTF-16LE");
@@ -85,10 +94,10 @@ Result<std::string> text_in_utf8(std::string_view bytes) {
     if (const char* encoding = utf16_by_arrow(bytes)) {
         return from_utf16(bytes, encoding);
     }
-    if (bytes.find('\0') != std::string_view::npos) {
+    if (content.find('\0') != std::string_view::npos) {
         return Failure{"it is not text"};
     }
-    return recognised(bytes);
+    return recognised(content);
 }
 
 bool is_utf8_text(std::string_view text) {

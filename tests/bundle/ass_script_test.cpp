@@ -28,6 +28,10 @@ TEST(AssText, EndsOnlyWhatHasBegun) {
     EXPECT_EQ(ass_text("<i>a<b>b</i>c"), "{\\i1}a{\\i0}{\\i1}{\\b1}b{\\b0}{\\i0}{\\b1}c");
 }
 
+TEST(AssText, BeginsANewLineAtABreak) {
+    EXPECT_EQ(ass_text("one<br>two<BR />three<br/>\nfour"), "one\\Ntwo\\Nthree\\Nfour");
+}
+
 TEST(AssText, LeavesOutOtherTagsAndCodes) {
     EXPECT_EQ(ass_text("{\\an8}<c.x>top</c><v Ann>!"), "top!");
 }

@@ -76,6 +76,16 @@ TEST(TextEncoding, KeepsUtf8WithABrokenCharacter) {
         "\xBD");
 }
 
+TEST(TextEncoding, LeavesOutNulAtTheEnd) {
+    using namespace std::string_literals;
+    EXPECT_EQ(text_of("a\xC3\xA9\0"s), "a\xC3\xA9");
+    EXPECT_EQ(text_of("Er h\xE4ngt dort\0\0"s), "Er h\xC3\xA4ngt dort");
+    EXPECT_EQ(text_of("\xFF\xFE"
+                      "a\0\0\0"s),
+              "a");
+    EXPECT_EQ(text_of("\xFE\xFF\0a\0\0\0"s), "a");
+}
+
 TEST(TextEncoding, RefusesBytesThatAreNoText) {
     EXPECT_EQ(text_of(std::string("a\0b\xE9", 4)), "refused");
 }
