@@ -155,25 +155,4 @@ std::vector<Cue> read_subrip(std::string_view text) {
     return reader.finished();
 }
 
-std::vector<Cue> one_at_a_time(std::vector<Cue> cues) {
-    std::stable_sort(cues.begin(), cues.end(),
-                     [](const Cue& a, const Cue& b) { return a.start_ms < b.start_ms; });
-    std::vector<Cue> track;
-    for (Cue& cue : cues) {
-        if (cue.end_ms <= cue.start_ms) {
-            cue.end_ms = cue.start_ms + 2 * kSecond;
-        }
-        if (!track.empty() && track.back().start_ms == cue.start_ms) {
-            track.back().text.append("\n").append(cue.text);
-            track.back().end_ms = std::max(track.back().end_ms, cue.end_ms);
-            continue;
-        }
-        if (!track.empty()) {
-            track.back().end_ms = std::min(track.back().end_ms, cue.start_ms);
-        }
-        track.push_back(std::move(cue));
-    }
-    return track;
-}
-
 }  // namespace bundle

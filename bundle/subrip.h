@@ -20,9 +20,4 @@ struct Cue {
 /// may end in CR, LF or both; numbers may be missing, empty lines may stand within a cue.
 std::vector<Cue> read_subrip(std::string_view text);
 
-/// The cues as one track can hold them: in the order of their times and one at a time. A cue ends
-/// where the next one begins; cues that begin together become one; one whose end is not behind its
-/// beginning is shown up to the next one, for two seconds at most.
-std::vector<Cue> one_at_a_time(std::vector<Cue> cues);
-
 }  // namespace bundle

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "cue_track.h"
 #include "files.h"
 #include "text_encoding.h"
 

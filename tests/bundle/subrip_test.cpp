@@ -49,24 +49,5 @@ TEST(SubRip, LeavesOutWhatIsNoCue) {
     EXPECT_TRUE(read_subrip("-1:00:01,000 --> 00:00:02,000\nText").empty());
 }
 
-TEST(OneAtATime, PutsCuesInTheOrderOfTheirTimes) {
-    EXPECT_EQ(one_at_a_time({{3000, 4000, "b"}, {1000, 2000, "a"}}),
-              (Cues{{1000, 2000, "a"}, {3000, 4000, "b"}}));
-}
-
-TEST(OneAtATime, EndsACueWhereTheNextOneBegins) {
-    EXPECT_EQ(one_at_a_time({{1000, 4000, "a"}, {2000, 3000, "b"}}),
-              (Cues{{1000, 2000, "a"}, {2000, 3000, "b"}}));
-}
-
-TEST(OneAtATime, ShowsCuesThatBeginTogetherAsOne) {
-    EXPECT_EQ(one_at_a_time({{1000, 2000, "a"}, {1000, 3000, "b"}}), (Cues{{1000, 3000, "a\nb"}}));
-}
-
-TEST(OneAtATime, GivesACueWithoutLengthSomeTime) {
-    EXPECT_EQ(one_at_a_time({{1000, 500, "a"}, {2000, 2000, "b"}, {9000, 9500, "c"}}),
-              (Cues{{1000, 2000, "a"}, {2000, 4000, "b"}, {9000, 9500, "c"}}));
-}
-
 }  // namespace
 }  // namespace bundle

@@ -206,7 +206,8 @@ class Cues(SubtitleCase):
             [
                 (1000, 2000, "no number\nmore"),
                 (4500, 6000, "long"),
-                (6000, 6500, "42"),
+                (6000, 6500, "long\n42"),
+                (6500, 7000, "long"),
                 (9000, 11000, "backwards"),
                 (30000, 31000, "last"),
             ]
@@ -214,13 +215,48 @@ class Cues(SubtitleCase):
         row(
             SECTION,
             "Cues without number, out of order, overlapping, backwards, without text",
-            "each at its time; one ends where the next begins; one without text is left out",
+            "each at its time; a short one within a long one together with it; one without text is "
+            "left out",
         )
 
     def test_cues_that_begin_together_are_shown_together(self) -> None:
         self.add(srt([(1000, 2000, "above"), (1000, 3000, "below")]))
-        self.assert_arrive([(1000, 3000, "above\nbelow")])
-        row(SECTION, "Two cues that begin together", "one cue with both texts")
+        self.assert_arrive([(1000, 2000, "above\nbelow"), (2000, 3000, "below")])
+        row(SECTION, "Two cues that begin together", "both together until the first one ends")
+
+    def test_cues_that_overlap_are_shown_together(self) -> None:
+        self.add(srt([(1000, 10_000, "long"), (2000, 3000, "inner"), (9000, 12_000, "next")]))
+        self.assert_arrive(
+            [
+                (1000, 2000, "long"),
+                (2000, 3000, "long\ninner"),
+                (3000, 9000, "long"),
+                (9000, 10_000, "long\nnext"),
+                (10_000, 12_000, "next"),
+            ]
+        )
+        row(
+            SECTION,
+            "A cue of 9 s with a short one in it and another one over its end",
+            f"{len(self.arrived())} cues: the long one alone, with the others below it, and the rest",
+        )
+
+    def test_cues_that_hardly_overlap_are_shown_one_after_the_other(self) -> None:
+        self.add(srt([(1000, 2080, "first"), (2000, 3000, "second")]))
+        self.assert_arrive([(1000, 2000, "first"), (2000, 3000, "second")])
+        row(SECTION, "Two cues that overlap for 80 ms", "one ends where the other begins")
+
+    def test_thousands_of_cues_may_overlap(self) -> None:
+        cues = [(at * 20, 7_200_000 - at * 20, f"Cue {at}") for at in range(5000)]
+        self.add(srt(cues))
+        arrived = self.arrived()
+        self.assertEqual(len(arrived), 2 * len(cues) - 1)
+        self.assertEqual(arrived[4999][2].split("\n"), [f"Cue {at}" for at in range(4992, 5000)])
+        row(
+            SECTION,
+            "5,000 cues within each other",
+            f"{len(arrived):,} cues, in each the eight that began last",
+        )
 
 
 class Markup(SubtitleCase):

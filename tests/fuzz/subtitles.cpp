@@ -1,5 +1,6 @@
 // A subtitle file that holds anything: its text, and the cues that a track gets.
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdio>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "ass_script.h"
+#include "cue_track.h"
 #include "fuzz/require.h"
 #include "subrip.h"
 #include "text_encoding.h"
@@ -40,11 +42,34 @@ void check_track(const std::vector<Cue>& cues) {
     std::int64_t end = 0;
     for (const Cue& cue : cues) {
         REQUIRE(cue.start_ms >= end && cue.end_ms > cue.start_ms);
+        REQUIRE(cue.start_ms % 10 == 0 && cue.end_ms % 10 == 0);
         REQUIRE(!cue.text.empty() && cue.text.find("\n\n") == std::string::npos);
         REQUIRE(bundle::ass_text(cue.text).find('\n') == std::string::npos);
         end = cue.end_ms;
     }
     REQUIRE(bundle::one_at_a_time(cues) == cues);
+}
+
+/// The cue is shown from its beginning to its end, alone or with others.
+void check_is_shown(const Cue& cue, const std::vector<Cue>& track, bool are_few) {
+    auto shown = std::find_if(track.begin(), track.end(), [&cue](const Cue& one) {
+        return one.start_ms == (cue.start_ms + 5) / 10 * 10;
+    });
+    REQUIRE(shown != track.end());
+    REQUIRE(!are_few || shown->text.find(cue.text) != std::string::npos);
+    std::int64_t end = shown->end_ms;
+    while (++shown != track.end() && shown->start_ms == end)
+        end = shown->end_ms;
+    REQUIRE(end + 5 >= cue.end_ms);
+}
+
+/// Nothing is shown where there is no cue.
+void check_is_meant(const Cue& shown, const std::vector<Cue>& cues) {
+    REQUIRE(std::any_of(cues.begin(), cues.end(), [&shown](const Cue& cue) {
+        const auto end = cue.end_ms > cue.start_ms ? cue.end_ms : cue.start_ms + 2000;
+        return shown.text.ends_with(cue.text) && cue.start_ms <= shown.start_ms + 5 &&
+               end + 15 >= shown.end_ms;
+    }));
 }
 
 }  // namespace
@@ -60,9 +85,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const auto cues = bundle::read_subrip(*text);
     const auto track = bundle::one_at_a_time(cues);
-    REQUIRE(track.size() <= cues.size());
+    REQUIRE(track.size() <= 2 * cues.size());
     REQUIRE(track.empty() == cues.empty());
     check_track(track);
+    for (const Cue& cue : cues)
+        check_is_shown(cue, track, cues.size() <= 8);
+    for (const Cue& cue : track)
+        check_is_meant(cue, cues);
     if (const std::string again = subrip_of(cues); !again.empty())
         REQUIRE(bundle::read_subrip(again) == cues);
     return 0;
