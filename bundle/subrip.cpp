@@ -16,16 +16,25 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
+/// Without the blanks around it, and without what joined files leave at the starts of lines and old
+/// systems at the end of a file: byte order marks and SUB.
 std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) {
-        return {};
+    constexpr std::string_view kMark = "\xEF\xBB\xBF";
+    constexpr std::string_view kBlanks = " \t\x1A";
+    text = text.substr(0, text.find_last_not_of(kBlanks) + 1);
+    while (!text.empty()) {
+        if (text.starts_with(kMark)) {
+            text.remove_prefix(kMark.size());
+        } else if (kBlanks.find(text.front()) != std::string_view::npos) {
+            text.remove_prefix(1);
+        } else {
+            break;
+        }
     }
-    return text.substr(first, text.find_last_not_of(" \t") + 1 - first);
+    return text;
 }
 
 bool is_number(std::string_view line) {
-    line = trimmed(line);
     return !line.empty() && std::all_of(line.begin(), line.end(), is_digit);
 }
 
@@ -93,66 +102,83 @@ std::optional<Cue> cue_of(std::string_view line) {
     return end ? std::optional(Cue{*start, *end, {}}) : std::nullopt;
 }
 
-std::string_view take_line(std::string_view& text) {
-    const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-    const std::string_view line = text.substr(0, end);
-    const bool is_pair = text.substr(end).starts_with("\r\n");
-    text.remove_prefix(std::min(end + (is_pair ? 2 : 1), text.size()));
-    return line;
+/// Bytes of the line end at the start of `text`, which begins with CR or LF. Files that went
+/// through two conversions have CR CR LF.
+std::size_t end_length(std::string_view text) {
+    return text.starts_with("\r\r\n") ? 3 : text.starts_with("\r\n") ? 2 : 1;
 }
 
-/// Gathers the lines of one cue after the other.
-class Reader {
-  public:
-    void add(std::string_view line) {
-        if (const auto next = cue_of(line)) {
-            drop_number();
-            finish();
-            cue_ = next;
-        } else if (cue_) {
-            lines_.push_back(line);
+using Lines = std::vector<std::string_view>;
+
+Lines trimmed_lines(std::string_view text) {
+    Lines lines;
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+        lines.push_back(trimmed(text.substr(0, end)));
+        text.remove_prefix(end);
+        text.remove_prefix(text.empty() ? 0 : end_length(text));
+    }
+    return lines;
+}
+
+/// How many empty lines follow the line at `at`.
+std::size_t gap_below(const Lines& lines, std::size_t at) {
+    std::size_t behind = at + 1;
+    while (behind < lines.size() && lines[behind].empty()) {
+        ++behind;
+    }
+    return behind - at - 1;
+}
+
+/// Where the lines from `first` on end that belong to the cue before the times at `times`: above
+/// the number of the cue that begins there. In files with an empty line behind every line the
+/// number stands as far above the times as the text stands below them.
+std::size_t end_of_text(const Lines& lines, std::size_t first, std::size_t times) {
+    std::size_t end = times;
+    while (end > first && lines[end - 1].empty()) {
+        --end;
+    }
+    if (end == first || !is_number(lines[end - 1])) {
+        return end;
+    }
+    const std::size_t gap = times - end;
+    const bool stands_alone = end - 1 > first && lines[end - 2].empty();
+    return gap == 0 || (stands_alone && gap <= gap_below(lines, times)) ? end - 1 : end;
+}
+
+std::string joined(const Lines& lines, std::size_t first, std::size_t end) {
+    std::string text;
+    for (std::size_t at = first; at < end; ++at) {
+        if (!lines[at].empty()) {
+            text.append(text.empty() ? "" : "\n").append(lines[at]);
         }
     }
-
-    std::vector<Cue> finished() {
-        finish();
-        return std::move(cues_);
-    }
-
-  private:
-    /// The number of the cue that begins stands in the line above its times.
-    void drop_number() {
-        if (!lines_.empty() && is_number(lines_.back())) {
-            lines_.pop_back();
-        }
-    }
-
-    void finish() {
-        for (const std::string_view line : lines_) {
-            if (const std::string_view text = trimmed(line); !text.empty()) {
-                cue_->text.append(cue_->text.empty() ? "" : "\n").append(text);
-            }
-        }
-        if (cue_ && !cue_->text.empty()) {
-            cues_.push_back(*cue_);
-        }
-        lines_.clear();
-        cue_.reset();
-    }
-
-    std::vector<Cue> cues_;
-    std::optional<Cue> cue_;
-    std::vector<std::string_view> lines_;
-};
+    return text;
+}
 
 }  // namespace
 
 std::vector<Cue> read_subrip(std::string_view text) {
-    Reader reader;
-    while (!text.empty()) {
-        reader.add(take_line(text));
+    const Lines lines = trimmed_lines(text);
+    std::vector<Cue> cues;
+    std::size_t first = 0;  // behind the times of the last one of the cues
+    const auto finish = [&](std::size_t end) {
+        if (!cues.empty()) {
+            cues.back().text = joined(lines, first, end);
+        }
+        if (!cues.empty() && cues.back().text.empty()) {
+            cues.pop_back();
+        }
+    };
+    for (std::size_t at = 0; at < lines.size(); ++at) {
+        if (const auto next = cue_of(lines[at])) {
+            finish(end_of_text(lines, first, at));
+            cues.push_back(*next);
+            first = at + 1;
+        }
     }
-    return reader.finished();
+    finish(lines.size());
+    return cues;
 }
 
 }  // namespace bundle

@@ -17,7 +17,8 @@ struct Cue {
 };
 
 /// The cues of a text in SubRip form, in the file's order, those without any text left out. Lines
-/// may end in CR, LF or both; numbers may be missing, empty lines may stand within a cue.
+/// may end in CR, LF, CR LF or CR CR LF; numbers may be missing, empty lines may stand within a cue
+/// or behind every line. Blanks, byte order marks and SUB around a line are no part of it.
 std::vector<Cue> read_subrip(std::string_view text);
 
 }  // namespace bundle

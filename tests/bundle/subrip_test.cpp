@@ -49,5 +49,32 @@ TEST(SubRip, LeavesOutWhatIsNoCue) {
     EXPECT_TRUE(read_subrip("-1:00:01,000 --> 00:00:02,000\nText").empty());
 }
 
+TEST(SubRip, LeavesOutNumbersInFilesWithEmptyLinesBehindAllLines) {
+    const Cues cues{{1000, 2000, "One\ntwo"}, {3000, 4000, "42"}, {5000, 6000, "End"}};
+    for (const char* end : {"\n\n", "\r\r\n", "\r\r\n\r\r\n", "\n \n"}) {
+        std::string text;
+        for (const char* line : {"1", "00:00:01,000 --> 00:00:02,000", "One", "two", "", "2",
+                                 "00:00:03,000 --> 00:00:04,000", "42", "", "3",
+                                 "00:00:05,000 --> 00:00:06,000", "End", ""}) {
+            text.append(line).append(end);
+        }
+        EXPECT_EQ(read_subrip(text), cues) << testing::PrintToString(end);
+    }
+}
+
+TEST(SubRip, KeepsANumberThatStandsAloneInTheText) {
+    EXPECT_EQ(read_subrip("00:00:01,000 --> 00:00:02,000\nHow many?\n\n42\n\n"
+                          "00:00:03,000 --> 00:00:04,000\nSo many.\n"),
+              (Cues{{1000, 2000, "How many?\n42"}, {3000, 4000, "So many."}}));
+}
+
+TEST(SubRip, LeavesOutByteOrderMarksAndSubAroundLines) {
+    EXPECT_EQ(read_subrip("\xEF\xBB\xBF"
+                          "1\n00:00:01,000 --> 00:00:02,000\nOne\n\n"
+                          "\x1A\n\xEF\xBB\xBF"
+                          "1\n00:00:03,000 --> 00:00:04,000\nTwo\n\x1A"),
+              (Cues{{1000, 2000, "One"}, {3000, 4000, "Two"}}));
+}
+
 }  // namespace
 }  // namespace bundle

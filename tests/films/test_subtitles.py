@@ -258,6 +258,23 @@ class Cues(SubtitleCase):
             f"{len(arrived):,} cues, in each the eight that began last",
         )
 
+    def test_numbers_and_marks_are_no_text_in_files_that_were_mangled(self) -> None:
+        cues = cues_of(["One\ntwo", "42", "Three"])
+        mangled = {
+            "An empty line behind every line": srt(cues, "\n\n").encode(),
+            "Lines that end in CR CR LF": srt(cues, "\r\r\n").encode(),
+            "A byte order mark before every cue, as in joined files": srt(cues)
+            .replace("\n\n", "\n\n\ufeff")
+            .encode("utf-8-sig"),
+            "NUL at the end": srt(cues).encode() + b"\0",
+            "SUB (Ctrl+Z) at the end": srt(cues).encode() + b"\x1a",
+        }
+        for name, content in mangled.items():
+            with self.subTest(name):
+                self.add(content)
+                self.assert_arrive(cues)
+                row(SECTION, name, f"{len(self.arrived())} of 3 cues, nothing else")
+
 
 class Markup(SubtitleCase):
     def check(self, text: str, arrives: str) -> None:
@@ -273,6 +290,11 @@ class Markup(SubtitleCase):
         self.check('<font color="#ff8000">x</font> y', '<font color="#ff8000">x</font> y')
         self.check("<FONT COLOR=Yellow>x</FONT>", '<font color="#ffff00">x</font>')
         self.check('<font size="24">x</font> y', '<font size="24">x</font> y')
+
+    def test_a_break_begins_a_new_line(self) -> None:
+        self.add(srt([(1000, 2000, "one<br>two<br/>\nthree")]))
+        self.assertEqual(self.arrived(), [(1000, 2000, "one\ntwo\nthree")])
+        row(SECTION, "`one<br>two<br/>` and a line below", "three lines")
 
     def test_other_tags_are_left_out(self) -> None:
         self.check("{\\an8}<c.x>top</c> <v Ann>voice", "top voice")
