@@ -12,8 +12,6 @@
 #include <thread>
 #include <utility>
 
-#include "program_alias.h"
-
 #ifdef __linux__
 #include <sys/prctl.h>
 #endif
@@ -171,20 +169,21 @@ Result<Child> Child::start(const Command& command) {
     }
     ::fcntl(output->reader.get(), F_SETFL, O_NONBLOCK);
     ::fcntl(errors->reader.get(), F_SETFL, O_NONBLOCK);
-    Child child(id, std::move(output->reader), std::move(errors->reader));
+    Child child(id, std::move(output->reader), std::move(errors->reader), std::move(*alias));
     if (const int error = exec_error(report->reader)) {
         return start_failure(command, error);
     }
     return child;
 }
 
-Child::Child(pid_t id, UniqueFd output, UniqueFd errors)
-    : id_(id), output_(std::move(output)), errors_(std::move(errors)) {}
+Child::Child(pid_t id, UniqueFd output, UniqueFd errors, ProgramAlias alias)
+    : id_(id), output_(std::move(output)), errors_(std::move(errors)), alias_(std::move(alias)) {}
 
 Child::Child(Child&& other) noexcept
     : id_(std::exchange(other.id_, 0)),
       output_(std::move(other.output_)),
-      errors_(std::move(other.errors_)) {}
+      errors_(std::move(other.errors_)),
+      alias_(std::move(other.alias_)) {}
 
 Child::~Child() {
     if (id_ > 0) {

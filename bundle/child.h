@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "process.h"
+#include "program_alias.h"
 #include "unique_fd.h"
 
 namespace bundle {
@@ -45,11 +46,12 @@ class Child {
     std::optional<int> ended();
 
   private:
-    Child(pid_t id, UniqueFd output, UniqueFd errors);
+    Child(pid_t id, UniqueFd output, UniqueFd errors, ProgramAlias alias);
 
     pid_t id_;
     UniqueFd output_;
     UniqueFd errors_;
+    ProgramAlias alias_;
 };
 
 }  // namespace bundle

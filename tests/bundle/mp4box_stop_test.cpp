@@ -51,10 +51,40 @@ TEST_F(StoppedSubtitles, RunTheEncoderUnderAnotherNameAndLeaveNoLink) {
     const pid_t encoder = work_.encoder_id();
     ASSERT_NE(encoder, 0);
     EXPECT_EQ(content_of("/proc/" + std::to_string(encoder) + "/comm"), "mp4mux\n");
-    EXPECT_TRUE(eventually([this] { return !left_something_temporary(); }));
     work_.let_go();
     EXPECT_EQ(tool.wait(), 0) << tool.errors();
     EXPECT_EQ(content_of(film_), work_.whole());
+    EXPECT_FALSE(left_something_temporary());
+}
+
+TEST_F(StoppedSubtitles, LeaveNothingTemporaryBehindTheRunAfterAKilledOne) {
+    {
+        ChildRun killed(words_, variables());
+        ASSERT_NE(work_.encoder_id(), 0);
+        killed.send(SIGKILL);
+        EXPECT_EQ(killed.wait(), 128 + SIGKILL);
+    }
+    EXPECT_TRUE(left_something_temporary());
+    work_.let_go();
+    ChildRun next(words_, variables());
+    EXPECT_EQ(next.wait(), 0) << next.errors();
+    EXPECT_FALSE(left_something_temporary());
+    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt"}));
+}
+
+TEST_F(StoppedSubtitles, AreAddedByAnEncoderThatIsAScript) {
+    // The interpreter opens the script late, as it may on a busy machine.
+    const std::string script = folder_.write(
+        "encoder", "#!/usr/bin/env -S sh -c 'sleep 0.3; exec sh \"$0\" \"$@\"'\nexec '" +
+                       work_.encoder() + "' \"$@\"\n");
+    std::filesystem::permissions(script, std::filesystem::perms::owner_all);
+    auto all = variables();
+    all.emplace_back("VANTREO_FFMPEG", script);
+    work_.let_go();
+    ChildRun tool(words_, all);
+    EXPECT_EQ(tool.wait(), 0) << tool.errors();
+    EXPECT_EQ(content_of(film_), work_.whole());
+    EXPECT_FALSE(left_something_temporary());
 }
 
 TEST_F(StoppedSubtitles, LeaveTheFilmAsItIsOnASignal) {
