@@ -134,21 +134,26 @@ class Program:
         folder: Path | None = None,
         environment: Mapping[str, str] | None = None,
         console: IO[bytes] | None = None,
+        *,
+        launcher: Path = LAUNCHER,
+        processors: int | None = 1,
     ) -> None:
         """Starts the program in `folder`, or the current one, with these additions to the
         environment. What it has to complain about goes to `console`, or to that of the test.
 
-        It gets one processor, so that a conversion lasts about as long on every machine.
+        It gets one processor, so that a conversion lasts about as long on every machine; with None
+        it gets them all.
         """
         # At its first key the display changes its keyboard, whereupon the window manager lets go of
         # its keys for a moment. It has them back before it takes up the program's window.
         press_key("Shift_L")
-        processor = random.choice(list(os.sched_getaffinity(0)))
+        usable = list(os.sched_getaffinity(0))
+        chosen = random.sample(usable, processors or len(usable))
         # The bus tells places in units of the program, each that many pixels wide and high.
         self.scale = int((environment or {}).get("GDK_SCALE", 1))
         self.started = time.monotonic()
         self._process = subprocess.Popen(
-            ["taskset", "--cpu-list", str(processor), LAUNCHER],
+            ["taskset", "--cpu-list", ",".join(map(str, chosen)), launcher],
             cwd=folder,
             env=os.environ | dict(environment or {}),
             stderr=console,
@@ -167,6 +172,10 @@ class Program:
 
     def _wait_until_usable(self) -> None:
         """For a window that takes more than a started program."""
+
+    @property
+    def pid(self) -> int:
+        return self._process.pid
 
     def _kill(self) -> None:
         self._process.kill()

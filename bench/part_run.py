@@ -1,0 +1,149 @@
+"""A whole run through the window, beside the bare encoder and beside HandBrake."""
+
+import os
+import re
+import shutil
+import subprocess
+from pathlib import Path
+from statistics import median
+
+from figures import Figure, in_turns, ratio_figure
+from ground import (
+    Scale, drop_all, folder, make_films, press, say, silent, wait_for_completion,
+    wait_quietly, window,
+)  # fmt: skip
+from readings import Watch, children_seconds, own_seconds
+
+# Records its arguments, each ended by a NUL, and goes on as the real program.
+RECORDER = """\
+#!/bin/sh
+printf '%s\\0' "$@" >"$RECORDS/$$"
+exec "$REAL_FFMPEG" "$@"
+"""
+LONGEST_RUN = 600
+# The same codec, profile, level, quality, size and sound as the program's first device.
+HANDBRAKE = (
+    "--format av_mp4 --encoder x264 --encoder-preset medium --encoder-profile baseline"
+    " --encoder-level 3.0 --quality 21 --width 480 --height 270 --non-anamorphic --crop 0:0:0:0"
+    " --no-comb-detect --no-decomb --aencoder av_aac --ab 128 --mixdown stereo --arate 44.1"
+).split()
+
+
+class Runs:
+    """The films, and each way to convert all of them."""
+
+    def __init__(self, work: Path, scale: Scale) -> None:
+        self.output = work / "out"
+        self.records = work / "records"
+        self.other_output = work / "other"
+        for made in (self.output, self.records, self.other_output):
+            made.mkdir()
+        self.films = make_films(work, scale.films, scale.film_seconds)
+        self.recorder = work / "recorder"
+        self.recorder.write_text(RECORDER)
+        self.recorder.chmod(0o700)
+        self.commands = self._record()
+
+    def _record(self) -> list[list[str]]:
+        """The very commands that the program's tool gives to the system's ffmpeg."""
+        real = shutil.which("ffmpeg")
+        self.program(
+            VANTREO_FFMPEG=str(self.recorder), RECORDS=str(self.records), REAL_FFMPEG=real
+        )
+        told = [record.read_text().split("\0")[:-1] for record in self.records.iterdir()]
+        commands = []
+        for film in self.films:
+            (command,) = [words for words in told if f"file:{film}" in words]
+            commands.append([real, *command[:-1], f"file:{self._beside(film)}"])
+        return commands
+
+    def _beside(self, film: Path) -> Path:
+        return self.other_output / film.with_suffix(".mp4").name
+
+    def program(self, **environment: str) -> dict[str, float]:
+        for made in self.output.iterdir():
+            made.unlink()
+        last = self.output / self.films[-1].with_suffix(".mp4").name
+        with window(self.output, environment) as opened:
+            drop_all(opened, self.films)
+            os.sync()
+            own, children = own_seconds(opened.pid), children_seconds(opened.pid)
+            pressed = press(opened.convert_button)
+            # The window is asked for the end only, so that it is not kept busy by being watched.
+            wait_quietly(last.exists, LONGEST_RUN, 0.02)
+            ended = wait_for_completion(opened)
+            window_seconds = own_seconds(opened.pid) - own
+            encoder_seconds = children_seconds(opened.pid) - children
+        return {
+            "wall": ended - pressed,
+            "processor": window_seconds + encoder_seconds,
+            "share": window_seconds / encoder_seconds,
+        }
+
+    def bare(self) -> dict[str, float]:
+        for made in self.other_output.iterdir():
+            made.unlink()
+        os.sync()
+        watch = Watch()
+        for command in self.commands:
+            silent(command)
+        return watch.read()
+
+    def handbrake(self) -> dict[str, float]:
+        os.sync()
+        watch = Watch()
+        for film in self.films:
+            silent(["HandBrakeCLI", "-i", film, "-o", film.with_suffix(".handbrake"), *HANDBRAKE])
+        return watch.read()
+
+    def size(self, suffix: str, target: Path) -> float:
+        return sum((target / f.with_suffix(suffix).name).stat().st_size for f in self.films)
+
+    def likeness(self, made: Path) -> float:
+        """SSIM with the first film, both in its size."""
+        scaled = "[0:v]scale=1280:720:flags=bicubic,setpts=N[a];[1:v]setpts=N[b];[a][b]ssim"
+        told = subprocess.run(
+            ["ffmpeg", "-nostdin", "-hide_banner", "-i", made, "-i", self.films[0]]
+            + ["-filter_complex", scaled, "-an", "-f", "null", "-"],
+            check=True, capture_output=True, text=True,
+        )  # fmt: skip
+        return float(re.findall(r"All:([0-9.]+)", told.stderr)[-1])
+
+
+def compared(runs: Runs, results: dict[str, dict[str, list[float]]]) -> list[Figure]:
+    """The program beside HandBrake; a size and an SSIM are the same in every run."""
+    ours, theirs = results["program"], results["handbrake"]
+    source = runs.films[0].parent
+    sizes = runs.size(".mp4", runs.output), runs.size(".handbrake", source)
+    first = runs.films[0]
+    likeness = (
+        runs.likeness(runs.output / first.with_suffix(".mp4").name),
+        runs.likeness(first.with_suffix(".handbrake")),
+    )
+    note = f"SSIM {likeness[0]:.4f} against {likeness[1]:.4f}"
+    return [
+        ratio_figure("HandBrake", "wall time", ours["wall"], theirs["wall"], 1.0, note),
+        ratio_figure("HandBrake", "processor time", ours["processor"], theirs["processor"], None),
+        ratio_figure("HandBrake", "size", [sizes[0]], [sizes[1]], None),
+        ratio_figure("HandBrake", "1 - SSIM", [1 - likeness[0]], [1 - likeness[1]], None, note),
+    ]
+
+
+def measure(scale: Scale) -> list[Figure]:
+    with folder() as work:
+        say(f"making {scale.films} films of {scale.film_seconds} s, and a first run")
+        runs = Runs(work, scale)
+        say(f"{scale.pairs} times: the program, the bare encoder, HandBrake")
+        legs = {"program": runs.program, "bare": runs.bare, "handbrake": runs.handbrake}
+        results = in_turns(scale.pairs, legs)
+        ours, bare = results["program"], results["bare"]
+        seconds = median(a - b for a, b in zip(ours["wall"], bare["wall"], strict=True))
+        share = median(ours["share"])
+        note = f"{1000 * seconds / scale.films:.0f} ms a film"
+        return [
+            ratio_figure("run", "wall time", ours["wall"], bare["wall"], 1.02, note),
+            ratio_figure("run", "processor time", ours["processor"], bare["processor"], 1.02),
+            Figure("run", "the window's share of the encoder's processor time", 100 * share, "%",
+                   1.0, {"ours": [100 * value for value in ours["share"]]}),
+            *compared(runs, results),
+        ]  # fmt: skip
