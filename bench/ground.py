@@ -102,8 +102,9 @@ def stage(target: Path, tools: Mapping[str, Path] | None = None) -> Path:
 def window(
     output: Path, environment: Mapping[str, str] | None = None, launcher: Path = LAUNCHER
 ) -> Iterator[Vantreo]:
-    """The program with fresh settings and all processors."""
-    SETTINGS.write_text(f"Output={output}\nHowToMove=false\nOverwrite=false\n")
+    """The program with fresh settings and all processors. At the end of a run it opens a page in
+    the recorder that stands for the browser, as it does unless it is told otherwise."""
+    SETTINGS.write_text(f"Output={output}\n")
     with Vantreo(None, environment, launcher=launcher, processors=None) as opened:
         yield opened
 

@@ -14,6 +14,8 @@ FILM_SECONDS = 5
 # A minute's worth that nobody notices.
 LONGEST_IDLE_SECONDS = 0.1
 IDLE_MARK_SECONDS = 60
+# Until the controls of a fresh window have faded in.
+SETTLING_SECONDS = 3
 
 
 def measure(scale: Scale) -> list[Figure]:
@@ -23,6 +25,8 @@ def measure(scale: Scale) -> list[Figure]:
         films = make_films(work, 1, FILM_SECONDS)
 
         def converting() -> dict[str, float]:
+            for made in output.iterdir():
+                made.unlink()
             with window(output) as opened:
                 drop_all(opened, films)
                 press(opened.convert_button)
@@ -37,6 +41,7 @@ def measure(scale: Scale) -> list[Figure]:
         results = in_turns(scale.pairs, {"ours": converting, "smallest": smallest})
         say(f"the program idle for {scale.idle_seconds} s")
         with window(output) as opened:
+            time.sleep(SETTLING_SECONDS)
             before = own_seconds(opened.pid)
             time.sleep(scale.idle_seconds)
             idle = own_seconds(opened.pid) - before

@@ -31,7 +31,8 @@ bool MyApp::OnInit() {
     frame->layout_checkVersion();
     frame->Show(true);
     SetTopWindow(frame);
-    paint_now(*frame);
+    // It is drawn once before and once after it has its place.
+    paint_now(*frame, 2);
     frame->checkVersion();
     return true;
 }

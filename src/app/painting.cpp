@@ -14,7 +14,7 @@
 namespace {
 
 constexpr long kGiveUpMillis = 1000;
-constexpr int kRoundMillis = 5;
+constexpr int kRoundMillis = 1;
 
 /// Counts how often a widget has been drawn, as long as it lives.
 class DrawCounter {
@@ -41,7 +41,7 @@ class DrawCounter {
 
 }  // namespace
 
-void paint_now(wxFrame& frame) {
+void paint_now(wxFrame& frame, int draws) {
     wxGUIEventLoop own;
     std::optional<wxEventLoopActivator> activator;
     if (wxEventLoopBase::GetActive() == nullptr)
@@ -51,10 +51,10 @@ void paint_now(wxFrame& frame) {
     const DrawCounter counter(frame.GetHandle());
     gtk_widget_queue_draw(frame.GetHandle());
     const wxStopWatch watch;
-    // A window that has just appeared is drawn once before and once after it has its place.
-    while (counter.draws() < 2 && watch.Time() < kGiveUpMillis) {
+    int asked = 1;
+    while (counter.draws() < draws && watch.Time() < kGiveUpMillis) {
         loop.YieldFor(wxEVT_CATEGORY_UI);
-        if (counter.draws() == 1)
+        if (counter.draws() == asked && asked++ < draws)
             gtk_widget_queue_draw(frame.GetHandle());
         wxMilliSleep(kRoundMillis);
     }
@@ -63,7 +63,7 @@ void paint_now(wxFrame& frame) {
 
 #else
 
-void paint_now(wxFrame& frame) {
+void paint_now(wxFrame& frame, int) {
     frame.Update();
 }
 

@@ -3,5 +3,6 @@
 class wxFrame;
 
 /// Brings what the frame shows onto the screen before the caller blocks. On GTK this takes rounds
-/// of an event loop, also while no other runs yet; gives up after a second.
-void paint_now(wxFrame& frame);
+/// of an event loop, also while no other runs yet: until it has been drawn so often, or a second
+/// has passed.
+void paint_now(wxFrame& frame, int draws = 1);
