@@ -23,7 +23,9 @@ Failure incomplete(const char* what) {
 
 Result<double> check_film(const std::string& path, const Streams& streams,
                           const StopSignals& stop) {
-    const auto probed = probe_entries(path, "stream=codec_type:format=duration", stop);
+    // The index of a film of our own tells all of that: nothing has to be decoded to find it out.
+    const auto probed =
+        probe_entries(path, "stream=codec_type:format=duration", stop, {"-nofind_stream_info"});
     if (!probed) {
         return stop.received() != 0 ? probed.failure() : incomplete("it does not open");
     }

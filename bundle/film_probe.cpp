@@ -125,13 +125,14 @@ std::optional<double> measured_duration(const std::string& path, const Film& fil
 
 }  // namespace
 
-Result<Film> probe_film(const std::string& path, const StopSignals& stop) {
+Result<Film> probe_film(const std::string& path, Sound sound, const StopSignals& stop) {
     const auto probed = probe_entries(path, kFilmEntries, stop, {"-read_intervals", kSample});
     if (!probed) {
         return probed.failure();
     }
     std::set<int> unusable;
-    if (const int count = stream_count(*probed, "audio")) {
+    const int count = stream_count(*probed, "audio");
+    if (sound == Sound::kHeard && count > 0) {
         unusable = silent_streams(path, count, stop);
     }
     auto film = moving_film(path, *probed, unusable, stop);

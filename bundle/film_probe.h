@@ -8,9 +8,15 @@
 
 namespace bundle {
 
+/// How much of a film's sound is looked at.
+enum class Sound {
+    kAsTold,  ///< what the streams tell of themselves
+    kHeard,   ///< sound of which nothing can be decoded is not the film's sound: decodes some
+};
+
 /// The film in a file, after a look at its streams' first packets: a stream of one picture is not
-/// the film, sound of which nothing can be decoded is not its sound, and a length that the header
-/// does not tell is taken from the packets. Failures name the file.
-Result<Film> probe_film(const std::string& path, const StopSignals& stop);
+/// the film, and a length that the header does not tell is taken from the packets. Failures name
+/// the file.
+Result<Film> probe_film(const std::string& path, Sound sound, const StopSignals& stop);
 
 }  // namespace bundle

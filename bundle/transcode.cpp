@@ -79,7 +79,7 @@ Result<std::optional<Report>> convert(const TranscodeRequest& request, const Sto
     if (auto failure = check_output(request)) {
         return *failure;
     }
-    const auto film = probe_film(request.input, stop);
+    const auto film = probe_film(request.input, Sound::kHeard, stop);
     if (!film) {
         return film.failure();
     }
@@ -109,7 +109,8 @@ std::string untouched(const std::string& output, bool was_there) {
 }  // namespace
 
 MaybeFailure report_film(const std::string& path, const StopSignals& stop) {
-    const auto film = probe_film(path, stop);
+    // Nobody reads of the sound here: whether it can be heard is left to the conversion, which asks.
+    const auto film = probe_film(path, Sound::kAsTold, stop);
     if (!film) {
         return film.failure();
     }
