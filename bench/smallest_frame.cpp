@@ -5,9 +5,7 @@
 
 class SmallestApp : public wxApp {
   public:
-    bool OnInit() override {
-        return (new wxFrame(nullptr, wxID_ANY, "Smallest"))->Show();
-    }
+    bool OnInit() override { return (new wxFrame(nullptr, wxID_ANY, "Smallest"))->Show(); }
 };
 
 wxIMPLEMENT_APP(SmallestApp);

@@ -8,6 +8,7 @@
 #include "ffprobe.h"
 #include "film_length.h"
 #include "json_reading.h"
+#include "probe_memory.h"
 
 namespace bundle {
 
@@ -123,10 +124,38 @@ std::optional<double> measured_duration(const std::string& path, const Film& fil
     return duration > 0 ? std::optional(duration) : film.duration;
 }
 
+/// The answer without those packets of the sample that tell nothing new: of each stream it matters
+/// only whether it has none, one or more.
+json in_short(json probed) {
+    std::map<int, int> seen;
+    json kept = json::array();
+    for (const json& packet : member(probed, "packets")) {
+        if (++seen[whole(packet, "stream_index")] <= 2) {
+            kept.push_back(packet);
+        }
+    }
+    probed["packets"] = std::move(kept);
+    return probed;
+}
+
+/// What ffprobe tells about the film. A report keeps it for the conversion that usually follows.
+Result<json> answer_about(const std::string& path, Sound sound, const StopSignals& stop) {
+    if (sound == Sound::kHeard) {
+        if (auto kept = recall_probe(path)) {
+            return *kept;
+        }
+    }
+    auto probed = probe_entries(path, kFilmEntries, stop, {"-read_intervals", kSample});
+    if (probed && sound == Sound::kAsTold) {
+        remember_probe(path, in_short(*probed));
+    }
+    return probed;
+}
+
 }  // namespace
 
 Result<Film> probe_film(const std::string& path, Sound sound, const StopSignals& stop) {
-    const auto probed = probe_entries(path, kFilmEntries, stop, {"-read_intervals", kSample});
+    const auto probed = answer_about(path, sound, stop);
     if (!probed) {
         return probed.failure();
     }

@@ -109,7 +109,8 @@ std::string untouched(const std::string& output, bool was_there) {
 }  // namespace
 
 MaybeFailure report_film(const std::string& path, const StopSignals& stop) {
-    // Nobody reads of the sound here: whether it can be heard is left to the conversion, which asks.
+    // Nobody reads of the sound here: whether it can be heard is left to the conversion, which
+    // asks.
     const auto film = probe_film(path, Sound::kAsTold, stop);
     if (!film) {
         return film.failure();

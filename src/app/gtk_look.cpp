@@ -48,9 +48,9 @@ bool has_ordinary_scale() {
 /// The pages get the very colour that the toolkit reports for them, as the HTML boxes do.
 void load_style_sheet(GtkCssProvider* provider) {
     const wxString page = wxPanel::GetClassDefaultAttributes().colBg.GetAsString(wxC2S_CSS_SYNTAX);
-    const wxString style_sheet =
-        kStyleSheet + ("notebook > stack { background-color: " + page + "; }") +
-        (has_default_theme() && has_ordinary_scale() ? kCheckMark : "");
+    const wxString style_sheet = kStyleSheet +
+                                 ("notebook > stack { background-color: " + page + "; }") +
+                                 (has_default_theme() && has_ordinary_scale() ? kCheckMark : "");
     gtk_css_provider_load_from_data(provider, style_sheet.utf8_str(), -1, nullptr);
 }
 
