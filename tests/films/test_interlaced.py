@@ -40,15 +40,37 @@ class Interlaced(FilmCase):
             self.fields("film.mov", "-pix_fmt", "yuv420p", "-c:v", "dvvideo", size="720x576"),
         )
 
+    def filters_used_on(self, film: Path) -> str:
+        """Converts the film; what the tool has the system's ffmpeg do with its pictures."""
+        recorder = self.folder / "ffmpeg"
+        words = self.folder / "words"
+        recorder.write_text(f"#!/bin/sh\nprintf '%s\\n' \"$@\" > '{words}'\nexec ffmpeg \"$@\"\n")
+        recorder.chmod(0o755)
+        self.convert(film, environment={"VANTREO_FFMPEG": str(recorder)})
+        used = words.read_text(encoding="utf-8").splitlines()
+        return used[used.index("-vf") + 1]
+
     def test_a_progressive_film(self) -> None:
         film = self.film("film.mkv", *picture(0.8), "-c:v", "libx264", "-crf", 12)
-        chain = "bwdif=mode=send_frame:deint=interlaced"
-        self.assertEqual(frame_sums(film, chain), frame_sums(film))
-        self.convert(film)
+        self.assertEqual(frame_sums(film, self.filters_used_on(film)), frame_sums(film))
         self.assertEqual(len(frame_times(self.out)), 20)
         self.assertGreater(ssim(self.out, film), 0.95)
         row(
             SECTION,
             "a progressive film",
             "untouched by the deinterlacer: its pictures have the same checksums",
+        )
+
+    def test_the_same_filters_change_an_interlaced_film(self) -> None:
+        lace = ("-flags", "+ildct+ilme")
+        film = self.fields("film.mkv", "-c:v", "libx264", *lace, size="160x120")
+        filters = self.filters_used_on(film)
+        changed = zip(frame_sums(film, filters), frame_sums(film), strict=True)
+        self.assertTrue(all(one != other for one, other in changed))
+        progressive = self.film("other.mkv", *picture(0.2), "-c:v", "libx264")
+        self.assertEqual(self.filters_used_on(progressive), filters)
+        row(
+            SECTION,
+            "an interlaced film, by the very filters of the progressive one",
+            "every picture is changed",
         )
