@@ -36,8 +36,9 @@ struct ColourPlan {
 };
 
 /// Scales to `size`. High dynamic range is tone-mapped to BT.709 and wide or unusual colours are
-/// converted to it, provided that `has_zscale`, from the usual names where a name can't be; RGB becomes BT.709; all others stay what they are,
-/// and so does everything where the filters are missing.
+/// converted to it, provided that `has_zscale`, from the usual names where a name can't be; RGB
+/// becomes BT.709; all others stay what they are, and so does everything where the filters are
+/// missing.
 ColourPlan colour_plan(const Colour& colour, Size size, bool has_zscale);
 
 }  // namespace bundle

@@ -85,11 +85,14 @@ std::set<int> silent_streams(const std::string& path, int count, const StopSigna
     return silent;
 }
 
-/// Looks for a second packet through the whole file, if need be. In doubt there is one.
-bool is_one_frame(const std::string& path, int index, const StopSignals& stop) {
+/// Looks for a second packet through the whole file, if need be.
+Result<bool> is_one_frame(const std::string& path, int index, const StopSignals& stop) {
     const Words first_two{"-select_streams", std::to_string(index), "-read_intervals", "%+#2"};
     const auto answer = probe_entries(path, "packet=stream_index", stop, first_two);
-    return answer && member(*answer, "packets").size() < 2;
+    if (!answer) {
+        return answer.failure();
+    }
+    return member(*answer, "packets").size() < 2;
 }
 
 /// The film without the streams that turn out to be one picture.
@@ -100,7 +103,14 @@ Result<Film> moving_film(const std::string& path, const json& probed, std::set<i
         if (!film) {
             return Failure{in_quotes(path) + " is not a movie: " + film.failure().message};
         }
-        if (!film->video.may_be_one_frame || !is_one_frame(path, film->video.index, stop)) {
+        if (!film->video.may_be_one_frame) {
+            return film;
+        }
+        const auto one_frame = is_one_frame(path, film->video.index, stop);
+        if (!one_frame) {
+            return one_frame.failure();
+        }
+        if (!*one_frame) {
             return film;
         }
         unusable.insert(film->video.index);

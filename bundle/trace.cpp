@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <cstdio>
 #include <fstream>
 #include <iterator>
 #include <optional>
@@ -104,6 +106,17 @@ MaybeFailure write_privately(const std::string& path, const std::string& text) {
     return file->publish();
 }
 
+/// Tells long names apart that begin alike: "~" and eight digits, by the hash FNV-1a.
+std::string short_mark(std::string_view name) {
+    std::uint32_t hash = 2166136261;
+    for (const char c : name) {
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
+    }
+    std::array<char, 10> mark{};
+    std::snprintf(mark.data(), mark.size(), "~%08x", static_cast<unsigned>(hash));
+    return mark.data();
+}
+
 void rewrite(const std::string& path, const Parts& parts) {
     const std::string text = text_of(parts);
     if (text.empty()) {
@@ -117,12 +130,16 @@ void rewrite(const std::string& path, const Parts& parts) {
 
 std::string trace_path(const std::string& output) {
     const std::size_t name = output.rfind('/') + 1;  // npos + 1 is 0
-    std::size_t length = std::min(output.size(), name + kLongestName - kSuffix.size());
+    if (output.size() - name + kSuffix.size() <= kLongestName) {
+        return output + std::string(kSuffix);
+    }
+    const std::string mark = short_mark(std::string_view(output).substr(name));
+    std::size_t length = name + kLongestName - kSuffix.size() - mark.size();
     // Not in the middle of a character.
-    while (length < output.size() && length > name && (output[length] & 0xC0) == 0x80) {
+    while (length > name && (output[length] & 0xC0) == 0x80) {
         --length;
     }
-    return output.substr(0, length) + std::string(kSuffix);
+    return output.substr(0, length) + mark + std::string(kSuffix);
 }
 
 MaybeFailure leave_trace(const std::string& output, Step step, const Report& report) {

@@ -18,8 +18,8 @@ struct Report {
     bool is_delivered = false;  ///< the step has put a film in the output's place all the same
 };
 
-/// Where the trace of an output lies: its name with ".failed.txt", shortened to what a folder
-/// takes.
+/// Where the trace of an output lies: its name with ".failed.txt". Of a name that leaves no room
+/// for that there is the beginning and a mark of its own.
 std::string trace_path(const std::string& output);
 
 /// Writes the report into the output's trace in place of an earlier one on the same step; what the

@@ -100,11 +100,21 @@ TEST_F(Trace, FailsWhereNothingCanBeWritten) {
 
 TEST(TracePath, IsShortenedToWhatAFolderTakes) {
     EXPECT_EQ(trace_path("a/film.mp4"), "a/film.mp4.failed.txt");
-    const std::string name = std::string(243, 'n') +
-                             "\xC3\xA9"
-                             "end.mp4";
-    EXPECT_EQ(trace_path("/f/" + name), "/f/" + std::string(243, 'n') + ".failed.txt");
-    EXPECT_EQ(trace_path(std::string(250, 'n')).size(), 255U);
+    EXPECT_EQ(trace_path("a/" + std::string(244, 'n')),
+              "a/" + std::string(244, 'n') + ".failed.txt");
+    EXPECT_EQ(trace_path("/f/" + std::string(245, 'a')),
+              "/f/" + std::string(235, 'a') + "~e7d6ea98.failed.txt");
+    const std::string accented = std::string(234, 'n') +
+                                 "\xC3\xA9"
+                                 "and so on.mp4";
+    EXPECT_TRUE(trace_path("/f/" + accented).starts_with("/f/" + std::string(234, 'n') + "~"));
+}
+
+TEST(TracePath, TellsLongNamesApart) {
+    const std::string start(244, 'n');
+    EXPECT_NE(trace_path(start + " 1.mp4"), trace_path(start + " 2.mp4"));
+    EXPECT_EQ(trace_path(start + " 1.mp4"), trace_path(start + " 1.mp4"));
+    EXPECT_EQ(trace_path(start + " 1.mp4").size(), 255U);
 }
 
 }  // namespace
