@@ -41,6 +41,7 @@ class Scale:
     probe_pairs: dict[int, int] = field(default_factory=lambda: {1: 11, 10: 7, 100: 5, 1000: 3})
     starts: int = 11
     idle_seconds: int = 60
+    stalls: int = 5
     dropped: int = 5000
     list_lengths: tuple[int, ...] = (625, 1250, 2500, 5000)
     run_lengths: tuple[int, ...] = (1, 10, 100, 300, 1000)
@@ -54,6 +55,7 @@ QUICK = Scale(
     probe_pairs={1: 5, 10: 3, 100: 1},
     starts=3,
     idle_seconds=10,
+    stalls=1,
     list_lengths=(625, 5000),
     run_lengths=(1, 10, 100, 1000),
     run_repeats=1,

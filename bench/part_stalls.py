@@ -1,7 +1,9 @@
 """The longest time for which the window answers nobody, at each of the things that it does."""
 
+from statistics import median
+
 from driver import Page, Vantreo
-from figures import Figure
+from figures import Figure, in_turns
 from ground import (
     Scale, drop_all, folder, make_films, names, press, say, wait_for_completion, window,
     window_with_stand_ins,
@@ -25,34 +27,48 @@ def run(opened: Vantreo) -> None:
     wait_for_completion(opened)
 
 
-def measure(scale: Scale) -> list[Figure]:
-    figures = []
-
-    def note(name: str, heartbeat: Heartbeat) -> None:
-        stall = 1000 * heartbeat.longest_stall()
-        figures.append(Figure("stalls", name, stall, "ms", LONGEST_STALL))
-
+def stalls_of_a_conversion(film_seconds: int) -> dict[str, float]:
     with folder() as work:
-        films = make_films(work, 1, FILM_SECONDS)
+        films = make_films(work, 1, film_seconds)
         output = work / "made"
         output.mkdir()
-        say("a conversion and four changes of the language")
         with window(output) as opened, Heartbeat(opened.pid) as heartbeat:
             drop_all(opened, films)
             heartbeat.longest_stall()
             run(opened)
-            note("a conversion", heartbeat)
+            converting = heartbeat.longest_stall()
             change_languages(opened)
-            note("a change of the language", heartbeat)
-        say(f"a drop of {scale.dropped} films")
-        with window_with_stand_ins() as (opened, _), Heartbeat(opened.pid) as heartbeat:
-            drop_all(opened, names(scale.dropped))
-            note(f"a drop of {scale.dropped} films", heartbeat)
-        count = scale.run_lengths[-1]
-        say(f"a run of {count} films with stand-ins for the tools")
-        with window_with_stand_ins() as (opened, _), Heartbeat(opened.pid) as heartbeat:
-            drop_all(opened, names(count))
-            heartbeat.longest_stall()
-            run(opened)
-            note(f"a run of {count} films", heartbeat)
+            return {"a conversion": converting,
+                    "changes of the language": heartbeat.longest_stall()}  # fmt: skip
+
+
+def stall_of_a_drop(count: int) -> dict[str, float]:
+    with window_with_stand_ins() as (opened, _), Heartbeat(opened.pid) as heartbeat:
+        drop_all(opened, names(count))
+        return {f"a drop of {count} films": heartbeat.longest_stall()}
+
+
+def stall_of_a_run(count: int) -> dict[str, float]:
+    with window_with_stand_ins() as (opened, _), Heartbeat(opened.pid) as heartbeat:
+        drop_all(opened, names(count))
+        heartbeat.longest_stall()
+        run(opened)
+        return {f"a run of {count} films with stand-ins": heartbeat.longest_stall()}
+
+
+def measure(scale: Scale) -> list[Figure]:
+    say(f"{scale.stalls} times: a conversion, the languages, a drop, a long run")
+    legs = {
+        "conversion": lambda: stalls_of_a_conversion(FILM_SECONDS),
+        "drop": lambda: stall_of_a_drop(scale.dropped),
+        "run": lambda: stall_of_a_run(scale.run_lengths[-1]),
+    }
+    figures = []
+    for results in in_turns(scale.stalls, legs).values():
+        for name, stalls in results.items():
+            millis = [1000 * seconds for seconds in stalls]
+            note = f"{min(millis):.0f} to {max(millis):.0f} ms"
+            figures.append(
+                Figure("stalls", name, median(millis), "ms", LONGEST_STALL, {"ms": millis}, note)
+            )
     return figures
