@@ -64,7 +64,7 @@ def eventually(condition: Callable[[], object]) -> bool:
 class Started:
     """A running command whose descendants can be found by a mark in their environment."""
 
-    def __init__(self, words: list[str]) -> None:
+    def __init__(self, words: list[str], **variables: str) -> None:
         self.mark = f"FILMS_MARK={uuid.uuid4().hex}"
         name, value = self.mark.split("=")
         self.process = subprocess.Popen(
@@ -72,7 +72,7 @@ class Started:
             stdin=subprocess.DEVNULL,
             stdout=subprocess.DEVNULL,
             stderr=subprocess.PIPE,
-            env=os.environ | {name: value},
+            env=os.environ | variables | {name: value},
         )
 
     def all(self) -> dict[int, str]:

@@ -1,12 +1,14 @@
 """Signals at many moments: to the tools, to the system's ffmpeg below them, to the program above."""
 
 import itertools
+import os
 import signal
 import time
 import unittest
 from collections.abc import Callable, Iterator
+from pathlib import Path
 
-from film_case import DEADLINE
+from film_case import DEADLINE, streams
 from output_case import OutputCase, Started, adding, eventually, names, trace_of, transcoding
 from table import row
 
@@ -16,12 +18,22 @@ WHOLE_SECONDS = 2
 MOMENTS = 14
 
 
+def is_held(pid: int) -> bool:
+    """Whether the process is stopped by a signal."""
+    try:
+        return "\nState:\tT" in Path(f"/proc/{pid}/status").read_text(encoding="utf-8")
+    except OSError:
+        return False
+
+
 class Stops(OutputCase):
     def setUp(self) -> None:
         super().setUp()
         self.make_source(WHOLE_SECONDS, "320x240")
         self.has_long_source = False
         self.old = self.make_film(self.out)
+        self.temporary = self.folder / "temporary"
+        self.temporary.mkdir()
         self.words = transcoding(self.source, self.out, "320x240")
 
     def wait_for_work(self, started: Started) -> None:
@@ -86,7 +98,7 @@ class Stops(OutputCase):
         )
 
     def test_the_end_of_the_program_ends_a_conversion(self) -> None:
-        for by in (signal.SIGTERM, signal.SIGKILL):
+        for by in (signal.SIGTERM, signal.SIGHUP, signal.SIGKILL):
             with self.subTest(by.name):
                 program = ["sh", "-c", '"$@"; exit', "program", *self.words]
                 self.stop_in_the_middle(program, lambda started: started.process.pid, by)
@@ -94,8 +106,90 @@ class Stops(OutputCase):
                 self.assertEqual(self.out.read_bytes(), self.old)
         row(
             SECTION,
-            "The program is ended in the middle of a conversion",
+            "The program (a shell in its place) is ended in the middle of a conversion, by SIGTERM, "
+            "SIGHUP or SIGKILL",
             "the older film, nothing running, no debris, no trace",
+        )
+
+    def held_adding(self) -> tuple[Started, int]:
+        """MP4Box with the system's ffmpeg below it, held still by SIGSTOP in the middle of its work;
+        the number of that ffmpeg."""
+        for _ in range(20):
+            started = Started(adding(self.text, self.out), TMPDIR=str(self.temporary))
+            self.assertTrue(eventually(lambda: started.number_of("mp4mux") or not started.all()))
+            real = started.number_of("mp4mux")
+            started.send(real, signal.SIGSTOP)
+            if real is not None and eventually(lambda: is_held(real) or not started.all()):
+                if is_held(real):
+                    return started, real
+            started.end()
+            self.out.write_bytes(self.old)
+        self.fail("it is always faster")
+
+    def test_a_signal_to_mp4box_ends_all_and_keeps_the_film(self) -> None:
+        for by in (signal.SIGTERM, signal.SIGINT, signal.SIGKILL):
+            with self.subTest(by.name):
+                started, _ = self.held_adding()
+                started.send(started.tool(), by)
+                status, _ = started.end()
+                is_kill = by == signal.SIGKILL
+                self.assertEqual(status, -by if is_kill else 128 + by)
+                self.assertEqual(self.out.read_bytes(), self.old)
+                self.assertEqual(trace_of(self.out).exists(), not is_kill)
+                trace_of(self.out).unlink(missing_ok=True)
+                left = len(names(self.place)) - 1, len(names(self.temporary))
+                self.assertEqual(left, (1, 1) if is_kill else (0, 0))
+                outcome = (
+                    "one private file and one link until the next run, no trace"
+                    if is_kill
+                    else "no debris, a trace"
+                )
+                self.add_subtitles_without_debris()
+                self.out.write_bytes(self.old)
+                row(
+                    SECTION,
+                    f"MP4Box: {by.name} in the middle of its work",
+                    f"the film as it was, nothing running, {outcome}",
+                )
+
+    def add_subtitles_without_debris(self) -> None:
+        """The next run, and that it leaves nothing but the film."""
+        words = adding(self.text, self.out)
+        environment = os.environ | {"TMPDIR": str(self.temporary)}
+        self.assertEqual(self.run_words(words, env=environment)[0], 0)
+        self.assertEqual((names(self.place), names(self.temporary)), (["film.mp4"], []))
+
+    def test_a_hangup_does_not_stop_mp4box(self) -> None:
+        for whom in (Started.tool, lambda started: started.number_of("mp4mux")):
+            started, real = self.held_adding()
+            started.send(whom(started), signal.SIGHUP)
+            started.send(real, signal.SIGCONT)
+            status, said = started.end()
+            self.assertEqual(status, 0, said)
+            self.assertEqual(len(streams(self.out, "subtitle")), 1)
+            self.assertEqual((names(self.place), names(self.temporary)), (["film.mp4"], []))
+        row(
+            SECTION,
+            "MP4Box: SIGHUP in the middle of its work, or to the system's ffmpeg below it",
+            "the film with subtitles, no debris, no trace",
+        )
+
+    def test_a_signal_to_the_systems_ffmpeg_below_mp4box_is_a_failure(self) -> None:
+        for by in (signal.SIGTERM, signal.SIGINT, signal.SIGKILL):
+            with self.subTest(by.name):
+                started, real = self.held_adding()
+                started.send(real, by)
+                started.send(real, signal.SIGCONT)
+                status, said = started.end()
+                self.assertEqual(status, 1, said)
+                self.assertEqual(self.out.read_bytes(), self.old)
+                self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
+                self.assertEqual(names(self.temporary), [])
+                trace_of(self.out).unlink()
+        row(
+            SECTION,
+            "The system's ffmpeg below MP4Box is ended from outside, by SIGTERM, SIGINT or SIGKILL",
+            "the film as it was, nothing running, no debris, a trace",
         )
 
     def moments(self, words: list[str]) -> Iterator[float]:

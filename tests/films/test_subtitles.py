@@ -1,15 +1,21 @@
 """What arrives of a subtitle file: letters, cues, times, markup, and the track that holds them."""
 
+import os
 import re
 import struct
+import subprocess
 import unittest
 from pathlib import Path
 
-from film_case import ffmpeg, probe
-from output_case import OutputCase, adding, names, trace_of, transcoding
+from film_case import DEADLINE, ffmpeg, probe, streams
+from output_case import CUES, MP4BOX, OutputCase, adding, names, trace_of, transcoding
 from table import row
+from test_names import NAMES
 
 SECTION = "Subtitles"
+
+# What the program reads out of the progress.
+PROGRESS = re.compile(rb"ISO File Writing: .*\(([0-9]+)/", re.DOTALL)
 
 SAMPLES = {
     "Polish": "Dzień dobry, pani Zofio.|Nie wiedziałem, że przyjdziesz tak wcześnie.|Musimy "
@@ -412,6 +418,49 @@ class AfterAConversion(SubtitleCase):
         sums = self.folder / "sums"
         ffmpeg("-i", self.out, "-map", "0:v", "-map", "0:a", "-c", "copy", "-f", "streamhash", sums)
         return sums.read_bytes()
+
+
+class Names(SubtitleCase):
+    def run_in(self, folder: Path, text: bytes, film: bytes) -> tuple[int, bytes]:
+        """The tool in the folder itself, so that a name may begin with anything; its exit status and
+        what it said on both streams."""
+        done = subprocess.run(
+            [os.fsencode(MP4BOX), b"-add", text + b":hdlr=sbtl", film],
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE,
+            stderr=subprocess.STDOUT,
+            timeout=DEADLINE,
+            check=False,
+            cwd=folder,
+        )
+        return done.returncode, done.stdout
+
+    def test_a_name_is_only_a_name(self) -> None:
+        for what, name in NAMES.items():
+            with self.subTest(what):
+                text, film = os.fsencode(name) + b".srt", os.fsencode(name) + b".mp4"
+                here = os.fsencode(self.place)
+                Path(os.fsdecode(os.path.join(here, text))).write_bytes(CUES.encode())
+                Path(os.fsdecode(os.path.join(here, film))).write_bytes(self.film_before)
+                before = set(os.listdir(here))
+                status, said = self.run_in(self.place, text, film)
+                self.assertEqual(status, 0, said)
+                self.assertEqual(set(os.listdir(here)), before)
+                self.assertEqual(len(streams(os.path.join(here, film), "subtitle")), 1)
+                row(SECTION, f"a name with {what}", "the film with subtitles")
+
+    def test_a_name_forges_no_progress(self) -> None:
+        folder = self.place / "ISO File Writing: (99"
+        folder.mkdir()
+        broken, film = folder / "100).srt", folder / "100).mp4"
+        broken.write_text("no cues")
+        film.write_bytes(self.film_before)
+        status, said = self.run_in(self.place, os.fsencode(broken), os.fsencode(film))
+        self.assertEqual(status, 1)
+        self.assertIn(b"(99/100).mp4", said)
+        self.assertIsNone(PROGRESS.search(said), said)
+        self.assertEqual(film.read_bytes(), self.film_before)
+        row(SECTION, "a broken file with progress in its name", "no progress is read out of it")
 
 
 if __name__ == "__main__":
