@@ -118,7 +118,7 @@ bool is_size(const std::string& text) {
 }
 
 bool is_face(const std::string& text) {
-    return !text.empty() && text.find_first_of("\\{}&,") == std::string::npos;
+    return !text.empty() && text.find_first_of("\\{}&,\n") == std::string::npos;
 }
 
 /// What a <font> changes.

@@ -14,6 +14,7 @@ TEST(AssText, KeepsColoursSizesAndFacesOfFonts) {
     EXPECT_EQ(ass_text("<font color=\"#12aBfe\" size=20 face='Courier New'>x</font>y"),
               "{\\1c&HFEAB12&}{\\fs20}{\\fnCourier New}x{\\1c}{\\fs16}{\\fnArial}y");
     EXPECT_EQ(ass_text("<FONT COLOR=Yellow>x</FONT>"), "{\\1c&H00FFFF&}x{\\1c}");
+    EXPECT_EQ(ass_text("<font face='a\nDialogue: 0'>x</font>"), "x");
     EXPECT_EQ(ass_text("<font color=nonesuch>x</font></font>"), "x");
 }
 
