@@ -78,7 +78,7 @@ Result<ProgramAlias> ProgramAlias::create(const std::string& program, const std:
         }
         // Before it is locked, another run may take it for a stale one. Where nothing can be locked
         // the last attempt goes without.
-        ProgramAlias alias(folder, folder + "/" + name, locked(folder));
+        ProgramAlias alias(folder, std::string(folder).append("/").append(name), locked(folder));
         const bool is_safe = alias.lock_ || attempt + 1 == kAttempts;
         if (is_safe && ::symlink(program.c_str(), alias.path_.c_str()) == 0) {
             return alias;
