@@ -41,7 +41,7 @@ class Fit : public FrameTest {
 
     void lay_out() const {
         run_pending_events();
-        paint_now(*frame);
+        paint_now(*frame, 2);
     }
 
     void expect_fit(size_t index, const wxString& where) {
@@ -60,6 +60,7 @@ class Fit : public FrameTest {
     }
 
     void expect_fit_everywhere(const wxString& where) {
+        lay_out();
         for (const wxString& misfit : misfits_of_titles(*frame->notebook))
             ADD_FAILURE() << where << ": " << misfit;
         expect_fit_in_every_state(where);
