@@ -162,11 +162,12 @@ MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& st
         auto failure = about("cannot add the subtitles " + in_quotes(request.subtitles) + " to " +
                                  in_quotes(request.film),
                              *reason);
-        tell_in_trace(request.film, Step::kSubtitles,
-                      {failure.message,
-                       "The film " + in_quotes(request.film) + " is as it was, and so is " +
-                           in_quotes(request.subtitles) + ".",
-                       failure.details});
+        tell_in_trace(
+            request.film, Step::kSubtitles,
+            {failure.message,
+             "The film " + in_quotes(request.film) + " is there, without these subtitles; " +
+                 in_quotes(request.subtitles) + " is as it was.",
+             failure.details});
         return failure;
     }
     clear_trace(request.film, Step::kSubtitles);

@@ -4,7 +4,7 @@
 #include <wx/utils.h>
 
 #include <array>
-#include <string>
+#include <cstdio>
 
 #include "convert/Movie.h"
 
@@ -53,17 +53,25 @@ void FFmpeg::Stop() {
         wxKill(GetPid(), wxSIGTERM);
 }
 
-wxString FFmpeg::ReadAvailable(wxInputStream& stream) {
+std::string FFmpeg::ReadAvailable(wxInputStream& stream) {
     std::string bytes;
     std::array<char, 4096> piece{};
     // A read brings what is there; it waits only where nothing is.
     while (bytes.size() < kLongestText && stream.CanRead())
         bytes.append(piece.data(), stream.Read(piece.data(), piece.size()).LastRead());
-    return undecoded(bytes);
+    return bytes;
+}
+
+std::string FFmpeg::ReadErrors() {
+    if (!IsErrorAvailable())
+        return {};
+    std::string bytes = ReadAvailable(*GetErrorStream());
+    std::fputs(complaints.in(bytes).c_str(), stderr);
+    return bytes;
 }
 
 wxString FFmpeg::GetLine() {
-    return IsErrorAvailable() ? ReadAvailable(*GetErrorStream()) : wxString();
+    return undecoded(ReadErrors());
 }
 
 void FFmpeg::OnTimer(wxTimerEvent&) {

@@ -4,7 +4,10 @@
 #include <wx/stopwatch.h>
 #include <wx/timer.h>
 
+#include <string>
 #include <string_view>
+
+#include "tools/complaints.h"
 
 class Movie;
 
@@ -53,8 +56,12 @@ class FFmpeg : public wxProcess {
     long millis = 0;  ///< run time in milliseconds, as of the last poll or of the end
 
   protected:
-    /// What can be read from `stream` without waiting, as `undecoded`, at most 1 MiB.
-    static wxString ReadAvailable(wxInputStream& stream);
+    /// What can be read from `stream` without waiting, at most 1 MiB.
+    static std::string ReadAvailable(wxInputStream& stream);
+
+    /// What can be read from the error stream without waiting. The tool's complaints in it go on to
+    /// the program's own error stream: the window shows none of them.
+    std::string ReadErrors();
 
     void ReportPoll(const wxString& text);
 
@@ -71,6 +78,7 @@ class FFmpeg : public wxProcess {
   private:
     void ClosePipes();
 
+    Complaints complaints;
     bool starting = false;  ///< inside wxExecute
     bool reportingEnd = false;
 };

@@ -8,7 +8,7 @@ MP4Box::MP4Box(Movie* job) : FFmpeg(job) {
 }
 
 wxString MP4Box::GetLine() {
-    return IsInputAvailable() ? ReadAvailable(*GetInputStream()) : wxString();
+    return IsInputAvailable() ? undecoded(ReadAvailable(*GetInputStream())) : wxString();
 }
 
 void MP4Box::OnTimer(wxTimerEvent&) {
@@ -16,6 +16,8 @@ void MP4Box::OnTimer(wxTimerEvent&) {
 }
 
 void MP4Box::OnTerminate(int pid, int status) {
-    if (!PostponedEnd(pid, status))
-        ReportEnd(GetLine());
+    if (PostponedEnd(pid, status))
+        return;
+    ReadErrors();
+    ReportEnd(GetLine());
 }

@@ -1,5 +1,5 @@
-// Stands in for the system's ffmpeg: writes a finished film to its last argument, leaves its process
-// id in a file, and goes on only when it is let go.
+// Stands in for the system's ffmpeg: writes a finished film to its last argument, leaves its
+// process id in a file, and goes on only when it is let go.
 //
 // STAND_IN_FOLDER   where it writes "arguments" (one a line) and then "id", and waits for "go"
 // STAND_IN_FILM     the film that it writes

@@ -1,4 +1,4 @@
-"""The program has nothing to complain about on its console."""
+"""What the program leaves on its console."""
 
 import tempfile
 import unittest
@@ -28,6 +28,27 @@ class Console(WindowCase):
             self.close_window(window)
             console.seek(0)
             self.assertEqual(console.read().decode(), "")
+
+    def converted(self) -> str:
+        """Converts the movies in their folder, well or not; what the console holds then."""
+        with tempfile.TemporaryFile() as console:
+            window = self.enterContext(Vantreo(console=console))
+            window.drop(sorted(self.movies.glob("*.mkv")), window.movie_list)
+            window.convert()
+            self.close_window(window)
+            console.seek(0)
+            return console.read().decode()
+
+    def test_a_step_that_fails_is_told_on_the_console(self) -> None:
+        film = make_film(self.movies / "film.mkv", 1)
+        film.with_suffix(".srt").write_text("no subtitles")
+        self.assertRegex(self.converted(), r"\AMP4Box: .*film\.srt.*\n\Z")
+        self.assertEqual(self.output_names(), ["film.mp4", "film.mp4.failed.txt"])
+
+    def test_where_nothing_can_be_written_the_console_tells(self) -> None:
+        self.write_settings(Output="/proc")
+        make_film(self.movies / "film.mkv", 1)
+        self.assertRegex(self.converted(), r"\Affmpeg: .*/proc.*\n")
 
 
 if __name__ == "__main__":

@@ -15,7 +15,9 @@ def _read_table() -> list[list[str]]:
 
 _HEADER, *_RECORDS = _read_table()
 LANGUAGES = [cell.split(":")[0] for cell in _HEADER]
-_TEXTS = {key: dict(zip(LANGUAGES, cells, strict=True)) for key, *cells in _RECORDS}
+for _key, *_cells in _RECORDS:
+    assert len(_cells) == len(LANGUAGES), f"{_key} has texts for {len(_cells)} languages"
+_TEXTS = {key: dict(zip(LANGUAGES, cells)) for key, *cells in _RECORDS}
 
 
 def text(key: str, language: str = "English") -> str:

@@ -376,7 +376,7 @@ class Refusals(SubtitleCase):
         self.assertEqual(film.read_bytes(), before)
         self.assertIn(film.name, said)
         trace = trace_of(film).read_text(encoding="utf-8")
-        self.assertIn("is as it was", trace)
+        self.assertIn("is there, without these subtitles", trace)
         trace_of(film).unlink()
         reason = said.strip().splitlines()[0].rsplit(": ", 1)[1]
         row(SECTION, case, f"the film byte for byte; the trace tells: {reason}")
