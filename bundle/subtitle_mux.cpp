@@ -72,6 +72,13 @@ MaybeFailure place_and_check(const std::string& film, const Container& container
     return duration ? MaybeFailure() : duration.failure();
 }
 
+std::string what_was_left(const SubtitleRequest& request) {
+    const std::string film = in_quotes(request.film);
+    return (exists(request.film) ? "The film " + film + " is there, without these subtitles; "
+                                 : "There is no film " + film + "; ") +
+           in_quotes(request.subtitles) + " is as it was.";
+}
+
 MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
     if (auto failure = check_request(request)) {
         return failure;
@@ -162,12 +169,8 @@ MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& st
         auto failure = about("cannot add the subtitles " + in_quotes(request.subtitles) + " to " +
                                  in_quotes(request.film),
                              *reason);
-        tell_in_trace(
-            request.film, Step::kSubtitles,
-            {failure.message,
-             "The film " + in_quotes(request.film) + " is there, without these subtitles; " +
-                 in_quotes(request.subtitles) + " is as it was.",
-             failure.details});
+        tell_in_trace(request.film, Step::kSubtitles,
+                      {failure.message, what_was_left(request), failure.details});
         return failure;
     }
     clear_trace(request.film, Step::kSubtitles);

@@ -188,6 +188,15 @@ TEST_F(Subtitles, AreNotAddedToAnOlderFilmAfterAFailedConversion) {
     EXPECT_NE(content_of(film_ + ".failed.txt").find("== The conversion =="), std::string::npos);
 }
 
+TEST_F(Subtitles, TellInTheTraceWhetherThereIsAFilm) {
+    const std::string text = folder_.write("film.srt", "no subtitles");
+    EXPECT_EQ(add(text, film_), 1);
+    EXPECT_NE(content_of(film_ + ".failed.txt").find("' is there, without"), std::string::npos);
+    const std::string missing = folder_ / "missing.mp4";
+    EXPECT_EQ(add(text, missing), 1);
+    EXPECT_NE(content_of(missing + ".failed.txt").find("There is no film '"), std::string::npos);
+}
+
 TEST(SubtitleRequest, CutsOnlyTheLastHandler) {
     const auto request =
         bundle::parse_subtitle_request({"-add", "/a:b:hdlr=sbtl:hdlr=sbtl", "-out"});
