@@ -90,7 +90,8 @@ void keep_place_when_mapped(wxFrame& frame, const wxSize& size) {
         const Place place = *static_cast<Place*>(data);
         g_signal_handlers_disconnect_by_data(window, data);
         // Not a toolkit event: those wait for the main loop, and the check screen is seen before.
-        g_idle_add(apply_place, new Place(place));
+        // Ahead of the first drawing, so that nothing is seen at the other place.
+        g_idle_add_full(G_PRIORITY_HIGH_IDLE, apply_place, new Place(place), nullptr);
         return FALSE;
     };
     const auto free_place = +[](gpointer data, GClosure*) { delete static_cast<Place*>(data); };
