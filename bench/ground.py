@@ -38,7 +38,7 @@ class Scale:
     pairs: int = 5
     films: int = 3
     film_seconds: int = 60
-    probe_pairs: dict[int, int] = field(default_factory=lambda: {1: 11, 10: 7, 100: 5, 1000: 3})
+    probe_pairs: dict[int, int] = field(default_factory=lambda: {1: 11, 10: 7, 100: 5, 1000: 5})
     starts: int = 11
     idle_seconds: int = 60
     stalls: int = 5

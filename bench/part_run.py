@@ -14,11 +14,13 @@ from ground import (
 )  # fmt: skip
 from readings import Watch, children_seconds, own_seconds
 
-# Records its arguments, each ended by a NUL, and goes on as the real program.
-RECORDER = """\
-#!/bin/sh
-printf '%s\\0' "$@" >"$RECORDS/$$"
-exec "$REAL_FFMPEG" "$@"
+# Records the arguments of the real program, each ended by a NUL, and the seconds that it took: of
+# the clock, of the processor for itself and for the system.
+WITNESS = """\
+#!/bin/bash
+printf '%s\\0' "$@" >"$RECORDS/$$.arguments"
+TIMEFORMAT='%3R %3U %3S'
+{ time "$REAL_FFMPEG" "$@" 2>&3 3>&-; } 3>&2 2>"$RECORDS/$$.seconds"
 """
 LONGEST_RUN = 600
 # The same codec, profile, level, quality, size and sound as the program's first device.
@@ -39,23 +41,38 @@ class Runs:
         for made in (self.output, self.records, self.other_output):
             made.mkdir()
         self.films = make_films(work, scale.films, scale.film_seconds)
-        self.recorder = work / "recorder"
-        self.recorder.write_text(RECORDER)
-        self.recorder.chmod(0o700)
+        self.witness = work / "witness"
+        self.witness.write_text(WITNESS)
+        self.witness.chmod(0o700)
         self.commands = self._record()
 
     def _record(self) -> list[list[str]]:
         """The very commands that the program's tool gives to the system's ffmpeg."""
-        real = shutil.which("ffmpeg")
-        self.program(
-            VANTREO_FFMPEG=str(self.recorder), RECORDS=str(self.records), REAL_FFMPEG=real
-        )
-        told = [record.read_text().split("\0")[:-1] for record in self.records.iterdir()]
+        self.witnessed()
+        told = [path.read_text().split("\0")[:-1] for path in self.records.glob("*.arguments")]
         commands = []
         for film in self.films:
             (command,) = [words for words in told if f"file:{film}" in words]
-            commands.append([real, *command[:-1], f"file:{self._beside(film)}"])
+            commands.append(["ffmpeg", *command[:-1], f"file:{self._beside(film)}"])
         return commands
+
+    def witnessed(self) -> dict[str, float]:
+        """A run of the program, and what the encoders took of its time."""
+        for record in self.records.iterdir():
+            record.unlink()
+        whole = self.program(
+            VANTREO_FFMPEG=str(self.witness),
+            RECORDS=str(self.records),
+            REAL_FFMPEG=shutil.which("ffmpeg"),
+        )
+        seconds = [path.read_text().split() for path in self.records.glob("*.seconds")]
+        wall, user, system = map(sum, zip(*(map(float, words) for words in seconds), strict=True))
+        return {
+            "wall": whole["wall"],
+            "processor": whole["processor"],
+            "encoder's wall": wall,
+            "encoder's processor": user + system,
+        }
 
     def _beside(self, film: Path) -> Path:
         return self.other_output / film.with_suffix(".mp4").name
@@ -70,7 +87,7 @@ class Runs:
             own, children = own_seconds(opened.pid), children_seconds(opened.pid)
             pressed = press(opened.convert_button)
             # The window is asked for the end only, so that it is not kept busy by being watched.
-            wait_quietly(last.exists, LONGEST_RUN, 0.02)
+            wait_quietly(last.exists, LONGEST_RUN, 0.005)
             ended = wait_for_completion(opened)
             window_seconds = own_seconds(opened.pid) - own
             encoder_seconds = children_seconds(opened.pid) - children
@@ -110,6 +127,21 @@ class Runs:
         return float(re.findall(r"All:([0-9.]+)", told.stderr)[-1])
 
 
+def told_apart(runs: dict[str, list[float]]) -> list[Figure]:
+    """A whole run beside the encoders of that very run: no run is slower than its own encoders for
+    any other reason than the program."""
+    return [
+        ratio_figure(
+            "run",
+            f"{name} time, beside its own encoders",
+            runs[name],
+            runs[f"encoder's {name}"],
+            1.02,
+        )
+        for name in ("wall", "processor")
+    ]
+
+
 def compared(runs: Runs, results: dict[str, dict[str, list[float]]]) -> list[Figure]:
     """The program beside HandBrake; a size and an SSIM are the same in every run."""
     ours, theirs = results["program"], results["handbrake"]
@@ -133,8 +165,13 @@ def measure(scale: Scale) -> list[Figure]:
     with folder() as work:
         say(f"making {scale.films} films of {scale.film_seconds} s, and a first run")
         runs = Runs(work, scale)
-        say(f"{scale.pairs} times: the program, the bare encoder, HandBrake")
-        legs = {"program": runs.program, "bare": runs.bare, "handbrake": runs.handbrake}
+        say(f"{scale.pairs} times: the program, the bare encoder, HandBrake, the program witnessed")
+        legs = {
+            "program": runs.program,
+            "bare": runs.bare,
+            "handbrake": runs.handbrake,
+            "witnessed": runs.witnessed,
+        }
         results = in_turns(scale.pairs, legs)
         ours, bare = results["program"], results["bare"]
         seconds = median(a - b for a, b in zip(ours["wall"], bare["wall"], strict=True))
@@ -143,6 +180,7 @@ def measure(scale: Scale) -> list[Figure]:
         return [
             ratio_figure("run", "wall time", ours["wall"], bare["wall"], 1.02, note),
             ratio_figure("run", "processor time", ours["processor"], bare["processor"], 1.02),
+            *told_apart(results["witnessed"]),
             Figure("run", "the window's share of the encoder's processor time", 100 * share, "%",
                    1.0, {"ours": [100 * value for value in ours["share"]]}),
             *compared(runs, results),
