@@ -10,7 +10,7 @@ from statistics import median
 from figures import Figure, in_turns, ratio_figure
 from ground import (
     Scale, drop_all, folder, make_films, press, say, silent, wait_for_completion,
-    wait_quietly, window,
+    wait_for_file, window,
 )  # fmt: skip
 from readings import Watch, children_seconds, own_seconds
 
@@ -87,7 +87,7 @@ class Runs:
             own, children = own_seconds(opened.pid), children_seconds(opened.pid)
             pressed = press(opened.convert_button)
             # The window is asked for the end only, so that it is not kept busy by being watched.
-            wait_quietly(last.exists, LONGEST_RUN, 0.005)
+            wait_for_file(last, LONGEST_RUN)
             ended = wait_for_completion(opened)
             window_seconds = own_seconds(opened.pid) - own
             encoder_seconds = children_seconds(opened.pid) - children
@@ -165,23 +165,22 @@ def measure(scale: Scale) -> list[Figure]:
     with folder() as work:
         say(f"making {scale.films} films of {scale.film_seconds} s, and a first run")
         runs = Runs(work, scale)
-        say(f"{scale.pairs} times: the program, the bare encoder, HandBrake, the program witnessed")
-        legs = {
-            "program": runs.program,
-            "bare": runs.bare,
-            "handbrake": runs.handbrake,
-            "witnessed": runs.witnessed,
-        }
-        results = in_turns(scale.pairs, legs)
+        say(f"{scale.run_pairs} times: the program, the bare encoder")
+        results = in_turns(scale.run_pairs, {"program": runs.program, "bare": runs.bare})
         ours, bare = results["program"], results["bare"]
+        say(f"{scale.pairs} times: the program witnessed, the program, HandBrake")
+        others = in_turns(
+            scale.pairs,
+            {"witnessed": runs.witnessed, "program": runs.program, "handbrake": runs.handbrake},
+        )
         seconds = median(a - b for a, b in zip(ours["wall"], bare["wall"], strict=True))
         share = median(ours["share"])
         note = f"{1000 * seconds / scale.films:.0f} ms a film"
         return [
             ratio_figure("run", "wall time", ours["wall"], bare["wall"], 1.02, note),
             ratio_figure("run", "processor time", ours["processor"], bare["processor"], 1.02),
-            *told_apart(results["witnessed"]),
+            *told_apart(others["witnessed"]),
             Figure("run", "the window's share of the encoder's processor time", 100 * share, "%",
                    1.0, {"ours": [100 * value for value in ours["share"]]}),
-            *compared(runs, results),
+            *compared(runs, others),
         ]  # fmt: skip
