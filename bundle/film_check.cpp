@@ -1,12 +1,13 @@
 #include "film_check.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
-#include <map>
-#include <nlohmann/json.hpp>
+#include <fstream>
+#include <span>
+#include <string_view>
 
-#include "ffprobe.h"
-#include "numbers.h"
+#include "mp4_index.h"
 
 namespace bundle {
 
@@ -15,35 +16,42 @@ namespace {
 constexpr double kToleratedSeconds = 2;
 constexpr double kToleratedShare = 0.02;
 
+// As ffmpeg writes them. What it calls "text" are the names of the chapters.
+constexpr std::array<std::string_view, 4> kSubtitles{"sbtl", "subp", "subt", "clcp"};
+constexpr std::array<std::string_view, 1> kPicture{"vide"};
+constexpr std::array<std::string_view, 1> kSound{"soun"};
+
 Failure incomplete(const char* what) {
     return {std::string("the new film is incomplete: ") + what};
 }
 
+/// The tracks of these kinds that hold something.
+std::ptrdiff_t tracks_of(const Mp4Index& index, std::span<const std::string_view> handlers) {
+    return std::count_if(
+        index.tracks.begin(), index.tracks.end(), [&handlers](const Mp4Track& track) {
+            return track.samples > 0 &&
+                   std::find(handlers.begin(), handlers.end(), track.handler) != handlers.end();
+        });
+}
+
 }  // namespace
 
-Result<double> check_film(const std::string& path, const Streams& streams,
-                          const StopSignals& stop) {
-    // The index of a film of our own tells all of that: nothing has to be decoded to find it out.
-    const auto probed =
-        probe_entries(path, "stream=codec_type:format=duration", stop, {"-nofind_stream_info"});
-    if (!probed) {
-        return stop.received() != 0 ? probed.failure() : incomplete("it does not open");
+Result<double> check_film(const std::string& path, const Streams& streams) {
+    std::ifstream file(path, std::ios::binary);
+    const auto index = read_mp4_index(file);
+    if (!index) {
+        return incomplete("it does not open");
     }
-    std::map<std::string, int> count;
-    for (const auto& stream : probed->value("streams", nlohmann::json::array())) {
-        ++count[stream.value("codec_type", "")];
-    }
-    if (count["video"] == 0) {
+    if (tracks_of(*index, kPicture) == 0) {
         return incomplete("it has no picture");
     }
-    if (streams.audio && count["audio"] == 0) {
+    if (streams.audio && tracks_of(*index, kSound) == 0) {
         return incomplete("it has no sound");
     }
-    if (count["subtitle"] < streams.subtitle_tracks) {
+    if (tracks_of(*index, kSubtitles) < streams.subtitle_tracks) {
         return incomplete("it has no subtitles");
     }
-    const auto duration = nlohmann::json::json_pointer("/format/duration");
-    return parse_decimal(probed->value(duration, "")).value_or(0);
+    return index->duration;
 }
 
 std::string shortfall(double promised, double made) {

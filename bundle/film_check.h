@@ -1,9 +1,7 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "lifetime.h"
 #include "result.h"
 
 namespace bundle {
@@ -14,9 +12,9 @@ struct Streams {
     int subtitle_tracks = 0;
 };
 
-/// Opens a finished film and looks whether it holds a picture and these streams; its duration in
-/// seconds, 0 when it has none.
-Result<double> check_film(const std::string& path, const Streams& streams, const StopSignals& stop);
+/// Looks by its index whether a finished MP4 film is whole and holds a picture and these streams; a
+/// stream without content is missing. Its duration in seconds, 0 when it has none.
+Result<double> check_film(const std::string& path, const Streams& streams);
 
 /// What to tell about a film that is shorter than its source promised, by more than two seconds and
 /// two percent; empty for any other. Both durations in seconds.

@@ -61,14 +61,13 @@ MaybeFailure check_container(const Container& container) {
 }
 
 /// Puts the text where players expect it, and looks whether the new film is whole.
-MaybeFailure place_and_check(const std::string& film, const Container& container,
-                             const StopSignals& stop) {
+MaybeFailure place_and_check(const std::string& film, const Container& container) {
     const TextPlace place = subtitle_place(container.width, container.height);
     if (auto failure = place_text_track_in(film, place)) {
         return failure;
     }
     const Streams streams{container.has_audio, container.subtitle_tracks + 1};
-    const auto duration = check_film(film, streams, stop);
+    const auto duration = check_film(film, streams);
     return duration ? MaybeFailure() : duration.failure();
 }
 
@@ -100,7 +99,7 @@ MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
         return cues.failure();
     }
     auto failure = mux(request, container, *cues, output->path(), stop);
-    failure = failure ? failure : place_and_check(output->path(), container, stop);
+    failure = failure ? failure : place_and_check(output->path(), container);
     return failure ? output->explained(*failure) : output->publish_whole(stop);
 }
 

@@ -1,18 +1,14 @@
 #include "text_track.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
-#include <ios>
-#include <optional>
 #include <string_view>
+
+#include "mp4_boxes.h"
 
 namespace bundle {
 
 namespace {
-
-constexpr std::uint64_t kHead = 8;
-constexpr std::uint64_t kLargestMoov = std::uint64_t{512} << 20;
 
 // Offsets behind the heads of the boxes; all of them in version 0, which ffmpeg writes up to 2^32
 // ticks, and for tkhd in version 1.
@@ -25,60 +21,10 @@ constexpr std::size_t kHandlerName = 24;
 constexpr std::size_t kEntry = 8;                  ///< the first entry of a sample description
 constexpr std::size_t kEntryTextBox = 8 + 8 + 10;  ///< in a "tx3g" entry, behind its style flags
 
-/// A part of the text with its own offset in it.
-struct Range {
-    std::size_t start = 0;
-    std::size_t end = 0;
-
-    std::size_t size() const { return end - start; }
-};
-
-std::uint64_t number_at(std::string_view bytes, std::size_t at, int width) {
-    std::uint64_t value = 0;
-    for (int byte = 0; byte < width; ++byte) {
-        value = value << 8 | static_cast<unsigned char>(bytes[at + static_cast<std::size_t>(byte)]);
-    }
-    return value;
-}
-
 void put(std::string& bytes, std::size_t at, int width, std::uint64_t value) {
     for (int byte = width; byte > 0; --byte, value >>= 8) {
         bytes[at + static_cast<std::size_t>(byte - 1)] = static_cast<char>(value & 0xFF);
     }
-}
-
-/// The content of the next box in `rest`, which then begins behind it; the type goes to `type`.
-std::optional<Range> take_box(std::string_view bytes, Range& rest, std::string_view& type) {
-    if (rest.size() < kHead) {
-        return std::nullopt;
-    }
-    const std::uint64_t size = number_at(bytes, rest.start, 4);
-    if (size < kHead || size > rest.size()) {
-        return std::nullopt;
-    }
-    type = bytes.substr(rest.start + 4, 4);
-    const Range content{rest.start + kHead, rest.start + size};
-    rest.start = content.end;
-    return content;
-}
-
-std::optional<Range> child(std::string_view bytes, Range rest, std::string_view wanted) {
-    std::string_view type;
-    while (const auto box = take_box(bytes, rest, type)) {
-        if (type == wanted) {
-            return box;
-        }
-    }
-    return std::nullopt;
-}
-
-std::optional<Range> descendant(std::string_view bytes, Range range,
-                                std::initializer_list<std::string_view> names) {
-    std::optional<Range> found = range;
-    for (const std::string_view name : names) {
-        found = found ? child(bytes, *found, name) : std::nullopt;
-    }
-    return found;
 }
 
 bool is_ours(std::string_view bytes, const Range& track) {
@@ -93,7 +39,7 @@ bool is_ours(std::string_view bytes, const Range& track) {
 
 /// Writes the place into one track; false when the track is not of the expected form.
 bool place_in(std::string& bytes, const Range& track, const TextPlace& place) {
-    const auto head = child(bytes, track, "tkhd");
+    const auto head = descendant(bytes, track, {"tkhd"});
     const auto samples = descendant(bytes, track, {"mdia", "minf", "stbl", "stsd"});
     if (!head || !samples || samples->size() < kEntry + kEntryTextBox + 8) {
         return false;
@@ -114,28 +60,6 @@ bool place_in(std::string& bytes, const Range& track, const TextPlace& place) {
     return true;
 }
 
-/// Where the content of the "moov" box lies in the file; empty when there is none.
-std::optional<Range> find_moov(std::fstream& file, std::uint64_t size) {
-    std::uint64_t at = 0;
-    while (at + 2 * kHead <= size) {
-        std::string head(2 * kHead, '\0');
-        file.seekg(static_cast<std::streamoff>(at));
-        if (!file.read(head.data(), static_cast<std::streamsize>(head.size()))) {
-            return std::nullopt;
-        }
-        std::uint64_t length = number_at(head, 0, 4);
-        length = length == 1 ? number_at(head, kHead, 8) : length;
-        if (length < kHead || length > size - at) {
-            return std::nullopt;
-        }
-        if (head.compare(4, 4, "moov") == 0) {
-            return Range{at + kHead, at + length};
-        }
-        at += length;
-    }
-    return std::nullopt;
-}
-
 }  // namespace
 
 TextPlace subtitle_place(int picture_width, int picture_height) {
@@ -145,24 +69,21 @@ TextPlace subtitle_place(int picture_width, int picture_height) {
 
 bool place_text_track(std::string& moov, const TextPlace& place) {
     Range rest{0, moov.size()};
-    std::string_view type;
-    while (const auto box = take_box(moov, rest, type)) {
-        if (type == "trak" && is_ours(moov, *box)) {
-            return place_in(moov, *box, place);
+    while (const auto box = take_box(moov, rest)) {
+        if (box->type == "trak" && is_ours(moov, box->content)) {
+            return place_in(moov, box->content, place);
         }
     }
     return false;
 }
 
 MaybeFailure place_text_track_in(const std::string& path, const TextPlace& place) {
-    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary | std::ios::ate);
-    const auto moov = find_moov(file, file ? static_cast<std::uint64_t>(file.tellg()) : 0);
-    if (!moov || moov->size() > kLargestMoov) {
+    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+    const auto moov = find_moov(file);
+    if (!moov) {
         return Failure{"the new film has no index"};
     }
-    std::string bytes(moov->size(), '\0');
-    file.seekg(static_cast<std::streamoff>(moov->start));
-    file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    std::string bytes = read_range(file, *moov);
     if (!file || !place_text_track(bytes, place)) {
         return Failure{"the new film has no subtitle track"};
     }

@@ -90,7 +90,7 @@ Result<std::optional<Report>> convert(const TranscodeRequest& request, const Sto
     if (!messages) {
         return output->explained(messages.failure());
     }
-    const auto duration = check_film(output->path(), {film->audio.has_value()}, stop);
+    const auto duration = check_film(output->path(), {film->audio.has_value()});
     if (!duration) {
         return output->explained(duration.failure());
     }

@@ -1,0 +1,219 @@
+#include "mp4_index.h"
+
+#include <limits>
+
+#include "mp4_boxes.h"
+
+namespace bundle {
+
+namespace {
+
+// Offsets in the contents of the boxes, which begin with a version and flags.
+constexpr std::size_t kMvhdScale = 12;
+constexpr std::size_t kMvhdScaleOfVersion1 = 20;
+constexpr std::size_t kHandler = 8;
+constexpr std::size_t kSampleSize = 4;  ///< in stsz: of all samples, or 0
+constexpr std::size_t kFieldBits = 7;   ///< in stz2: of each sample's size
+constexpr std::size_t kCountOfSizes = 8;
+constexpr std::size_t kCount = 4;  ///< in the other tables
+
+/// A box's table: entries of one size behind their number, which is at the offset `count_at`.
+class Table {
+  public:
+    static std::optional<Table> in(std::string_view box, std::size_t count_at,
+                                   std::size_t entry_bits) {
+        const std::size_t head = count_at + 4;
+        if (box.size() < head) {
+            return std::nullopt;
+        }
+        const std::uint64_t count = number_at(box, count_at, 4);
+        // Both are less than 2^32 and so is the number of bits.
+        return (count * entry_bits + 7) / 8 <= box.size() - head
+                   ? std::optional(Table(box.substr(head), count, entry_bits / 8))
+                   : std::nullopt;
+    }
+
+    std::uint64_t count() const { return count_; }
+    std::string_view bytes() const { return bytes_; }
+
+    /// The number of so many bytes at the offset in an entry that is there.
+    std::uint64_t at(std::uint64_t entry, std::size_t offset, int width) const {
+        return number_at(bytes_, static_cast<std::size_t>(entry) * entry_size_ + offset, width);
+    }
+
+  private:
+    Table(std::string_view bytes, std::uint64_t count, std::size_t entry_size)
+        : bytes_(bytes), count_(count), entry_size_(entry_size) {}
+
+    std::string_view bytes_;
+    std::uint64_t count_;
+    std::size_t entry_size_;
+};
+
+/// What is in the box that `names` lead to.
+std::optional<std::string_view> content(std::string_view bytes, const Range& parent,
+                                        std::initializer_list<std::string_view> names) {
+    const auto box = descendant(bytes, parent, names);
+    return box ? std::optional(bytes.substr(box->start, box->size())) : std::nullopt;
+}
+
+/// The sizes of a track's samples: all of one size, or each of its own (8.7.3).
+class SampleSizes {
+  public:
+    static std::optional<SampleSizes> in(std::string_view bytes, const Range& samples) {
+        if (const auto box = content(bytes, samples, {"stsz"});
+            box && box->size() > kCountOfSizes) {
+            const std::uint64_t size = number_at(*box, kSampleSize, 4);
+            return with(Table::in(*box, kCountOfSizes, size == 0 ? 32 : 0), size, 32);
+        }
+        if (const auto box = content(bytes, samples, {"stz2"});
+            box && box->size() > kCountOfSizes) {
+            const auto bits = static_cast<unsigned char>((*box)[kFieldBits]);
+            return bits == 4 || bits == 8 || bits == 16
+                       ? with(Table::in(*box, kCountOfSizes, bits), 0, bits)
+                       : std::nullopt;
+        }
+        return std::nullopt;
+    }
+
+    std::uint64_t count() const { return table_.count(); }
+
+    /// The bytes of so many samples from the one on; all of them have to be there.
+    std::uint64_t bytes_of(std::uint64_t first, std::uint64_t count) const {
+        if (size_ != 0) {
+            return size_ * count;
+        }
+        std::uint64_t sum = 0;
+        for (std::uint64_t at = first; at < first + count; ++at) {
+            sum += bits_ == 4 ? half_byte(at) : table_.at(at, 0, bits_ / 8);
+        }
+        return sum;
+    }
+
+  private:
+    SampleSizes(const Table& table, std::uint64_t size, int bits)
+        : table_(table), size_(size), bits_(bits) {}
+
+    static std::optional<SampleSizes> with(const std::optional<Table>& table, std::uint64_t size,
+                                           int bits) {
+        return table ? std::optional(SampleSizes(*table, size, bits)) : std::nullopt;
+    }
+
+    std::uint64_t half_byte(std::uint64_t at) const {
+        const std::uint64_t both = number_at(table_.bytes(), static_cast<std::size_t>(at / 2), 1);
+        return at % 2 == 0 ? both >> 4 : both & 0xF;
+    }
+
+    Table table_;
+    std::uint64_t size_;  ///< of each; 0: the table tells
+    int bits_;
+};
+
+/// Where a track's chunks begin (8.7.5), and how many samples each holds (8.7.4).
+class Chunks {
+  public:
+    static std::optional<Chunks> in(std::string_view bytes, const Range& samples) {
+        const auto narrow = content(bytes, samples, {"stco"});
+        const auto wide = content(bytes, samples, {"co64"});
+        const auto runs = content(bytes, samples, {"stsc"});
+        if (!runs || (!narrow && !wide)) {
+            return std::nullopt;
+        }
+        const int width = narrow ? 4 : 8;
+        const auto offsets = Table::in(narrow ? *narrow : *wide, kCount, narrow ? 32 : 64);
+        const auto table = Table::in(*runs, kCount, 96);
+        return offsets && table ? std::optional(Chunks(*offsets, *table, width)) : std::nullopt;
+    }
+
+    /// True when the chunks hold exactly these samples and all lie within so many bytes.
+    bool lie_within(std::uint64_t file_size, const SampleSizes& sizes) const {
+        std::uint64_t sample = 0;
+        std::uint64_t run = 0;
+        for (std::uint64_t chunk = 0; chunk < offsets_.count(); ++chunk) {
+            run += begins_at(run + 1, chunk) ? 1 : 0;
+            const std::uint64_t count = run < runs_.count() ? runs_.at(run, 4, 4) : 0;
+            if (!begins_at(0, 0) || count > sizes.count() - sample) {
+                return false;
+            }
+            const std::uint64_t length = sizes.bytes_of(sample, count);
+            const std::uint64_t start = offsets_.at(chunk, 0, width_);
+            if (start > file_size || length > file_size - start) {
+                return false;
+            }
+            sample += count;
+        }
+        return sample == sizes.count();
+    }
+
+  private:
+    Chunks(const Table& offsets, const Table& runs, int width)
+        : offsets_(offsets), runs_(runs), width_(width) {}
+
+    /// The first chunk of a run is counted from 1.
+    bool begins_at(std::uint64_t run, std::uint64_t chunk) const {
+        return run < runs_.count() && runs_.at(run, 0, 4) == chunk + 1;
+    }
+
+    Table offsets_;
+    Table runs_;
+    int width_;
+};
+
+/// The film's duration in seconds (8.2.2).
+std::optional<double> duration_in(std::string_view moov) {
+    const auto mvhd = content(moov, {0, moov.size()}, {"mvhd"});
+    const bool is_long = mvhd && !mvhd->empty() && mvhd->front() == 1;
+    const std::size_t scale_at = is_long ? kMvhdScaleOfVersion1 : kMvhdScale;
+    const int width = is_long ? 8 : 4;
+    if (!mvhd || mvhd->size() < scale_at + 4 + static_cast<std::size_t>(width)) {
+        return std::nullopt;
+    }
+    const std::uint64_t scale = number_at(*mvhd, scale_at, 4);
+    const std::uint64_t ticks = number_at(*mvhd, scale_at + 4, width);
+    const std::uint64_t untold = is_long ? std::numeric_limits<std::uint64_t>::max()
+                                         : std::numeric_limits<std::uint32_t>::max();
+    if (scale == 0) {
+        return std::nullopt;
+    }
+    return ticks == untold ? 0 : static_cast<double>(ticks) / static_cast<double>(scale);
+}
+
+/// The track, when all of it lies in a file of so many bytes.
+std::optional<Mp4Track> track_in(std::string_view bytes, const Range& trak,
+                                 std::uint64_t file_size) {
+    const auto handler = content(bytes, trak, {"mdia", "hdlr"});
+    const auto samples = descendant(bytes, trak, {"mdia", "minf", "stbl"});
+    const auto sizes = samples ? SampleSizes::in(bytes, *samples) : std::nullopt;
+    const auto chunks = samples ? Chunks::in(bytes, *samples) : std::nullopt;
+    if (!handler || handler->size() < kHandler + 4 || !sizes || !chunks ||
+        !chunks->lie_within(file_size, *sizes)) {
+        return std::nullopt;
+    }
+    return Mp4Track{std::string(handler->substr(kHandler, 4)), sizes->count()};
+}
+
+}  // namespace
+
+std::optional<Mp4Index> read_mp4_index(std::istream& file) {
+    const auto moov = find_moov(file);
+    const std::string bytes = moov ? read_range(file, *moov) : "";
+    const auto duration = duration_in(bytes);
+    if (!file || !duration) {
+        return std::nullopt;
+    }
+    Mp4Index index{*duration, {}};
+    const std::uint64_t size = stream_size(file);
+    Range rest{0, bytes.size()};
+    while (const auto box = take_box(bytes, rest)) {
+        if (box->type == "trak") {
+            const auto track = track_in(bytes, box->content, size);
+            if (!track) {
+                return std::nullopt;
+            }
+            index.tracks.push_back(*track);
+        }
+    }
+    return rest.size() == 0 ? std::optional(index) : std::nullopt;
+}
+
+}  // namespace bundle
