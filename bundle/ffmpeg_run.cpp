@@ -32,6 +32,10 @@ std::string told(int status) {
            std::to_string(status - kKilled) + " (" + ::strsignal(status - kKilled) + ")";
 }
 
+std::string on(const std::string& subject) {
+    return subject.empty() ? "" : " on " + in_quotes(subject);
+}
+
 }  // namespace
 
 Result<std::string> run_ffmpeg(const FfmpegWork& work,
@@ -47,28 +51,36 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
         show(latest);
     });
     MessageTail messages;
+    bool is_useless = false;
+    const auto judge = [&] { is_useless = work.is_useless && work.is_useless(); };
     const Listener listener{[&](std::string_view piece) { reader.add(piece); },
-                            [&](std::string_view piece) { messages.add(piece); },
-                            [&] { show(latest); }};
+                            [&](std::string_view piece) {
+                                messages.add(piece);
+                                judge();
+                            },
+                            [&] { show(latest); }, [&] { return is_useless; }};
     const auto status =
         run({*program, with_manners(work.arguments), work.alias, work.input}, listener, stop);
-    const std::string on_subject = work.subject.empty() ? "" : " on " + in_quotes(work.subject);
     if (!status) {
         Failure failure = status.failure();
-        failure.message += stop.received() != 0 ? "" : on_subject;
+        failure.message += stop.received() != 0 ? "" : on(work.subject);
         return failure;
     }
     std::string text = messages.text();
     if (*status != 0) {
+        judge();
         // A stop that reaches both may be heard after ffmpeg has ended by it.
         return stop.received() != 0
                    ? stop.failure()
-                   : Failure{told(*status) + on_subject, kStatusFailed, std::move(text)};
-    }
-    if (!text.empty()) {
-        complain("the system's ffmpeg" + on_subject, text);
+                   : Failure{told(*status) + on(work.subject), kStatusFailed, std::move(text)};
     }
     return text;
+}
+
+void tell_messages(const std::string& messages, const std::string& subject) {
+    if (!messages.empty()) {
+        complain("the system's ffmpeg" + on(subject), messages);
+    }
 }
 
 }  // namespace bundle

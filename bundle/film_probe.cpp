@@ -1,8 +1,8 @@
 #include "film_probe.h"
 
-#include <array>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <utility>
 
 #include "console.h"
 #include "ffprobe.h"
@@ -20,70 +20,8 @@ using Words = std::vector<std::string>;
 // Enough to meet every stream of a film that is laid out as it plays.
 const char* const kSample = "%+#400";
 
-// Sound of which so many packets give nothing is damaged or enciphered. The first sample clears
-// most films; the second is ten seconds of them, for a film may begin with damage.
-constexpr std::array kSoundSamples{40, 400};
-constexpr int kFewestPackets = 8;
-
 // Headers are not exact.
 constexpr double kToleratedSeconds = 2;
-
-int stream_count(const json& probed, const char* kind) {
-    int count = 0;
-    for (const json& stream : member(probed, "streams")) {
-        count += text(stream, "codec_type") == kind ? 1 : 0;
-    }
-    return count;
-}
-
-/// What one audio stream's packets gave.
-struct Decoding {
-    int packets = 0;  ///< without those that lie before the start of the film and give nothing
-    int frames = 0;
-};
-
-bool is_packet(const json& entry) {
-    return text(entry, "type") == "packet";
-}
-
-bool is_discarded(const json& packet) {
-    return text(packet, "flags").find('D') != std::string::npos;
-}
-
-/// The audio streams of which the first `packets` in all give nothing.
-std::set<int> silent_at_first(const std::string& path, int packets, const StopSignals& stop) {
-    const Words sample{"-select_streams", "a", "-read_intervals", "%+#" + std::to_string(packets)};
-    const auto answer =
-        probe_entries(path, "packet=stream_index,flags:frame=stream_index", stop, sample);
-    std::map<int, Decoding> streams;
-    if (answer) {
-        for (const json& entry : member(*answer, "packets_and_frames")) {
-            if (!is_packet(entry) || !is_discarded(entry)) {
-                Decoding& stream = streams[whole(entry, "stream_index")];
-                ++(is_packet(entry) ? stream.packets : stream.frames);
-            }
-        }
-    }
-    std::set<int> silent;
-    for (const auto& [index, decoding] : streams) {
-        if (decoding.packets >= kFewestPackets && decoding.frames == 0) {
-            silent.insert(index);
-        }
-    }
-    return silent;
-}
-
-/// The audio streams that cannot be decoded though there is a decoder.
-std::set<int> silent_streams(const std::string& path, int count, const StopSignals& stop) {
-    std::set<int> silent;
-    for (const int sample : kSoundSamples) {
-        silent = silent_at_first(path, sample * count, stop);
-        if (silent.empty()) {
-            break;
-        }
-    }
-    return silent;
-}
 
 /// Looks for a second packet through the whole file, if need be.
 Result<bool> is_one_frame(const std::string& path, int index, const StopSignals& stop) {
@@ -148,33 +86,28 @@ json in_short(json probed) {
     return probed;
 }
 
-/// What ffprobe tells about the film. A report keeps it for the conversion that usually follows.
-Result<json> answer_about(const std::string& path, Sound sound, const StopSignals& stop) {
-    if (sound == Sound::kHeard) {
-        if (auto kept = recall_probe(path)) {
-            return *kept;
-        }
-    }
-    auto probed = probe_entries(path, kFilmEntries, stop, {"-read_intervals", kSample});
-    if (probed && sound == Sound::kAsTold) {
+Result<json> ask(const std::string& path, const StopSignals& stop) {
+    return probe_entries(path, kFilmEntries, stop, {"-read_intervals", kSample});
+}
+
+}  // namespace
+
+Result<json> probe_for_report(const std::string& path, const StopSignals& stop) {
+    auto probed = ask(path, stop);
+    if (probed) {
         remember_probe(path, in_short(*probed));
     }
     return probed;
 }
 
-}  // namespace
+Result<json> probe_for_conversion(const std::string& path, const StopSignals& stop) {
+    auto kept = recall_probe(path);
+    return kept ? std::move(*kept) : ask(path, stop);
+}
 
-Result<Film> probe_film(const std::string& path, Sound sound, const StopSignals& stop) {
-    const auto probed = answer_about(path, sound, stop);
-    if (!probed) {
-        return probed.failure();
-    }
-    std::set<int> unusable;
-    const int count = stream_count(*probed, "audio");
-    if (sound == Sound::kHeard && count > 0) {
-        unusable = silent_streams(path, count, stop);
-    }
-    auto film = moving_film(path, *probed, unusable, stop);
+Result<Film> find_film(const std::string& path, const json& probed, const std::set<int>& unusable,
+                       const StopSignals& stop) {
+    auto film = moving_film(path, probed, unusable, stop);
     if (film && !film->duration_is_certain) {
         film->duration = measured_duration(path, *film, stop);
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
+#include <set>
 #include <string>
 
 #include "film.h"
@@ -8,15 +10,17 @@
 
 namespace bundle {
 
-/// How much of a film's sound is looked at.
-enum class Sound {
-    kAsTold,  ///< what the streams tell of themselves
-    kHeard,   ///< sound of which nothing can be decoded is not the film's sound: decodes some
-};
+/// What ffprobe tells about a film, for a report on it. It is kept for the conversion that usually
+/// follows. Failures name the file.
+Result<nlohmann::json> probe_for_report(const std::string& path, const StopSignals& stop);
 
-/// The film in a file, after a look at its streams' first packets: a stream of one picture is not
-/// the film, and a length that the header does not tell is taken from the packets. Failures name
-/// the file.
-Result<Film> probe_film(const std::string& path, Sound sound, const StopSignals& stop);
+/// The same for a conversion: what the report kept, or asked anew.
+Result<nlohmann::json> probe_for_conversion(const std::string& path, const StopSignals& stop);
+
+/// The film in what ffprobe told about a file, without the streams whose numbers are in `unusable`:
+/// a stream of one picture is not the film, and a length that the header does not tell is taken
+/// from the packets. Failures name the file.
+Result<Film> find_film(const std::string& path, const nlohmann::json& probed,
+                       const std::set<int>& unusable, const StopSignals& stop);
 
 }  // namespace bundle

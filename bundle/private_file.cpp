@@ -125,6 +125,17 @@ PrivateFile::~PrivateFile() {
     }
 }
 
+MaybeFailure PrivateFile::renew() {
+    auto fresh = create(target_);
+    if (!fresh) {
+        return fresh.failure();
+    }
+    ::unlink(path_.c_str());
+    path_ = std::exchange(fresh->path_, {});
+    descriptor_ = std::move(fresh->descriptor_);
+    return std::nullopt;
+}
+
 MaybeFailure PrivateFile::publish_whole(const StopSignals& stop) {
     if (auto failure = still_there()) {
         return failure;

@@ -24,8 +24,12 @@ class PrivateFile {
     PrivateFile& operator=(PrivateFile&&) = delete;
     ~PrivateFile();
 
-    /// Where to write; truncate this file, never replace it.
+    /// Where to write; truncate this file, never replace it. Another place after `renew`.
     const std::string& path() const { return path_; }
+
+    /// Begins anew with an empty file of another name. What may still write to the old one, as the
+    /// rest of a program that was ended, does no harm then.
+    MaybeFailure renew();
 
     /// Gives the written file the target's permissions (a new file's when there is none), sees it
     /// onto the disk and puts it in the target's place, which is seen onto the disk too. Fails for

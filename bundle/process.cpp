@@ -109,6 +109,9 @@ Result<int> run(const Command& command, const Listener& listener, const StopSign
         if (errors.read_available() || printed) {
             limits.heard();
         }
+        if (listener.is_enough && listener.is_enough()) {
+            return Failure{name_of(command) + " was ended before its time"};
+        }
         if (status) {
             return *status;
         }

@@ -25,6 +25,7 @@ struct Listener {
     std::function<void(std::string_view)> on_output;  ///< a piece of its standard output
     std::function<void(std::string_view)> on_error;   ///< a piece of its error stream
     std::function<void()> on_tick;                    ///< at least once every `kTick`
+    std::function<bool()> is_enough = {};             ///< true ends the program
 };
 
 inline constexpr std::chrono::milliseconds kTick{250};
@@ -34,10 +35,10 @@ inline constexpr std::chrono::milliseconds kLongestStall{8000};
 
 /// Runs the program to its end and returns its exit status (128 plus the signal that killed it).
 ///
-/// Blocks. Fails when it can't be started, when a stop signal comes, when the program comes to a
-/// standstill and when it exceeds its time; the program has then been killed and is gone. It is
-/// also killed when this process dies in any way (Linux only). Every piece that it printed has been
-/// handed over before `run` returns.
+/// Blocks. Fails when it can't be started, when a stop signal comes, when the listener has enough,
+/// when the program comes to a standstill and when it exceeds its time; the program has then been
+/// killed and is gone. It is also killed when this process dies in any way (Linux only). Every
+/// piece that it printed has been handed over before `run` returns.
 Result<int> run(const Command& command, const Listener& listener, const StopSignals& stop);
 
 }  // namespace bundle

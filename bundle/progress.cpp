@@ -66,6 +66,13 @@ void ProgressReader::read_line(std::string_view line) {
     }
 }
 
+const Progress& FurthestProgress::with(const Progress& latest) {
+    if (latest.microseconds >= furthest_.microseconds) {
+        furthest_ = latest;
+    }
+    return furthest_;
+}
+
 std::string old_progress_line(const Progress& progress) {
     const long long hundredths =
         std::max<std::int64_t>(progress.microseconds.value_or(0), 0) / 10'000;

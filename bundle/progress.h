@@ -34,6 +34,16 @@ class ProgressReader {
     Progress progress_;
 };
 
+/// Keeps the progress of a work that begins anew from going back.
+class FurthestProgress {
+  public:
+    /// The latest progress, or what came before when that was further.
+    const Progress& with(const Progress& latest);
+
+  private:
+    Progress furthest_;
+};
+
 /// The progress as old versions of ffmpeg write it, ended by a carriage return:
 /// "frame=  123 fps= 45 q=22.0 size=    1234kB time=30.04 bitrate= 336.5kbits/s". The time is in
 /// seconds, always with two decimals.

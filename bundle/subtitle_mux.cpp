@@ -42,7 +42,11 @@ MaybeFailure mux(const SubtitleRequest& request, const Container& container,
     const FfmpegWork work{subtitle_arguments(request.film, container, output), kProcessName,
                           input->get()};
     const auto messages = run_ffmpeg(work, show, stop);
-    return messages ? MaybeFailure() : messages.failure();
+    if (!messages) {
+        return messages.failure();
+    }
+    tell_messages(*messages);
+    return std::nullopt;
 }
 
 MaybeFailure check_request(const SubtitleRequest& request) {

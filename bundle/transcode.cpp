@@ -2,16 +2,15 @@
 
 #include <unistd.h>
 
+#include <nlohmann/json.hpp>
+
 #include "console.h"
-#include "encoder_arguments.h"
-#include "ffmpeg_filters.h"
-#include "ffmpeg_run.h"
+#include "encoding.h"
 #include "files.h"
 #include "film_check.h"
 #include "film_probe.h"
 #include "film_report.h"
 #include "private_file.h"
-#include "progress.h"
 #include "source_check.h"
 #include "trace.h"
 
@@ -29,34 +28,13 @@ MaybeFailure check_output(const TranscodeRequest& request) {
     return std::nullopt;
 }
 
-/// Asks for the colour filters only where they matter, and says what comes out without them.
-bool colours_can_be_converted(const TranscodeRequest& request, const Film& film,
-                              const StopSignals& stop) {
-    const Colour& colour = film.video.colour;
-    if (!needs_colour_conversion(colour) || has_colour_filters(stop)) {
-        return true;
-    }
-    complain("ffmpeg",
-             in_quotes(request.input) +
-                 (is_high_dynamic_range(colour) ? " is HDR (high dynamic range)"
-                                                : " has unusual colours") +
-                 ", and the system's ffmpeg has no zscale and tonemap filters to convert that: the "
-                 "colours stay as they are and look flat on most devices");
-    return false;
-}
-
-void show_progress(const Progress& progress) {
-    write_if_ready(STDERR_FILENO, old_progress_line(progress));
-}
-
-/// What a finished film of `duration` seconds lacks, as a trace tells it; usually nothing.
-std::optional<Report> lacking(const TranscodeRequest& request, const Film& film, double duration,
-                              const std::string& messages) {
-    const std::string missing = shortfall(film.duration.value_or(0), duration);
+/// What a finished film lacks, as a trace tells it; usually nothing.
+std::optional<Report> lacking(const TranscodeRequest& request, const EncodedFilm& made) {
+    const std::string missing = shortfall(made.film.duration.value_or(0), made.duration);
     const std::string silent =
-        film.has_lost_sound ? "The film has no sound: there is some in the source, but none that "
-                              "can be decoded."
-                            : "";
+        made.film.has_lost_sound
+            ? "The film has no sound: there is some in the source, but none that can be decoded."
+            : "";
     if (missing.empty() && silent.empty()) {
         return std::nullopt;
     }
@@ -64,7 +42,7 @@ std::optional<Report> lacking(const TranscodeRequest& request, const Film& film,
                       (missing.empty() || silent.empty() ? "" : " ") + silent,
                   missing.empty() ? "The film was delivered without sound."
                                   : "The film was delivered as far as it goes.",
-                  messages, true};
+                  made.messages, true};
 }
 
 /// Makes the output; what a trace has to tell about it.
@@ -79,25 +57,14 @@ Result<std::optional<Report>> convert(const TranscodeRequest& request, const Sto
     if (auto failure = check_output(request)) {
         return *failure;
     }
-    const auto film = probe_film(request.input, Sound::kHeard, stop);
-    if (!film) {
-        return film.failure();
-    }
-    FfmpegWork work{encoder_arguments(request, *film, output->path(),
-                                      colours_can_be_converted(request, *film, stop))};
-    work.subject = request.input;
-    const auto messages = run_ffmpeg(work, show_progress, stop);
-    if (!messages) {
-        return output->explained(messages.failure());
-    }
-    const auto duration = check_film(output->path(), {film->audio.has_value()});
-    if (!duration) {
-        return output->explained(duration.failure());
+    const auto made = encode_film(request, *output, stop);
+    if (!made) {
+        return made.failure();
     }
     if (auto failure = output->publish_whole(stop)) {
         return *failure;
     }
-    return lacking(request, *film, *duration, *messages);
+    return lacking(request, *made);
 }
 
 /// What became of an output that was not made; `was_there` tells whether there was an older one.
@@ -109,9 +76,11 @@ std::string untouched(const std::string& output, bool was_there) {
 }  // namespace
 
 MaybeFailure report_film(const std::string& path, const StopSignals& stop) {
-    // Nobody reads of the sound here: whether it can be heard is left to the conversion, which
-    // asks.
-    const auto film = probe_film(path, Sound::kAsTold, stop);
+    const auto probed = probe_for_report(path, stop);
+    if (!probed) {
+        return probed.failure();
+    }
+    const auto film = find_film(path, *probed, {}, stop);
     if (!film) {
         return film.failure();
     }

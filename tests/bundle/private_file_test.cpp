@@ -55,6 +55,18 @@ TEST_F(PrivateFileTest, IsRemovedWhenItIsNotPublished) {
     EXPECT_EQ(content_of(old), "old");
 }
 
+TEST_F(PrivateFileTest, HoldsNothingOfWhatIsWrittenToItBeforeItBeginsAnew) {
+    auto file = PrivateFile::create(folder_ / "film.mp4");
+    ASSERT_TRUE(file);
+    std::ofstream early(file->path());
+    EXPECT_FALSE(file->renew());
+    std::ofstream(file->path()) << "new";
+    early << "something longer" << std::flush;
+    EXPECT_FALSE(file->publish_whole(stop_));
+    EXPECT_EQ(folder_.names(), Names{"film.mp4"});
+    EXPECT_EQ(content_of(folder_ / "film.mp4"), "new");
+}
+
 TEST_F(PrivateFileTest, IsNotPublishedEmpty) {
     const std::string old = folder_.write("film.mp4", "old");
     EXPECT_TRUE(write_and_publish(old, ""));

@@ -59,6 +59,21 @@ TEST(Progress, SkipsLinesThatSayNothing) {
     EXPECT_EQ(lines_of({"\nnonsense\n=\n" + std::string(100'000, 'x') + "\n" + kReports}), kLines);
 }
 
+TEST(FurthestProgress, StandsStillUntilTheWorkHasCaughtUp) {
+    const auto at = [](std::int64_t microseconds) {
+        Progress progress;
+        progress.microseconds = microseconds;
+        return progress;
+    };
+    FurthestProgress furthest;
+    EXPECT_EQ(furthest.with({}).microseconds, std::nullopt);
+    EXPECT_EQ(furthest.with(at(100)).microseconds, 100);
+    EXPECT_EQ(furthest.with(at(300)).microseconds, 300);
+    EXPECT_EQ(furthest.with({}).microseconds, 300);
+    EXPECT_EQ(furthest.with(at(200)).microseconds, 300);
+    EXPECT_EQ(furthest.with(at(301)).microseconds, 301);
+}
+
 TEST(FileProgress, DrawsABar) {
     EXPECT_EQ(file_progress_line(45), "ISO File Writing: |=========           | (45/100)\r");
     EXPECT_EQ(file_progress_line(-1), "ISO File Writing: |                    | (0/100)\r");

@@ -32,6 +32,9 @@ OPTIONS = (
     "-f ipod"
 ).split()
 
+# Options of a film that is soon made.
+SMALL = ("-c:v", "mpeg4", "-q:v", 4, "-c:a", "aac")
+
 LIMIT = 480
 
 
@@ -165,6 +168,16 @@ def pitch_of(path: Path, index: str = "a:0", after: float = 0) -> int:
     return round(crossings * 8000 / len(samples) / 10) * 10
 
 
+def damage_sound(film: Path, first: int = 0, count: int | None = None) -> None:
+    """Damages so many of the first sound's packets from the one on, or all that follow."""
+    data = bytearray(film.read_bytes())
+    packets = probe(film, "-show_packets", "-select_streams", "a:0")["packets"]
+    for packet in packets[first:][:count]:
+        start, size = int(packet["pos"]), int(packet["size"])
+        data[start : start + size] = b"\xff" * size
+    film.write_bytes(data)
+
+
 def asked_size(report: Report) -> tuple[int, int]:
     """The size that the program asks for on the smallest device."""
     width, height = report.width, report.height
@@ -188,6 +201,12 @@ class FilmCase(unittest.TestCase):
         path = self.folder / name
         ffmpeg(*arguments, b"file:" + os.fsencode(path))
         return path
+
+    def sounds(self, name: str, *pitches: int, more: tuple = SMALL) -> Path:
+        """A film of a second with a tone of each pitch as a sound of its own."""
+        inputs = [word for pitch in pitches for word in tone(1, pitch)]
+        maps = [word for at in range(len(pitches) + 1) for word in ("-map", at)]
+        return self.film(name, *picture(1), *inputs, *maps, *more)
 
     def run_tool(self, *arguments: object, **more: object) -> Ended:
         environment = os.environ | more.pop("environment", {})

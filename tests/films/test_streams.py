@@ -1,10 +1,21 @@
 """The film itself is reported and converted: not covers, thumbnails, stills or damaged sound."""
 
-from film_case import FilmCase, Path, ffmpeg, picture, pitch_of, probe, size_of, streams, tone
+from film_case import (
+    SMALL,
+    FilmCase,
+    Path,
+    damage_sound,
+    ffmpeg,
+    picture,
+    pitch_of,
+    probe,
+    size_of,
+    streams,
+    tone,
+)
 from table import row
 
 SECTION = "The film that comes in"
-SMALL = ("-c:v", "mpeg4", "-q:v", 4, "-c:a", "aac")
 
 
 class Streams(FilmCase):
@@ -22,20 +33,6 @@ class Streams(FilmCase):
         heard = pitch_of(self.out, after=after)
         self.assertEqual(heard, pitch)
         row(SECTION, case, f"the sound of {heard} Hz")
-
-    def sounds(self, name: str, *pitches: int, more: tuple = SMALL) -> Path:
-        inputs = [word for pitch in pitches for word in tone(1, pitch)]
-        maps = [word for at in range(len(pitches) + 1) for word in ("-map", at)]
-        return self.film(name, *picture(1), *inputs, *maps, *more)
-
-    def damage_sound(self, film: Path, count: int | None = None) -> None:
-        """Damages so many of the first sound's packets, or all."""
-        data = bytearray(film.read_bytes())
-        packets = probe(film, "-show_packets", "-select_streams", "a:0")["packets"]
-        for packet in packets[:count]:
-            start, size = int(packet["pos"]), int(packet["size"])
-            data[start : start + size] = b"\xff" * size
-        film.write_bytes(data)
 
     def test_a_cover_picture_first(self) -> None:
         film = self.film("film.mp4", *picture(1), *SMALL)
@@ -103,7 +100,7 @@ class Streams(FilmCase):
 
     def test_sound_that_cannot_be_decoded_is_passed_over(self) -> None:
         film = self.sounds("film.mp4", 440, 880)
-        self.damage_sound(film)
+        damage_sound(film)
         self.check_sound("default sound all damaged, sound of 880 Hz", film, 880)
 
     def test_only_damaged_sound_leaves_a_silent_film(self) -> None:
@@ -127,7 +124,7 @@ class Streams(FilmCase):
 
     def test_sound_that_is_damaged_at_its_start_only(self) -> None:
         film = self.film("film.mp4", *picture(3), *tone(3), *SMALL)
-        self.damage_sound(film, 50)
+        damage_sound(film, count=50)
         self.check_sound("the first 50 packets of the sound damaged", film, 440, after=1.5)
 
     def test_data_and_subtitles_stay_out_and_chapters_and_title_stay_in(self) -> None:

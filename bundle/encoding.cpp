@@ -1,0 +1,133 @@
+#include "encoding.h"
+
+#include <unistd.h>
+
+#include <functional>
+#include <nlohmann/json.hpp>
+
+#include "console.h"
+#include "encoder_arguments.h"
+#include "ffmpeg_filters.h"
+#include "ffmpeg_run.h"
+#include "film_check.h"
+#include "film_probe.h"
+#include "listening.h"
+#include "progress.h"
+
+namespace bundle {
+
+namespace {
+
+/// Asks for the colour filters only where they matter, and says what comes out without them.
+bool colours_can_be_converted(const TranscodeRequest& request, const Film& film,
+                              const StopSignals& stop) {
+    const Colour& colour = film.video.colour;
+    if (!needs_colour_conversion(colour) || has_colour_filters(stop)) {
+        return true;
+    }
+    complain("ffmpeg",
+             in_quotes(request.input) +
+                 (is_high_dynamic_range(colour) ? " is HDR (high dynamic range)"
+                                                : " has unusual colours") +
+                 ", and the system's ffmpeg has no zscale and tonemap filters to convert that: the "
+                 "colours stay as they are and look flat on most devices");
+    return false;
+}
+
+/// Encodes one source, as often as need be.
+class Encoder {
+  public:
+    Encoder(const TranscodeRequest& request, const nlohmann::json& probed, PrivateFile& output,
+            const StopSignals& stop)
+        : request_(request),
+          probed_(probed),
+          output_(output),
+          stop_(stop),
+          listening_(request.input, probed, stop) {}
+
+    Result<EncodedFilm> encode(const Film& film, bool has_zscale) {
+        const auto messages = run_ffmpeg(work_on(film, has_zscale), show_, stop_);
+        if (!messages) {
+            return messages.failure();
+        }
+        const auto duration = check_film(output_.path(), {film.audio.has_value()});
+        if (!duration) {
+            consider_lost_sound(film);
+            return Failure{duration.failure().message, kStatusFailed, *messages};
+        }
+        return EncodedFilm{film, *duration, *messages};
+    }
+
+    /// True when the work on the film has failed by a sound that nobody can hear.
+    bool has_lost_its_sound(const Film& film) const {
+        return listening_.found_silent(film) && stop_.received() == 0;
+    }
+
+    /// With the next sound, or without one.
+    Result<EncodedFilm> encode_what_is_heard(bool has_zscale) {
+        const auto film = find_film(request_.input, probed_, listening_.silent(), stop_);
+        if (!film) {
+            return film.failure();
+        }
+        const auto failure = output_.renew();
+        return failure ? *failure : encode(*film, has_zscale);
+    }
+
+  private:
+    FfmpegWork work_on(const Film& film, bool has_zscale) {
+        FfmpegWork work{encoder_arguments(request_, film, output_.path(), has_zscale)};
+        work.subject = request_.input;
+        if (film.audio) {
+            work.is_useless = [&] {
+                listening_.listen();
+                return listening_.found_silent(film);
+            };
+        }
+        return work;
+    }
+
+    /// Where nothing but the sound is missing, the next one has to be one that can be heard.
+    void consider_lost_sound(const Film& film) {
+        if (check_film(output_.path(), {})) {
+            listening_.listen();
+            listening_.take_for_silent(film);
+        }
+    }
+
+    const TranscodeRequest& request_;
+    const nlohmann::json& probed_;
+    PrivateFile& output_;
+    const StopSignals& stop_;
+    Listening listening_;
+    FurthestProgress furthest_;
+    const std::function<void(const Progress&)> show_ = [this](const Progress& progress) {
+        write_if_ready(STDERR_FILENO, old_progress_line(furthest_.with(progress)));
+    };
+};
+
+}  // namespace
+
+Result<EncodedFilm> encode_film(const TranscodeRequest& request, PrivateFile& output,
+                                const StopSignals& stop) {
+    const auto probed = probe_for_conversion(request.input, stop);
+    if (!probed) {
+        return probed.failure();
+    }
+    const auto film = find_film(request.input, *probed, {}, stop);
+    if (!film) {
+        return film.failure();
+    }
+    const bool has_zscale = colours_can_be_converted(request, *film, stop);
+    Encoder encoder(request, *probed, output, stop);
+    auto made = encoder.encode(*film, has_zscale);
+    if (!made && encoder.has_lost_its_sound(*film)) {
+        made = encoder.encode_what_is_heard(has_zscale);
+    }
+    if (!made) {
+        return output.explained(made.failure());
+    }
+    tell_messages(made->messages, request.input);
+    return made;
+}
+
+}  // namespace bundle

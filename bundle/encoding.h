@@ -1,0 +1,30 @@
+#pragma once
+
+#include <string>
+
+#include "film.h"
+#include "lifetime.h"
+#include "private_file.h"
+#include "result.h"
+#include "transcode_request.h"
+
+namespace bundle {
+
+/// A film that was made.
+struct EncodedFilm {
+    Film film;             ///< the one that it was made of
+    double duration = 0;   ///< of what was made, in seconds
+    std::string messages;  ///< what the system's ffmpeg had to say, usually nothing
+};
+
+/// Encodes the source into `output` and looks whether that is whole, with progress lines in the old
+/// form on the error stream.
+///
+/// Blocks. The sound is taken as the source tells of it. When there is any trouble, it is listened
+/// to while the encoder goes on; when nothing of it can be decoded, the encoder is ended and the
+/// work done anew with the next sound or without one. So it is when the new film turns out to hold
+/// no sound. The progress then stands still until the new work has caught up.
+Result<EncodedFilm> encode_film(const TranscodeRequest& request, PrivateFile& output,
+                                const StopSignals& stop);
+
+}  // namespace bundle
