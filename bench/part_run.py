@@ -128,8 +128,8 @@ class Runs:
 
 
 def told_apart(runs: dict[str, list[float]]) -> list[Figure]:
-    """A whole run beside the encoders of that very run: no run is slower than its own encoders for
-    any other reason than the program."""
+    """A whole run beside the encoders of that very run. What slows the machine slows both; that the
+    program slows its own encoders is not seen here."""
     return [
         ratio_figure(
             "run",

@@ -38,12 +38,12 @@ def figures(results: dict[str, Any]) -> dict[str, list[Figure]]:
 
 def value_text(figure: Figure) -> str:
     unit = "" if figure["unit"] == "ratio" else f" {figure['unit']}"
-    return f"{figure['value']:.3g}{unit}"
+    return f"{figure['value']:.4g}{unit}"
 
 
 def pairs_text(figure: Figure) -> str:
     ratios = figure["samples"].get("ratios", [])
-    return f"{min(ratios):.3g} to {max(ratios):.3g} in {len(ratios)}" if len(ratios) > 1 else ""
+    return f"{min(ratios):.4g} to {max(ratios):.4g} in {len(ratios)}" if len(ratios) > 1 else ""
 
 
 def table(results: dict[str, Any]) -> Iterator[str]:
