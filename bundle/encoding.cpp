@@ -53,7 +53,9 @@ class Encoder {
         const auto duration = check_film(output_.path(), {film.audio.has_value()});
         if (!duration) {
             consider_lost_sound(film);
-            return Failure{duration.failure().message, kStatusFailed, *messages};
+            return stop_.received() != 0
+                       ? stop_.failure()
+                       : Failure{duration.failure().message, kStatusFailed, *messages};
         }
         return EncodedFilm{film, *duration, *messages};
     }
@@ -63,14 +65,12 @@ class Encoder {
         return listening_.found_silent(film) && stop_.received() == 0;
     }
 
-    /// With the next sound, or without one.
-    Result<EncodedFilm> encode_what_is_heard(bool has_zscale) {
-        const auto film = find_film(request_.input, probed_, listening_.silent(), stop_);
-        if (!film) {
-            return film.failure();
+    /// Makes ready for the film with the next sound, or without one.
+    Result<Film> next_film() {
+        if (auto failure = output_.renew()) {
+            return *failure;
         }
-        const auto failure = output_.renew();
-        return failure ? *failure : encode(*film, has_zscale);
+        return find_film(request_.input, probed_, listening_.silent(), stop_);
     }
 
   private:
@@ -113,15 +113,19 @@ Result<EncodedFilm> encode_film(const TranscodeRequest& request, PrivateFile& ou
     if (!probed) {
         return probed.failure();
     }
-    const auto film = find_film(request.input, *probed, {}, stop);
+    auto film = find_film(request.input, *probed, {}, stop);
     if (!film) {
         return film.failure();
     }
     const bool has_zscale = colours_can_be_converted(request, *film, stop);
     Encoder encoder(request, *probed, output, stop);
     auto made = encoder.encode(*film, has_zscale);
-    if (!made && encoder.has_lost_its_sound(*film)) {
-        made = encoder.encode_what_is_heard(has_zscale);
+    while (!made && encoder.has_lost_its_sound(*film)) {
+        film = encoder.next_film();
+        if (!film) {
+            return output.explained(film.failure());
+        }
+        made = encoder.encode(*film, has_zscale);
     }
     if (!made) {
         return output.explained(made.failure());

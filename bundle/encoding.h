@@ -20,10 +20,10 @@ struct EncodedFilm {
 /// Encodes the source into `output` and looks whether that is whole, with progress lines in the old
 /// form on the error stream.
 ///
-/// Blocks. The sound is taken as the source tells of it. When there is any trouble, it is listened
-/// to while the encoder goes on; when nothing of it can be decoded, the encoder is ended and the
-/// work done anew with the next sound or without one. So it is when the new film turns out to hold
-/// no sound. The progress then stands still until the new work has caught up.
+/// Blocks. The sound is taken as the source tells of it. When the encoder says something or fails,
+/// or when the new film holds no sound, it is listened to, meanwhile or afterwards; when nothing of
+/// it can be decoded, the encoder is ended and the work done anew with the next sound, in the end
+/// without one. The progress then stands still until the new work has caught up.
 Result<EncodedFilm> encode_film(const TranscodeRequest& request, PrivateFile& output,
                                 const StopSignals& stop);
 

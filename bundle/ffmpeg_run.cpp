@@ -63,8 +63,8 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
         run({*program, with_manners(work.arguments), work.alias, work.input}, listener, stop);
     if (!status) {
         Failure failure = status.failure();
-        failure.message += stop.received() != 0 ? "" : on(work.subject);
-        return failure;
+        failure.message += on(work.subject);
+        return stop.received() != 0 ? stop.failure() : failure;
     }
     std::string text = messages.text();
     if (*status != 0) {

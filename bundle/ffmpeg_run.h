@@ -24,7 +24,7 @@ struct FfmpegWork {
 /// Has the system's ffmpeg do the work, and blocks until it has.
 ///
 /// `show` is called with the latest progress at each of ffmpeg's reports, and between them too, at
-/// least four times a second. ffmpeg's last messages are returned, or go into the failure when it
+/// least four times a second but while `is_useless` takes its time. ffmpeg's last messages are returned, or go into the failure when it
 /// fails; all of them would be endless for a damaged film.
 Result<std::string> run_ffmpeg(const FfmpegWork& work,
                                const std::function<void(const Progress&)>& show,

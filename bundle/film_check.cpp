@@ -25,13 +25,27 @@ Failure incomplete(const char* what) {
     return {std::string("the new film is incomplete: ") + what};
 }
 
-/// The tracks of these kinds that hold something.
+/// True for a track of one of these kinds that holds something.
+bool is_any_of(const Mp4Track& track, std::span<const std::string_view> handlers) {
+    return track.samples > 0 &&
+           std::find(handlers.begin(), handlers.end(), track.handler) != handlers.end();
+}
+
 std::ptrdiff_t tracks_of(const Mp4Index& index, std::span<const std::string_view> handlers) {
-    return std::count_if(
-        index.tracks.begin(), index.tracks.end(), [&handlers](const Mp4Track& track) {
-            return track.samples > 0 &&
-                   std::find(handlers.begin(), handlers.end(), track.handler) != handlers.end();
-        });
+    return std::count_if(index.tracks.begin(), index.tracks.end(),
+                         [&](const Mp4Track& track) { return is_any_of(track, handlers); });
+}
+
+/// Of what is seen and heard: the names of the chapters may reach to the end of a film that broke
+/// off.
+double duration_of(const Mp4Index& index) {
+    double longest = 0;
+    for (const Mp4Track& track : index.tracks) {
+        if (is_any_of(track, kPicture) || is_any_of(track, kSound)) {
+            longest = std::max(longest, track.duration);
+        }
+    }
+    return longest;
 }
 
 }  // namespace
@@ -51,7 +65,7 @@ Result<double> check_film(const std::string& path, const Streams& streams) {
     if (tracks_of(*index, kSubtitles) < streams.subtitle_tracks) {
         return incomplete("it has no subtitles");
     }
-    return index->duration;
+    return duration_of(*index);
 }
 
 std::string shortfall(double promised, double made) {

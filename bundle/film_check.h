@@ -13,7 +13,7 @@ struct Streams {
 };
 
 /// Looks by its index whether a finished MP4 film is whole and holds a picture and these streams; a
-/// stream without content is missing. Its duration in seconds, 0 when it has none.
+/// stream without content is missing. The seconds that it is seen or heard for, 0 when not told.
 Result<double> check_film(const std::string& path, const Streams& streams);
 
 /// What to tell about a film that is shorter than its source promised, by more than two seconds and

@@ -10,7 +10,8 @@
 namespace bundle {
 
 /// Finds out which sounds of a film are damaged or enciphered, so that nothing of them can be
-/// decoded though there is a decoder. That takes a start of ffprobe, so it waits for a reason.
+/// decoded though there is a decoder. That takes a start of ffprobe, and another one where the first
+/// finds such a sound, so it waits for a reason.
 class Listening {
   public:
     /// The film in the file `path`, of which ffprobe told `probed`.

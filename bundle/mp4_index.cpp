@@ -11,6 +11,8 @@ namespace {
 // Offsets in the contents of the boxes, which begin with a version and flags.
 constexpr std::size_t kMvhdScale = 12;
 constexpr std::size_t kMvhdScaleOfVersion1 = 20;
+constexpr std::size_t kTkhdDuration = 20;
+constexpr std::size_t kTkhdDurationOfVersion1 = 28;
 constexpr std::size_t kHandler = 8;
 constexpr std::size_t kSampleSize = 4;  ///< in stsz: of all samples, or 0
 constexpr std::size_t kFieldBits = 7;   ///< in stz2: of each sample's size
@@ -159,28 +161,48 @@ class Chunks {
     int width_;
 };
 
-/// The film's duration in seconds (8.2.2).
-std::optional<double> duration_in(std::string_view moov) {
-    const auto mvhd = content(moov, {0, moov.size()}, {"mvhd"});
-    const bool is_long = mvhd && !mvhd->empty() && mvhd->front() == 1;
-    const std::size_t scale_at = is_long ? kMvhdScaleOfVersion1 : kMvhdScale;
-    const int width = is_long ? 8 : 4;
-    if (!mvhd || mvhd->size() < scale_at + 4 + static_cast<std::size_t>(width)) {
+/// A box whose times take 8 bytes each instead of 4.
+bool is_wide(std::string_view box) {
+    return !box.empty() && box.front() == 1;
+}
+
+/// The ticks that a box tells at the offset that its form has them at; 0 when it does not know.
+std::optional<double> ticks_in(std::string_view box, std::size_t narrow_at, std::size_t wide_at) {
+    const std::size_t at = is_wide(box) ? wide_at : narrow_at;
+    const int width = is_wide(box) ? 8 : 4;
+    if (box.size() < at + static_cast<std::size_t>(width)) {
         return std::nullopt;
     }
-    const std::uint64_t scale = number_at(*mvhd, scale_at, 4);
-    const std::uint64_t ticks = number_at(*mvhd, scale_at + 4, width);
-    const std::uint64_t untold = is_long ? std::numeric_limits<std::uint64_t>::max()
-                                         : std::numeric_limits<std::uint32_t>::max();
-    if (scale == 0) {
-        return std::nullopt;
-    }
-    return ticks == untold ? 0 : static_cast<double>(ticks) / static_cast<double>(scale);
+    const std::uint64_t ticks = number_at(box, at, width);
+    const std::uint64_t untold = is_wide(box) ? std::numeric_limits<std::uint64_t>::max()
+                                              : std::numeric_limits<std::uint32_t>::max();
+    return ticks == untold ? 0 : static_cast<double>(ticks);
+}
+
+/// How many ticks a second has (8.2.2), and how many the film; only where there are any.
+struct Clock {
+    double ticks_per_second = 1;
+    double ticks = 0;
+};
+
+std::optional<Clock> clock_in(std::string_view moov) {
+    const std::string_view mvhd = content(moov, {0, moov.size()}, {"mvhd"}).value_or("");
+    const auto ticks = ticks_in(mvhd, kMvhdScale + 4, kMvhdScaleOfVersion1 + 4);
+    const double scale = ticks ? static_cast<double>(number_at(
+                                     mvhd, is_wide(mvhd) ? kMvhdScaleOfVersion1 : kMvhdScale, 4))
+                               : 0;
+    return scale > 0 ? std::optional(Clock{scale, *ticks}) : std::nullopt;
+}
+
+/// A track's ticks (8.3.2).
+double ticks_of_track(std::string_view bytes, const Range& trak) {
+    const std::string_view tkhd = content(bytes, trak, {"tkhd"}).value_or("");
+    return ticks_in(tkhd, kTkhdDuration, kTkhdDurationOfVersion1).value_or(0);
 }
 
 /// The track, when all of it lies in a file of so many bytes.
-std::optional<Mp4Track> track_in(std::string_view bytes, const Range& trak,
-                                 std::uint64_t file_size) {
+std::optional<Mp4Track> track_in(std::string_view bytes, const Range& trak, std::uint64_t file_size,
+                                 const Clock& clock) {
     const auto handler = content(bytes, trak, {"mdia", "hdlr"});
     const auto samples = descendant(bytes, trak, {"mdia", "minf", "stbl"});
     const auto sizes = samples ? SampleSizes::in(bytes, *samples) : std::nullopt;
@@ -189,7 +211,8 @@ std::optional<Mp4Track> track_in(std::string_view bytes, const Range& trak,
         !chunks->lie_within(file_size, *sizes)) {
         return std::nullopt;
     }
-    return Mp4Track{std::string(handler->substr(kHandler, 4)), sizes->count()};
+    return Mp4Track{std::string(handler->substr(kHandler, 4)), sizes->count(),
+                    ticks_of_track(bytes, trak) / clock.ticks_per_second};
 }
 
 }  // namespace
@@ -197,16 +220,16 @@ std::optional<Mp4Track> track_in(std::string_view bytes, const Range& trak,
 std::optional<Mp4Index> read_mp4_index(std::istream& file) {
     const auto moov = find_moov(file);
     const std::string bytes = moov ? read_range(file, *moov) : "";
-    const auto duration = duration_in(bytes);
-    if (!file || !duration) {
+    const auto clock = clock_in(bytes);
+    if (!file || !clock) {
         return std::nullopt;
     }
-    Mp4Index index{*duration, {}};
+    Mp4Index index{clock->ticks / clock->ticks_per_second, {}};
     const std::uint64_t size = stream_size(file);
     Range rest{0, bytes.size()};
     while (const auto box = take_box(bytes, rest)) {
         if (box->type == "trak") {
-            const auto track = track_in(bytes, box->content, size);
+            const auto track = track_in(bytes, box->content, size, *clock);
             if (!track) {
                 return std::nullopt;
             }

@@ -12,11 +12,12 @@ namespace bundle {
 struct Mp4Track {
     std::string handler;        ///< the kind in four letters: "vide", "soun", "sbtl", ...
     std::uint64_t samples = 0;  ///< frames, pieces of sound or texts
+    double duration = 0;        ///< seconds in the film; 0 when it is not told
 };
 
 /// What the index of an MP4 film tells.
 struct Mp4Index {
-    double duration = 0;  ///< seconds; 0 when it is not told
+    double duration = 0;  ///< seconds, of the longest track; 0 when it is not told
     std::vector<Mp4Track> tracks;
 };
 

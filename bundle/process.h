@@ -24,7 +24,7 @@ struct Command {
 struct Listener {
     std::function<void(std::string_view)> on_output;  ///< a piece of its standard output
     std::function<void(std::string_view)> on_error;   ///< a piece of its error stream
-    std::function<void()> on_tick;                    ///< at least once every `kTick`
+    std::function<void()> on_tick;                    ///< every `kTick`, if none of these takes longer
     std::function<bool()> is_enough = {};             ///< true ends the program
 };
 

@@ -4,6 +4,6 @@
 set -eu
 script=$0
 if [ -L "$script" ]; then script=$(readlink -f -- "$script"); fi
-case $script in */*) ;; *) script=./$script ;; esac
+case $script in /*) ;; *) script=./$script ;; esac
 cd -P -- "${script%/*}/.."
 exec ./vantreo "$@"

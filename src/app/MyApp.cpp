@@ -31,7 +31,7 @@ bool MyApp::OnInit() {
     frame->layout_checkVersion();
     frame->Show(true);
     SetTopWindow(frame);
-    // It is drawn once before and once after it has its place.
+    // The first drawing may still have the size that the window manager came up with.
     paint_now(*frame, 2);
     frame->checkVersion();
     return true;

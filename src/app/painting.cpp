@@ -10,6 +10,10 @@
 #include <wx/utils.h>
 
 #include <optional>
+#ifdef GDK_WINDOWING_X11
+// Behind everything else: it makes macros of words like None.
+#include <gdk/gdkx.h>
+#endif
 
 namespace {
 
@@ -39,6 +43,16 @@ class DrawCounter {
     gulong handler;
 };
 
+/// Whether the window can be drawn between the display's frames: what is drawn on a Wayland display
+/// then is not shown.
+bool has_x_display(GtkWidget* widget) {
+#ifdef GDK_WINDOWING_X11
+    return GDK_IS_X11_DISPLAY(gtk_widget_get_display(widget));
+#else
+    return false;
+#endif
+}
+
 /// Whether the display has given the window the size that the frame asked for.
 bool has_its_size(wxFrame& frame) {
     GtkWidget* const widget = frame.GetHandle();
@@ -64,6 +78,7 @@ void paint_now(wxFrame& frame, int draws) {
         activator.emplace(&own);
     wxEventLoopBase& loop = *wxEventLoopBase::GetActive();
 
+    const bool is_on_x = has_x_display(frame.GetHandle());
     const DrawCounter counter(frame.GetHandle());
     gtk_widget_queue_draw(frame.GetHandle());
     const wxStopWatch watch;
@@ -74,9 +89,9 @@ void paint_now(wxFrame& frame, int draws) {
             gtk_widget_queue_draw(frame.GetHandle());
             ++asked;
         }
-        if (asked == draws && has_its_size(frame))
+        if (asked == draws && is_on_x && has_its_size(frame))
             draw_at_once(frame);
-        else
+        if (counter.draws() < draws)
             wxMilliSleep(kRoundMillis);
     }
     gdk_display_sync(gtk_widget_get_display(frame.GetHandle()));

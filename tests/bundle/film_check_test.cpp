@@ -43,6 +43,17 @@ TEST(FilmCheck, WantsThePictureAndTheStreams) {
               "the new film is incomplete: it has no picture");
 }
 
+TEST(FilmCheck, TakesTheChaptersForNoPartOfTheFilm) {
+    const TemporaryFolder folder;
+    const std::string chapters =
+        folder.write("chapters", ";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1\nSTART=0\nEND=9\n");
+    ASSERT_TRUE(run_ffmpeg({"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=1", "-i", chapters,
+                            "-map", "0", "-map_chapters", "1", folder / "film.mp4"}));
+    const auto duration = check_film(folder / "film.mp4", {});
+    ASSERT_TRUE(duration);
+    EXPECT_NEAR(*duration, 1, 0.05);
+}
+
 TEST(FilmCheck, WantsAWholeFilm) {
     const TemporaryFolder folder;
     ASSERT_TRUE(make_film_with_subtitles(folder / "film.mp4"));

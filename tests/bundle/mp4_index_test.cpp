@@ -209,7 +209,7 @@ TEST(Mp4Index, IsNoneWhereverTheFileBreaksOff) {
     }
 }
 
-TEST(Mp4Index, AsksForNoMoreMemoryThanTheFileHas) {
+TEST(Mp4Index, IsNoneWhereItTellsOfMoreThanTheFileHas) {
     const std::string many = zeros(4) + number(0xFFFFFFFF, 4);
     const std::string head = box("mdat", std::string(kDataSize, '.'));
     EXPECT_FALSE(read(film(kMvhd + track("vide", full_box("stsz", many)))));

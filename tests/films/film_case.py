@@ -168,10 +168,10 @@ def pitch_of(path: Path, index: str = "a:0", after: float = 0) -> int:
     return round(crossings * 8000 / len(samples) / 10) * 10
 
 
-def damage_sound(film: Path, first: int = 0, count: int | None = None) -> None:
-    """Damages so many of the first sound's packets from the one on, or all that follow."""
+def damage_sound(film: Path, first: int = 0, count: int | None = None, sound: int = 0) -> None:
+    """Damages so many of a sound's packets from the one on, or all that follow."""
     data = bytearray(film.read_bytes())
-    packets = probe(film, "-show_packets", "-select_streams", "a:0")["packets"]
+    packets = probe(film, "-show_packets", "-select_streams", f"a:{sound}")["packets"]
     for packet in packets[first:][:count]:
         start, size = int(packet["pos"]), int(packet["size"])
         data[start : start + size] = b"\xff" * size

@@ -94,6 +94,18 @@ class Listening(OutputCase):
             "a film without sound; the trace tells that it was lost",
         )
 
+    def test_every_sound_damaged_leaves_the_picture_and_a_trace(self) -> None:
+        self.record("ffmpeg", after="2> /dev/null")
+        for codec in ("aac", "ac3"):
+            with self.subTest(codec):
+                film = self.damaged(440, 880, 1320, codec=codec)
+                damage_sound(film, sound=1)
+                damage_sound(film, sound=2)
+                self.encode(film)
+                self.assertEqual(streams(self.out, "audio"), [])
+                self.assertIn(SILENT, self.trace())
+                self.assertEqual(names(self.place), [self.out.name, trace_of(self.out).name])
+
     def test_another_sound_takes_the_place_of_one_that_is_silent(self) -> None:
         ended = self.encode(self.damaged(440, 880))
         self.assert_starts(ffprobe=3, ffmpeg=2)
@@ -119,6 +131,7 @@ class Listening(OutputCase):
                 self.assertEqual(self.starts("ffmpeg"), 2)
                 self.assertEqual(pitch_of(self.out), 880)
                 times = [float(time) for time in re.findall(r"time=([0-9.]+)", ended.text)]
+                self.assertGreater(len(times), 1)
                 self.assertEqual(times, sorted(times))
 
     def test_an_encoder_that_fails_without_a_word_on_the_sound_is_started_without_it(self) -> None:
@@ -147,6 +160,11 @@ class Listening(OutputCase):
 
     def test_a_stop_while_it_is_listened_ends_all(self) -> None:
         self.record("ffprobe", before='[ -z "$listens" ] || exec sleep 60')
+        self.check_stops(self.damaged(440))
+
+    def test_a_stop_while_it_is_listened_afterwards_ends_all(self) -> None:
+        self.record("ffprobe", before='[ -z "$listens" ] || exec sleep 60')
+        self.record("ffmpeg", after="2> /dev/null")
         self.check_stops(self.damaged(440))
 
     def test_a_stop_while_it_is_encoded_anew_ends_all(self) -> None:

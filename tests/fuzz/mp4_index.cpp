@@ -44,13 +44,25 @@ void check(const bundle::Mp4Index& index, const std::string& bytes) {
     }
 }
 
+/// What has been placed stays where it is.
+void place_subtitles(const std::string& bytes) {
+    std::istringstream file(bytes);
+    const auto moov = bundle::find_moov(file);
+    std::string index = moov ? bundle::read_range(file, *moov) : "";
+    if (bundle::place_text_track(index, {160, 18, 102})) {
+        std::string again = index;
+        REQUIRE(bundle::place_text_track(again, {160, 18, 102}) && again == index);
+        (void)bundle::place_text_track(index, {320, 36, 204});
+        REQUIRE(again != index && again.size() == index.size());
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    std::string bytes(reinterpret_cast<const char*>(data), size);
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
     if (const auto index = read(bytes))
         check(*index, bytes);
-    (void)bundle::place_text_track(bytes, {160, 18, 102});
-    REQUIRE(bytes.size() == size);
+    place_subtitles(bytes);
     return 0;
 }

@@ -44,6 +44,12 @@ class Launcher(unittest.TestCase):
         self.assert_starts("./vantreo", cwd=self.launcher.parent)
         self.assert_starts("bin/vantreo", cwd=self.home)
 
+    def test_is_not_led_astray_by_the_folders_that_cd_searches(self) -> None:
+        (self.folder / "bin").mkdir()
+        self.assert_starts(
+            "bin/vantreo", cwd=self.home, env=os.environ | {"CDPATH": str(self.folder)}
+        )
+
     def test_is_found_by_its_name(self) -> None:
         path = f"{self.launcher.parent}:{os.environ['PATH']}"
         self.assert_starts("sh", "-c", 'exec vantreo "$@"', "sh", env=os.environ | {"PATH": path})
