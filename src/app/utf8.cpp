@@ -1,6 +1,5 @@
 #include "app/utf8.h"
 
-#include <algorithm>
 #include <cstddef>
 
 namespace {
@@ -19,15 +18,16 @@ wxString text_from_utf8(std::string_view bytes) {
     // The toolkit lets overlong forms, surrogates and numbers that are no characters pass, and then
     // fails an assertion when it meets them in its own strings.
     const wxString text = wxString::FromUTF8(bytes.data(), bytes.size());
-    if (!is_well_formed(text))
-        return wxEmptyString;
     std::size_t length = 0;
-    for (const wxUniChar c : text)
-        length += length_in_utf8(c);
+    for (const wxUniChar c : text) {
+        const std::size_t bytesOfOne = length_in_utf8(c);
+        if (bytesOfOne == 0)
+            return wxEmptyString;
+        length += bytesOfOne;
+    }
     return length == bytes.size() ? text : wxString();
 }
 
-bool is_well_formed(const wxString& text) {
-    return std::all_of(text.begin(), text.end(),
-                       [](wxUniChar c) { return length_in_utf8(c) != 0; });
+bool is_character(wxUniChar c) {
+    return length_in_utf8(c) != 0;
 }

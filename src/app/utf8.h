@@ -6,6 +6,3 @@
 
 /// The text that `bytes` hold in UTF-8; empty when they are not well-formed, as RFC 3629 has it.
 wxString text_from_utf8(std::string_view bytes);
-
-/// False for a text that holds a surrogate or a number beyond the last character.
-bool is_well_formed(const wxString& text);

@@ -1,108 +1,119 @@
 #include "settings/settings_file.h"
 
 #include <wx/convauto.h>
-#include <wx/file.h>
-#include <wx/filefn.h>
+#include <wx/debug.h>
 #include <wx/log.h>
-#include <wx/sstream.h>
-#include <wx/tokenzr.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
-
-#include "app/utf8.h"
+#include <system_error>
 
 namespace {
 
-/// Far more than the program ever writes; every change writes the whole file.
-constexpr wxFileOffset kLargestFile = wxFileOffset{1} << 20;
+namespace fs = std::filesystem;
 
-/// What is left of a settings file.
-struct SoundText {
-    wxString lines;
-    bool whole = true;  ///< nothing was lost, and the encoding is the program's own
+/// Far more than the program ever writes; every change writes the whole file.
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{1} << 20U;
+
+/// Reads every encoding that wxConvAuto recognises and writes UTF-8. wxConvAuto itself writes the
+/// encoding that it has read, without its mark, and Latin-1 lacks letters of some languages.
+class SettingsEncoding : public wxConvAuto {
+  public:
+    size_t FromWChar(char* to, size_t room, const wchar_t* from, size_t length) const override {
+        return wxConvUTF8.FromWChar(to, room, from, length);
+    }
+    size_t GetMBNulLen() const override { return 1; }
+    wxMBConv* Clone() const override { return new SettingsEncoding; }
 };
 
-std::string content_of(const wxString& path) {
-    std::ifstream file(path.fn_str(), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+fs::path path_of(const wxString& text) {
+    const wxScopedCharBuffer bytes = text.fn_str();
+    return std::string(bytes.data(), bytes.length());
 }
 
-bool is_name(const wxString& text) {
-    return !text.empty() && std::all_of(text.begin(), text.end(), [](wxUniChar c) {
-        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-    });
+wxString text_of(const fs::path& path) {
+    return {path.c_str(), *wxConvFileName};
 }
 
-/// An entry of the root group, or a comment.
-bool is_sound(const wxString& line) {
-    if (line.find(wxUniChar(0)) != wxString::npos || !is_well_formed(line))
+/// What `path` leads to if it is a symbolic link, else `path`. The toolkit renames a new file over
+/// the old one, which would replace the link.
+wxString end_of_links(const wxString& path) {
+    std::error_code error;
+    fs::path end = path_of(path);
+    if (!fs::is_symlink(end, error))
+        return path;
+    for (int links = 0; links < 40 && fs::is_symlink(end, error); ++links)
+        end = end.parent_path() / fs::read_symlink(end, error);
+    const fs::path plain = fs::weakly_canonical(end, error);
+    return plain.empty() ? path : text_of(plain);
+}
+
+/// False for bytes that no encoding explains, and for a NUL. What is not Unicode counts as Latin-1,
+/// where every byte is a letter, unless it holds control characters. The toolkit reads numbers
+/// beyond the last character, but cannot write them.
+bool is_text(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
+    const wxConvAuto encoding;
+    const wxString text(bytes.data(), encoding, bytes.size());
+    const bool isUnicode = !encoding.IsUsingFallbackEncoding();
+    return text.empty() == bytes.empty() &&
+           std::all_of(text.begin(), text.end(), [isUnicode](wxUniChar c) {
+               const auto code = c.GetValue();
+               const bool isControl = code < '\t' || (code > '\r' && code < ' ');
+               return isUnicode ? code != 0 && code <= 0x10FFFF : !isControl;
+           });
+}
+
+/// Renames `file` to the first free one of the names that end in ".bad", ".bad2", ".bad3", ...
+bool put_aside(const fs::path& file) {
+    fs::path other = file;
+    other += ".bad";
+    std::error_code error;
+    for (int n = 2; fs::exists(fs::symlink_status(other, error)); ++n)
+        other = fs::path(file) += ".bad" + std::to_string(n);
+    fs::rename(file, other, error);
+    const wxString fault = text_of(file) + " is not text or larger than 1 MiB; ";
+    if (error)
+        wxLogWarning("%sit cannot be renamed, so changes of the settings are not kept", fault);
+    else
+        wxLogWarning("%sit is renamed to %s", fault, text_of(other));
+    return !error;
+}
+
+/// Whether the toolkit can read `path`, if it exists, and write it.
+bool is_usable(const fs::path& path) {
+    std::error_code error;
+    const fs::file_type type = fs::status(path, error).type();
+    if (type == fs::file_type::not_found)
+        return true;
+    if (type != fs::file_type::regular) {
+        wxLogWarning("%s is not a file; changes of the settings are not kept", text_of(path));
         return false;
-    return line.StartsWith("#") || (line.Contains("=") && is_name(line.BeforeFirst('=')));
-}
-
-/// The toolkit trips over names that are empty, groups that bear an entry's name and the like, with
-/// a message box; and it goes on writing in the encoding that it has recognised, which need not
-/// have the letters of every language.
-SoundText sound_text(const std::string& content) {
-    SoundText sound;
-    wxString text = text_from_utf8(content);
-    if (text.empty() && !content.empty()) {
-        sound.whole = false;
-        text = wxString(content.data(), wxConvAuto(), content.size());
     }
-    if (text.StartsWith(wxUniChar(0xFEFF)))
-        text.erase(0, 1);
-    wxStringTokenizer lines(text, "\r\n", wxTOKEN_STRTOK);
-    while (lines.HasMoreTokens()) {
-        const wxString line = lines.GetNextToken();
-        if (is_sound(line))
-            sound.lines += line + "\n";
-        else
-            sound.whole = false;
-    }
-    return sound;
+    return (fs::file_size(path, error) <= kLargestFile && is_text(path)) || put_aside(path);
 }
 
-bool write_text(const wxString& path, const wxString& text) {
-    wxTempFile file(path);
-    return file.IsOpened() && file.Write(text, wxConvUTF8) && file.Commit();
-}
-
-std::unique_ptr<wxFileConfig> settings_in_file(const wxString& path) {
-    return std::make_unique<wxFileConfig>("", "", path, "", wxCONFIG_USE_LOCAL_FILE, wxConvAuto());
-}
-
-std::unique_ptr<wxFileConfig> settings_in_memory(const wxString& lines) {
-    wxStringInputStream stream(lines);
-    return std::make_unique<wxFileConfig>(stream, wxConvUTF8);
-}
-
-std::unique_ptr<wxFileConfig> usable_settings(const wxString& path) {
-    wxStructStat found;
-    if (wxStat(path, &found) != 0)
-        return settings_in_file(path);
-    if (!S_ISREG(found.st_mode)) {
-        wxLogWarning("%s is no file; the settings are not kept", path);
-        return settings_in_memory("");
-    }
-    if (found.st_size > kLargestFile) {
-        wxLogWarning("%s is too large for settings and is set aside", path);
-        return wxRenameFile(path, path + ".bad") ? settings_in_file(path) : settings_in_memory("");
-    }
-    const SoundText sound = sound_text(content_of(path));
-    if (sound.whole)
-        return settings_in_file(path);
-    wxLogWarning("%s is damaged; what can be read of it is kept", path);
-    return write_text(path, sound.lines) ? settings_in_file(path) : settings_in_memory(sound.lines);
+/// Lines such as "=1" or a group's second header fail assertions of the toolkit, which Debian's
+/// build shows in a dialog each. It keeps these lines all the same.
+std::unique_ptr<wxFileConfig> read_without_assertions(const wxString& file) {
+    const wxAssertHandler_t handler = wxSetAssertHandler(nullptr);
+    auto config = std::make_unique<wxFileConfig>("", "", file, "", wxCONFIG_USE_LOCAL_FILE,
+                                                 SettingsEncoding());
+    wxSetAssertHandler(handler);
+    return config;
 }
 
 }  // namespace
 
 std::unique_ptr<wxFileConfig> open_settings(const wxString& path) {
-    auto config = usable_settings(path);
+    const wxString file = end_of_links(path);
+    auto config = is_usable(path_of(file)) ? read_without_assertions(file)
+                                           : std::make_unique<wxFileConfig>("", "", "", "", 0);
     config->SetExpandEnvVars(false);  // a "$" in a folder's name is just that
     return config;
 }

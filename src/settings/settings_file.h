@@ -5,9 +5,10 @@
 
 #include <memory>
 
-/// Opens the settings file `path`, which need not exist; never fails, whatever lies there.
+/// Opens the settings file `path`, which need not exist; never fails, whatever is there.
 ///
-/// A damaged file keeps its sound lines and is rewritten in UTF-8; one that is far too large is
-/// renamed to `path` + ".bad". Where no file can be kept, the settings live in memory only. Causes
-/// are told on the console.
+/// What wxFileConfig reads is read, and a write keeps all lines but those of the entries written,
+/// in UTF-8. A symbolic link stays, and what it leads to is written. A file that is not text, or
+/// larger than 1 MiB, is renamed to `path` + ".bad" (".bad2", ...). Where no file can be kept, the
+/// settings live in memory only. Causes are reported on the console.
 std::unique_ptr<wxFileConfig> open_settings(const wxString& path);
