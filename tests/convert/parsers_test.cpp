@@ -38,6 +38,34 @@ TEST(ParseProbe, TakesTheLeadingNumberOfAFraction) {
     EXPECT_EQ(facts_with_rates("30000/1001 tbc").fps, 30000.0);
 }
 
+TEST(ParseProbe, ReadsNumbersWithALeadingZeroAsDecimal) {
+    wxString report = kReport;
+    report.Replace("00:02:03.45", "00:08:09.45");
+    report.Replace("1280x720", "0890x098");
+    const ProbeFacts facts = parse_probe(report);
+    EXPECT_EQ(facts.duration, 489);
+    EXPECT_EQ(facts.width, 890);
+    EXPECT_EQ(facts.height, 98);
+}
+
+TEST(ParseProbe, ReadsEveryFormOfAStreamsNumber) {
+    for (const char* stream : {"#0.10:", "#12.3:", "#0/1:", "#0.0[0x1e0]:", "#0.0(eng): Side A:"}) {
+        wxString report = kReport;
+        report.Replace("#0.0:", stream);
+        EXPECT_EQ(parse_probe(report).width, 1280) << stream;
+    }
+}
+
+TEST(ParseProbe, ReadsASizeUpToABlankACommaOrASlash) {
+    for (const char* end : {" ", ",", "/"}) {
+        wxString report = kReport;
+        report.Replace("1280x720,", wxString("1280x720") + end);
+        EXPECT_EQ(parse_probe(report).width, 1280) << end;
+        report.Replace(wxString("1280x720") + end, "1280x720;");
+        EXPECT_EQ(parse_probe(report).width, 0);
+    }
+}
+
 TEST(ParseProbe, TakesTheSizeOfTheLastVideoStream) {
     const ProbeFacts facts = parse_probe(
         kReport + "    Stream #0.2: Video: mjpeg, yuvj420p, 640x360 , 90k tbr, 90k tbn, 90 tbc\n");
@@ -83,6 +111,11 @@ TEST(ParseTranscode, ReadsTheWholeSecondsOfTheFirstRecord) {
               30);
 }
 
+TEST(ParseTranscode, ReadsADecimalWithALeadingZeroAndASlash) {
+    EXPECT_EQ(parse_transcoded_seconds("time=08.00 bitrate="), 8);
+    EXPECT_EQ(parse_transcoded_seconds("time=30/04 bitrate="), 30);
+}
+
 TEST(ParseTranscode, NeedsAWholeRecord) {
     const wxString record = "time=30.04 bitrate=";
     for (size_t length = 0; length < record.length(); ++length)
@@ -101,6 +134,7 @@ TEST(ParseTranscode, DoesNotReadTheTimeOfTodaysTool) {
 
 TEST(ParseMux, ReadsTheLastPercentage) {
     EXPECT_EQ(parse_muxed_percent("ISO File Writing: |=====     | (45/100)\r"), 45);
+    EXPECT_EQ(parse_muxed_percent("ISO File Writing: |=         | (09/100)\r"), 9);
     EXPECT_EQ(parse_muxed_percent("ISO File Writing: |=  | (10/100)\rISO File Writing: |== | (20/"),
               20);
 }

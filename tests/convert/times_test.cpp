@@ -18,6 +18,7 @@ wxString remaining(int elapsed, float percent) {
 
 TEST(Times, ReadsHoursMinutesAndSeconds) {
     EXPECT_EQ(Movie::duration_to_seconds("01:02:03"), 3723);
+    EXPECT_EQ(Movie::duration_to_seconds("08:09:08"), 29348) << "a leading zero is no octal";
     EXPECT_EQ(Movie::duration_to_seconds("00:00:00"), 0);
     EXPECT_EQ(Movie::duration_to_seconds("99:59:59"), 359999);
 }
