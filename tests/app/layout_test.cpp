@@ -49,7 +49,7 @@ TEST_F(Layout, PlacesTheControls) {
     EXPECT_EQ(frame->buttonOutput->GetRect(), wxRect(425, 128, 265, button));
     EXPECT_EQ(frame->buttonConvert->GetRect(), wxRect(10, 165, 700, button));
     EXPECT_EQ(frame->boxProgress->GetRect(), wxRect(10, 215, 700, 60));
-    EXPECT_EQ(frame->labelStatus->GetPosition(), wxPoint(10, 195));
+    EXPECT_EQ(frame->labelStatus->GetRect(), wxRect(10, 195, 700, 20));
     EXPECT_EQ(frame->labelPercent->GetPosition(), wxPoint(665, 224));
     EXPECT_EQ(frame->labelElapsed->GetPosition(), wxPoint(20, 245));
     EXPECT_EQ(frame->labelElapsedTime->GetPosition(), wxPoint(150, 245));
