@@ -1,11 +1,14 @@
 """What comes out of a run."""
 
+import os
 import subprocess
 import unittest
 
-from driver import Vantreo
+from driver import Page, Vantreo, click
 from samples import SUBTITLES, describe, make_film
 from window_case import WindowCase
+
+SITE = os.environ["VANTREO_SITE"]
 
 
 class Conversion(WindowCase):
@@ -75,6 +78,21 @@ class Conversion(WindowCase):
 
         self.assertFalse(trace.exists())
         self.assertEqual(self.output_names(), ["film.mp4"])
+
+    def test_the_how_to_page_opens_once_after_a_run(self) -> None:
+        self.write_settings(HowToMove="true")
+        second = make_film(self.movies / "second.mkv", 2)
+        window = self.open_window()
+        window.drop([self.film, second], window.movie_list)
+        window.convert()
+        self.wait_for_pages(1)
+        window.open_page(Page.ABOUT)
+        click(window.donate_button)
+
+        self.assertEqual(
+            self.wait_for_pages(2),
+            [SITE + "How_to_put_a_video_on_your_iPhone", SITE + "Donate"],
+        )
 
     def test_a_bad_movie_stops_the_run_before_any_conversion(self) -> None:
         bad = self.movies / "second.avi"
