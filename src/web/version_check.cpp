@@ -39,6 +39,8 @@ void Vantreo::checkVersion() {
             new wxButton(panelCheckVersion, wxID_ANY, Translate("buttonGetNewVersion", 0),
                          wxPoint(210, 145), wxSize(300, 45));
         buttonGetNewVersion->Bind(wxEVT_BUTTON, &Vantreo::OnbuttonGetNewVersion, this);
+        buttonGetNewVersion->SetDefault();
+        buttonGetNewVersion->SetFocus();
         paint_now(*this);
     } else {
         labelCheckVersion->SetLabel(Translate("labelCheckVersion_no", 0));
@@ -56,6 +58,8 @@ void Vantreo::leave_check_screen() {
 }
 
 void Vantreo::OnbuttonGetNewVersion(wxCommandEvent&) {
+    // Presses during the wait are handled after it.
+    buttonGetNewVersion->Unbind(wxEVT_BUTTON, &Vantreo::OnbuttonGetNewVersion, this);
     wxLaunchDefaultBrowser(page_address("FR/Telecharger", "Download"), 0);
     wxMilliSleep(3000);
     Close();

@@ -4,8 +4,19 @@ import socket
 import threading
 import time
 import unittest
+from collections.abc import Callable
 
-from driver import Atspi, Program, click, wait_for
+from driver import (
+    Atspi,
+    Gdk,
+    Program,
+    click,
+    has_state,
+    place_on_screen,
+    press_key,
+    wait_for,
+    xdotool,
+)
 from pixels import Drawing, find_drawing, width_of
 from site_server import Answer, SiteServer, drip, http_reply, send, send_after, stay_silent
 from texts import text
@@ -17,6 +28,8 @@ GREEN = (10, 201, 26)
 # The label's rows in the window, and the middle of its columns.
 LABEL_TOP, LABEL_BOTTOM = 120, 140
 LABEL_MIDDLE = 365
+# Left, top, width and height of the button in the window.
+BUTTON = (210, 145, 300, 45)
 
 SHOWN_SECONDS = 0.5
 BEFORE_CLOSING_SECONDS = 3
@@ -141,6 +154,67 @@ class VersionCheck(WindowCase):
                 self.assertGreaterEqual(seconds, BEFORE_CLOSING_SECONDS)
                 self.assertLess(seconds, BEFORE_CLOSING_SECONDS + 1.5)
                 self.assertEqual(self.opened_pages(), expected)
+
+    def fetch(self, *presses: Callable[[Atspi.Accessible], None]) -> None:
+        """Presses the button, and goes on once the page is open, while the program waits to close.
+
+        One page must open and the program must end as soon as after one press.
+        """
+        server = self.serve(send(NEWER))
+        program, button = self.start_with_newer_version(server.address, "English")
+        pages = len(self.opened_pages())
+        began = time.monotonic()
+        presses[0](button)
+        self.wait_for_pages(pages + 1)
+        for press in presses[1:]:
+            press(button)
+        self.assertLess(time.monotonic() - began, BEFORE_CLOSING_SECONDS)
+        self.assertEqual(program.wait_for_end(), 0)
+        self.assertLess(time.monotonic() - began, BEFORE_CLOSING_SECONDS + 1.5)
+        self.assertEqual(self.opened_pages()[pages:], [f"{server.address}Download"])
+
+    def test_enter_and_space_fetch_it(self) -> None:
+        for key in ("Return", "KP_Enter", "space"):
+            with self.subTest(key):
+                self.fetch(lambda _, key=key: press_key(key))
+
+    def test_more_presses_open_no_more_pages_and_do_not_prolong_the_wait(self) -> None:
+        # The program answers nobody while it waits: the button's place has to be known.
+        def double_click(button: Atspi.Accessible) -> None:
+            click(button, times=2)
+
+        def click_again(_: Atspi.Accessible) -> None:
+            xdotool("click", 1)
+
+        def press_again(_: Atspi.Accessible) -> None:
+            press_key("Return")
+
+        self.fetch(double_click, click_again, press_again, click_again, press_again)
+
+    def test_closing_during_the_wait_ends_the_program_as_well(self) -> None:
+        self.fetch(click, lambda _: press_key("alt+F4"))
+
+    def test_the_button_has_its_place_and_the_keyboard(self) -> None:
+        server = self.serve(send(NEWER))
+        program, button = self.start_with_newer_version(server.address, "English")
+        _, left, top = Gdk.Screen.get_default().get_window_stack()[0].get_origin()
+        box = place_on_screen(button)
+        self.assertEqual((box.x - left, box.y - top, box.width, box.height), BUTTON)
+        wait_for(lambda: has_state(button, Atspi.StateType.FOCUSED), "the focused button")
+        self.assertTrue(has_state(button, Atspi.StateType.IS_DEFAULT))
+        self.close_window(program)
+
+    def test_closing_while_the_site_is_asked_ends_the_program(self) -> None:
+        may_answer = threading.Event()
+        server = self.serve(send_after(may_answer, SAME))
+        self.addCleanup(may_answer.set)
+        program = self.start(server.address)
+        wait_for(lambda: server.request_lines, "the request")
+        self.wait_for_label(program, text("labelCheckVersion_ing"), False)
+        program.close()
+        may_answer.set()
+        self.assertEqual(program.wait_for_end(5), 0)
+        self.assertEqual(self.opened_pages(), [])
 
     def test_closing_instead_of_fetching_does_not_ask(self) -> None:
         server = self.serve(send(NEWER))
