@@ -45,6 +45,41 @@ void keep_focus_from_buttons(GtkWidget* part, gpointer) {
         gtk_container_forall(GTK_CONTAINER(part), keep_focus_from_buttons, nullptr);
 }
 
+constexpr const char* kPlainText = R"css(
+entry { caret-color: transparent; -gtk-secondary-caret-color: transparent; }
+entry selection { background-color: transparent; color: transparent; }
+)css";
+
+void hide_caret_and_selection(GtkWidget* entry) {
+    GtkCssProvider* const provider = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(provider, kPlainText, -1, nullptr);
+    gtk_style_context_add_provider(gtk_widget_get_style_context(entry),
+                                   GTK_STYLE_PROVIDER(provider),
+                                   GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(provider);  // the style context keeps it
+}
+
+/// Takes the text cursor away that an entry gives its own window, again and again.
+void show_arrow_cursor(GtkWidget* entry) {
+    if (gtk_widget_get_realized(entry) == 0)
+        return;
+    GList* const windows = gdk_window_get_children(gtk_widget_get_window(entry));
+    for (const GList* item = windows; item != nullptr; item = item->next) {
+        auto* const window = static_cast<GdkWindow*>(item->data);
+        gpointer owner = nullptr;
+        gdk_window_get_user_data(window, &owner);
+        if (owner == entry)
+            gdk_window_set_cursor(window, nullptr);  // that of the page
+    }
+    g_list_free(windows);
+}
+
+void open_list(GtkGestureMultiPress* click, gint, gdouble, gdouble, GtkComboBox* box) {
+    gtk_gesture_set_state(GTK_GESTURE(click), GTK_EVENT_SEQUENCE_CLAIMED);
+    gtk_widget_grab_focus(gtk_bin_get_child(GTK_BIN(box)));
+    gtk_combo_box_popup(box);
+}
+
 }  // namespace
 
 void label_control(wxWindow& control, std::initializer_list<wxWindow*> labels) {
@@ -65,6 +100,19 @@ void make_one_tab_stop(wxComboBox& box) {
     keep_focus_from_buttons(box.GetHandle(), nullptr);
 }
 
+void make_one_button(wxComboBox& box) {
+    GtkWidget* const widget = box.GetHandle();
+    GtkWidget* const entry = gtk_bin_get_child(GTK_BIN(widget));
+    hide_caret_and_selection(entry);
+    show_arrow_cursor(entry);
+    for (const char* signal : {"realize", "state-flags-changed"})
+        g_signal_connect_after(entry, signal, G_CALLBACK(show_arrow_cursor), nullptr);
+    GtkGesture* const click = gtk_gesture_multi_press_new(entry);
+    gtk_event_controller_set_propagation_phase(GTK_EVENT_CONTROLLER(click), GTK_PHASE_CAPTURE);
+    g_signal_connect(click, "pressed", G_CALLBACK(open_list), widget);
+    g_object_set_data_full(G_OBJECT(entry), "vantreo-click", click, g_object_unref);
+}
+
 void stop_telling_of_pages(const wxNotebook& notebook) {
     for (int page = 0; page < static_cast<int>(notebook.GetPageCount()); ++page)
         g_object_freeze_notify(G_OBJECT(told_of_page(notebook, page).get()));
@@ -76,6 +124,7 @@ void label_control(wxWindow&, std::initializer_list<wxWindow*>) {}
 void label_by_page_title(wxWindow&, const wxNotebook&, int) {}
 void name_control(wxWindow&, const wxString&) {}
 void make_one_tab_stop(wxComboBox&) {}
+void make_one_button(wxComboBox&) {}
 void stop_telling_of_pages(const wxNotebook&) {}
 
 #endif

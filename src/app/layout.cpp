@@ -80,6 +80,8 @@ void Vantreo::layout() {
     place_convert_page();
     label_for_screen_readers();
     order_for_keyboard();
+    make_one_button(*comboboxLanguages);
+    make_one_button(*comboboxOptimize);
     // A changed theme: what the HTML boxes show is written in the colours of the old one.
     Bind(wxEVT_SYS_COLOUR_CHANGED, [this](wxSysColourChangedEvent& event) {
         show_html_pages();

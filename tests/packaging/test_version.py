@@ -38,7 +38,8 @@ class Version(unittest.TestCase):
             with self.subTest(version):
                 run = run_cmake(f"-DPROJECT_VERSION={version}", "-P", CHECK)
                 self.assertNotEqual(run.returncode, 0)
-                self.assertIn("two digits after the point, such as 1.25", " ".join(run.stderr.split()))
+                reason = " ".join(run.stderr.split())
+                self.assertIn("two digits after the point, such as 1.25", reason)
 
     def test_numbers_and_debian_agree_on_what_is_newer(self) -> None:
         for older, newer in zip(ACCEPTED, ACCEPTED[1:]):
@@ -56,7 +57,8 @@ class Version(unittest.TestCase):
         shutil.copy(CHECK, folder / "packaging")
         project = (ROOT / "CMakeLists.txt").read_text()
         self.assertIn(f"VERSION {VERSION} ", project)
-        (folder / "CMakeLists.txt").write_text(project.replace(f"VERSION {VERSION} ", "VERSION 1.3 "))
+        project = project.replace(f"VERSION {VERSION} ", "VERSION 1.3 ")
+        (folder / "CMakeLists.txt").write_text(project)
         run = run_cmake("-S", folder, "-B", folder / "build")
         self.assertNotEqual(run.returncode, 0)
         self.assertIn('The version "1.3" does not work', run.stderr)
