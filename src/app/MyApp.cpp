@@ -8,6 +8,7 @@
 #ifdef __WXGTK__
 #include "app/gtk_html_colours.h"
 #include "app/gtk_look.h"
+#include "app/gtk_stray_input.h"
 #endif
 
 bool MyApp::OnInit() {
@@ -17,6 +18,7 @@ bool MyApp::OnInit() {
 #ifdef __WXGTK__
     apply_gtk_look();
     apply_theme_to_html();
+    ignore_stray_input();
 #endif
 
     auto* frame =

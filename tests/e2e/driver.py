@@ -31,6 +31,8 @@ DRAG_SOURCE = Path(__file__).with_name("drag_source.py")
 POLL_SECONDS = 0.02
 # Longer than the toolkit takes to fade a control from one state to another.
 REST_SECONDS = 0.3
+# Longer than the toolkit lets the two clicks of a double click be apart.
+DOUBLE_CLICK_SECONDS = 0.45
 # From the right edge of a combo box to the middle of its arrow.
 ARROW_PIXELS = 8
 
@@ -96,8 +98,15 @@ def middle(control: Atspi.Accessible) -> tuple[int, int]:
     return box.x + box.width // 2, box.y + box.height // 2
 
 
+_last_click = 0.0
+
+
 def click_at(x: int, y: int, times: int = 1) -> None:
+    """Clicks, far enough from the click before to make no double click of the two."""
+    global _last_click
+    time.sleep(max(0, _last_click + DOUBLE_CLICK_SECONDS - time.monotonic()))
     xdotool("mousemove", x, y, "click", "--repeat", times, "--delay", 50, 1)
+    _last_click = time.monotonic()
 
 
 def click(control: Atspi.Accessible, times: int = 1) -> None:
@@ -151,6 +160,7 @@ class Program:
         chosen = random.sample(usable, processors or len(usable))
         # The bus tells places in units of the program, each that many pixels wide and high.
         self.scale = int((environment or {}).get("GDK_SCALE", 1))
+        self._clickable_dialog: Atspi.Accessible | None = None
         self.started = time.monotonic()
         self._process = subprocess.Popen(
             ["taskset", "--cpu-list", ",".join(map(str, chosen)), launcher],
@@ -461,7 +471,12 @@ class Vantreo(Program):
         wait_for(lambda: self.status == status, f'the status "{status}"', seconds)
 
     def wait_for_dialog(self) -> Atspi.Accessible:
-        return wait_for(lambda: self.dialog, "a dialog")
+        """The dialog once it takes clicks, which may be part of a double click before."""
+        dialog = wait_for(lambda: self.dialog, "a dialog")
+        if dialog != self._clickable_dialog:
+            time.sleep(DOUBLE_CLICK_SECONDS)
+            self._clickable_dialog = dialog
+        return dialog
 
     def wait_for_no_dialog(self) -> None:
         wait_for(lambda: self.dialog is None, "the end of the dialog")
@@ -474,17 +489,18 @@ class Vantreo(Program):
         self.press_convert()
         self.wait_for_status("Conversion completed!", 60)
 
+    def dialog_button(self, name: str) -> Atspi.Accessible:
+        return next(
+            control
+            for control in descendants(self.wait_for_dialog())
+            if control.get_role() == Atspi.Role.PUSH_BUTTON and control.get_name() == name
+        )
+
     def answer(self, button: str) -> str:
         """Presses a button of the message box in front of the window; returns the box's text."""
-        controls = list(descendants(self.wait_for_dialog()))
+        controls = descendants(self.wait_for_dialog())
         labels = [c.get_name() for c in controls if c.get_role() == Atspi.Role.LABEL]
-        click(
-            next(
-                control
-                for control in controls
-                if control.get_role() == Atspi.Role.PUSH_BUTTON and control.get_name() == button
-            )
-        )
+        click(self.dialog_button(button))
         self.wait_for_no_dialog()
         return "\n".join(filter(None, labels))
 

@@ -1,0 +1,230 @@
+"""Double clicks and held keys: what they open must not be answered by their rest."""
+
+import time
+import unittest
+from collections.abc import Callable
+
+from driver import (
+    Atspi,
+    Gdk,
+    NotSeen,
+    Vantreo,
+    click,
+    middle,
+    picture_of,
+    press_key,
+    wait_for,
+    xdotool,
+)
+from samples import make_film, make_long_film
+from window_case import WindowCase
+
+# Two clicks that are no further apart are a double click for the toolkit.
+DOUBLE_CLICK_SECONDS = 0.4
+ATTEMPTS = 5
+Place = tuple[int, int]
+
+
+def shown_windows() -> int:
+    return len(Gdk.Screen.get_default().get_window_stack())
+
+
+def around(place: Place) -> bytes:
+    """What the screen shows there."""
+    x, y = place
+    return picture_of(x - 12, y - 6, 24, 12).get_pixels()
+
+
+class DoubleClick(WindowCase):
+    def open_with_film(self, long: bool = False) -> Vantreo:
+        make = make_long_film if long else lambda path: make_film(path, 2)
+        window = self.open_window()
+        window.drop([make(self.movies / "film.mkv")], window.movie_list)
+        return window
+
+    def open_running(self) -> Vantreo:
+        window = self.open_with_film(long=True)
+        window.press_convert()
+        wait_for(lambda: window.gauge > 0, "progress")
+        return window
+
+    def assert_goes_on(self, window: Vantreo) -> None:
+        reached = window.gauge
+        wait_for(lambda: window.gauge > reached, "more progress")
+        self.assertTrue(window.is_running)
+        self.assertIsNone(window.dialog)
+
+    def double_click(self, first: Place, second: Place, windows: int, again: Callable) -> None:
+        """Clicks at the first place, and at the second one as soon as that many windows are shown
+        and it looks different there.
+
+        Where that took longer than a double click, `again` is called and it is tried again.
+        """
+        for _ in range(ATTEMPTS):
+            time.sleep(DOUBLE_CLICK_SECONDS)
+            before = around(second)
+            began = time.monotonic()
+            xdotool("mousemove", *first, "click", 1)
+            while shown_windows() != windows or around(second) == before:
+                self.assertLess(time.monotonic() - began, 15, "nothing opens or closes")
+            xdotool("mousemove", *second, "click", 1)
+            if time.monotonic() - began < DOUBLE_CLICK_SECONDS:
+                return
+            again()
+        raise NotSeen("a double click that was quick enough")
+
+    def escape(self, window: Vantreo) -> None:
+        window.wait_for_dialog()
+        press_key("Escape")
+        window.wait_for_no_dialog()
+
+    # ---- what opens under the pointer ------------------------------------------------------------
+
+    def test_the_overwrite_question_is_not_answered(self) -> None:
+        result = self.output / "film.mp4"
+        result.write_text("kept")
+        window = self.open_with_film()
+
+        def refuse() -> None:
+            self.escape(window)
+            window.wait_for_status("Conversion canceled")
+
+        window.press_convert()
+        yes = middle(window.dialog_button("Yes"))
+        refuse()
+        self.double_click(middle(window.convert_button), yes, 2, refuse)
+        refuse()
+        self.assertEqual(result.read_text(), "kept")
+        self.assertFalse(window.is_running)
+
+        # A click that belongs to no double click answers.
+        window.press_convert()
+        window.answer("Yes")
+        window.wait_for_status("Conversion completed!", 60)
+
+    def test_a_click_on_a_box_that_has_just_appeared_is_ignored(self) -> None:
+        window = self.open_running()
+        window.press_convert()
+        yes = middle(window.dialog_button("Yes"))
+        self.escape(window)
+        for _ in range(2):
+            Atspi.Component.grab_focus(window.convert_button)
+            before = around(yes)
+            xdotool("mousemove", *yes)
+            press_key("Return")
+            wait_for(lambda: shown_windows() == 2 and around(yes) != before, "the question")
+            xdotool("click", 1)
+            self.escape(window)
+        self.assert_goes_on(window)
+
+    def test_the_cancel_question_is_not_answered(self) -> None:
+        window = self.open_running()
+        window.press_convert()
+        yes = middle(window.dialog_button("Yes"))
+        self.escape(window)
+
+        cancel = middle(window.convert_button)
+        self.double_click(cancel, yes, 2, lambda: self.escape(window))
+        self.escape(window)
+        self.assert_goes_on(window)
+
+        window.press_convert()
+        window.answer("Yes")
+        window.wait_for_status("Conversion canceled")
+
+    def test_the_dialogs_of_the_choose_buttons_are_not_answered(self) -> None:
+        film = self.movies / "film.mkv"
+        film.touch()
+        window = self.open_window()
+        for button in (window.movies_button, window.output_button):
+            click(button)
+            cancel = middle(window.dialog_button("Cancel"))
+            self.escape(window)
+            self.double_click(middle(button), cancel, 2, lambda: self.escape(window))
+            window.enter_path(film if button == window.movies_button else self.movies)
+        wait_for(lambda: window.movies == [str(film)], "the chosen movie")
+        wait_for(lambda: window.output_folder == str(self.movies), "the chosen folder")
+
+    # ---- one click is meant ----------------------------------------------------------------------
+
+    def test_a_double_click_on_convert_just_starts(self) -> None:
+        window = self.open_with_film(long=True)
+        click(window.convert_button, times=2)
+        wait_for(lambda: window.gauge > 0, "progress")
+        self.assert_goes_on(window)
+
+    def test_a_double_click_on_cancel_asks_once(self) -> None:
+        window = self.open_running()
+        click(window.convert_button, times=2)
+        self.escape(window)
+        self.assert_goes_on(window)
+
+    # ---- what a closed box leaves behind ---------------------------------------------------------
+
+    def test_a_double_click_on_an_answer_presses_nothing_below(self) -> None:
+        window = self.open_running()
+        window.press_convert()
+        no = middle(window.dialog_button("No"))
+        cancel = middle(window.convert_button)
+
+        def ask_again() -> None:
+            if window.dialog:
+                self.escape(window)
+            window.press_convert()
+            window.wait_for_dialog()
+
+        self.double_click(no, cancel, 1, ask_again)
+        self.assert_goes_on(window)
+
+    # ---- held keys -------------------------------------------------------------------------------
+
+    def hold(self, key: str, until: Callable[[], object], what: str) -> None:
+        """Holds the key down until that is seen and the keyboard has repeated the key a while."""
+        xdotool("keydown", key)
+        try:
+            wait_for(until, what)
+            time.sleep(1)
+        finally:
+            xdotool("keyup", key)
+
+    def test_a_held_key_on_convert_just_starts(self) -> None:
+        for key in ("Return", "KP_Enter", "space"):
+            with self.subTest(key):
+                window = self.open_with_film(long=True)
+                Atspi.Component.grab_focus(window.convert_button)
+                self.hold(key, lambda: window.gauge > 0, "progress")
+                self.assert_goes_on(window)
+                window.close()
+                window.answer("Yes")
+                window.wait_for_end()
+
+    def test_a_held_key_does_not_answer_the_question_it_opened(self) -> None:
+        (self.output / "film.mp4").write_text("kept")
+        window = self.open_with_film()
+        Atspi.Component.grab_focus(window.convert_button)
+        self.hold("Return", lambda: window.dialog, "the question")
+        self.assertIsNotNone(window.dialog)
+        press_key("Return")
+        window.wait_for_no_dialog()
+        window.wait_for_status("Conversion canceled")
+
+    def test_a_key_that_is_pressed_again_is_taken_again(self) -> None:
+        window = self.open_running()
+        Atspi.Component.grab_focus(window.convert_button)
+        for _ in range(2):
+            press_key("Return")
+            wait_for(lambda: window.dialog, "the question")
+            press_key("Return")
+            window.wait_for_no_dialog()
+        self.assert_goes_on(window)
+
+    def test_a_held_space_still_types_blanks(self) -> None:
+        window = self.open_window()
+        click(window.output_field)
+        press_key("ctrl+a")
+        self.hold("space", lambda: len(window.output_folder) > 2, "blanks")
+        self.assertEqual(window.output_folder.strip(), "")
+
+
+if __name__ == "__main__":
+    unittest.main()
