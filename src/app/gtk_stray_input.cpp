@@ -11,6 +11,11 @@ constexpr const char* kGuard = "vantreo-guard";
 /// No keyboard waits longer before it repeats a key, or between two repeats.
 constexpr guint32 kLongestRepeatMillis = 1000;
 
+/// A longer delay between the display and the program means that their clocks differ.
+constexpr guint32 kLongestDelayMillis = 10'000;
+
+constexpr gint64 kMicrosPerMilli = 1000;
+
 /// A window of the program, other than a menu, with what it takes to judge its clicks.
 struct Guard {
     GtkWidget* window;
@@ -51,12 +56,19 @@ const void* push_button(GtkWidget* target) {
     return pushed ? button : nullptr;
 }
 
-/// Whether the dialog has not been there for as long as a double click takes.
-bool has_just_appeared(const Guard& guard) {
+/// How long the program has taken to see what the display saw at `time`. 0 where the display does
+/// not use the monotonic clock of this machine.
+guint32 delay_millis(guint32 time) {
+    const guint32 delay = static_cast<guint32>(g_get_monotonic_time() / kMicrosPerMilli) - time;
+    return delay < kLongestDelayMillis ? delay : 0;
+}
+
+/// Whether the dialog, at `time`, had not been there for as long as a double click takes.
+bool had_just_appeared(const Guard& guard, guint32 time) {
     if (GTK_IS_DIALOG(guard.window) == 0)
         return false;
-    const gint64 age = g_get_monotonic_time() - guard.drawn;
-    return guard.drawn == 0 || age <= double_click_millis() * gint64{1000};
+    const gint64 age = (g_get_monotonic_time() - guard.drawn) / kMicrosPerMilli;
+    return guard.drawn == 0 || age - delay_millis(time) <= double_click_millis();
 }
 
 void on_pressed(GtkGestureMultiPress* gesture, gint, gdouble, gdouble, Guard* guard) {
@@ -73,7 +85,7 @@ void on_pressed(GtkGestureMultiPress* gesture, gint, gdouble, gdouble, Guard* gu
         press.time - last_press.time <= static_cast<guint32>(double_click_millis());
     const bool began_elsewhere = press.window != last_press.window || last_press.ignored ||
                                  (press.button != nullptr && press.button == last_press.button);
-    press.ignored = (is_next && began_elsewhere) || has_just_appeared(*guard);
+    press.ignored = (is_next && began_elsewhere) || had_just_appeared(*guard, press.time);
     last_press = press;
     if (press.ignored)
         gtk_gesture_set_state(GTK_GESTURE(gesture), GTK_EVENT_SEQUENCE_CLAIMED);

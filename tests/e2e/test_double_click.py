@@ -21,7 +21,9 @@ from window_case import WindowCase
 
 # Two clicks that are no further apart are a double click for the toolkit.
 DOUBLE_CLICK_SECONDS = 0.4
-ATTEMPTS = 5
+# The program has drawn a window a little before it is seen.
+QUICK_SECONDS = 0.3
+ATTEMPTS = 10
 Place = tuple[int, int]
 
 
@@ -58,17 +60,20 @@ class DoubleClick(WindowCase):
         """Clicks at the first place, and at the second one as soon as that many windows are shown
         and it looks different there.
 
-        Where that took longer than a double click, `again` is called and it is tried again.
+        Where that took longer than a double click, from the first click or from when a window was
+        seen to open, `again` is called and it is tried again.
         """
         for _ in range(ATTEMPTS):
             time.sleep(DOUBLE_CLICK_SECONDS)
             before = around(second)
-            began = time.monotonic()
+            opens = shown_windows() < windows
+            began = since = time.monotonic()
             xdotool("mousemove", *first, "click", 1)
             while shown_windows() != windows or around(second) == before:
+                since = time.monotonic() if opens else began
                 self.assertLess(time.monotonic() - began, 15, "nothing opens or closes")
             xdotool("mousemove", *second, "click", 1)
-            if time.monotonic() - began < DOUBLE_CLICK_SECONDS:
+            if time.monotonic() - since < QUICK_SECONDS:
                 return
             again()
         raise NotSeen("a double click that was quick enough")
@@ -102,7 +107,7 @@ class DoubleClick(WindowCase):
         window.answer("Yes")
         window.wait_for_status("Conversion completed!", 60)
 
-    def test_a_click_on_a_box_that_has_just_appeared_is_ignored(self) -> None:
+    def test_clicks_on_a_box_that_has_just_appeared_are_ignored(self) -> None:
         window = self.open_running()
         window.press_convert()
         yes = middle(window.dialog_button("Yes"))
@@ -113,7 +118,8 @@ class DoubleClick(WindowCase):
             xdotool("mousemove", *yes)
             press_key("Return")
             wait_for(lambda: shown_windows() == 2 and around(yes) != before, "the question")
-            xdotool("click", 1)
+            # For longer than a double click; the first one is ignored, and so are the others.
+            xdotool("click", "--repeat", 12, "--delay", 60, 1)
             self.escape(window)
         self.assert_goes_on(window)
 
@@ -207,6 +213,15 @@ class DoubleClick(WindowCase):
         press_key("Return")
         window.wait_for_no_dialog()
         window.wait_for_status("Conversion canceled")
+
+    def test_a_held_key_does_not_answer_the_dialog_it_opened(self) -> None:
+        film = self.movies / "film.mkv"
+        film.touch()
+        window = self.open_window()
+        Atspi.Component.grab_focus(window.movies_button)
+        self.hold("Return", lambda: window.dialog, "the dialog")
+        window.enter_path(film)
+        wait_for(lambda: window.movies == [str(film)], "the chosen movie")
 
     def test_a_key_that_is_pressed_again_is_taken_again(self) -> None:
         window = self.open_running()
