@@ -59,7 +59,7 @@ void hide_caret_and_selection(GtkWidget* entry) {
     g_object_unref(provider);  // the style context keeps it
 }
 
-/// Takes the text cursor away that an entry gives its own window, again and again.
+/// Takes away the text cursor, which an entry gives to a window of its own.
 void show_arrow_cursor(GtkWidget* entry) {
     if (gtk_widget_get_realized(entry) == 0)
         return;
@@ -105,6 +105,7 @@ void make_one_button(wxComboBox& box) {
     GtkWidget* const entry = gtk_bin_get_child(GTK_BIN(widget));
     hide_caret_and_selection(entry);
     show_arrow_cursor(entry);
+    // An entry sets its cursor again whenever it becomes sensitive.
     for (const char* signal : {"realize", "state-flags-changed"})
         g_signal_connect_after(entry, signal, G_CALLBACK(show_arrow_cursor), nullptr);
     GtkGesture* const click = gtk_gesture_multi_press_new(entry);

@@ -6,10 +6,7 @@
 /// - a click in a dialog within the desktop's double-click time after the dialog was first drawn;
 /// - the rest of a double click whose first click was in another of the program's windows;
 /// - the rest of a double click on a push button of the main window;
-/// - the repeats of a held Enter or Space key, on a button and in another window than the one it
-/// was
-///   pressed in.
+/// - the repeats of a held Enter or Space key, on a button and in any window but the first.
 ///
-/// Further clicks of the same series are ignored with them; nothing else delays or blocks the
-/// keyboard. Text fields, lists, check boxes and combo boxes are left alone.
+/// Further clicks of the same series are ignored with them. The keyboard works at once everywhere.
 void ignore_stray_input();
