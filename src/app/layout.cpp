@@ -18,6 +18,9 @@
 #include "input/DnDtextMovies.h"
 #include "input/DnDtextOutput.h"
 #include "web/pages.h"
+#ifdef __WXGTK__
+#include "web/gtk_link_buttons.h"
+#endif
 
 namespace {
 
@@ -42,6 +45,9 @@ wxHtmlWindow* html_box(wxWindow* parent, const wxPoint& position, const wxSize& 
     auto* box =
         new wxHtmlWindow(parent, wxID_ANY, position, size, wxHW_SCROLLBAR_NEVER, "htmlWindow");
     show_page(*box, page);
+#ifdef __WXGTK__
+    reach_links_by_keyboard(*box);
+#endif
     return box;
 }
 
