@@ -53,6 +53,7 @@ class LinkButton {
         gtk_widget_set_has_tooltip(widget, FALSE);
         atk_object_set_role(accessible(), ATK_ROLE_LINK);
         remove_extent();
+        g_signal_connect(widget, "key-press-event", G_CALLBACK(on_key), nullptr);
         g_signal_connect(widget, "draw", G_CALLBACK(on_draw), this);
         g_signal_connect(widget, "activate-link", G_CALLBACK(on_activate), this);
         g_signal_connect(widget, "state-flags-changed", G_CALLBACK(gtk_widget_queue_draw), nullptr);
@@ -97,6 +98,12 @@ class LinkButton {
         gdk_window_set_pass_through(gtk_button_get_event_window(GTK_BUTTON(widget)), TRUE);
     }
 
+    /// The window's keys, which press a control and move the focus, before the canvas sees them: it
+    /// takes the space bar for typing.
+    static gboolean on_key(GtkWidget* widget, GdkEventKey* event, gpointer) {
+        return gtk_bindings_activate_event(G_OBJECT(gtk_widget_get_toplevel(widget)), event);
+    }
+
     static gboolean on_draw(GtkWidget*, cairo_t* context, gpointer data) {
         static_cast<LinkButton*>(data)->draw(context);
         return TRUE;
@@ -138,6 +145,9 @@ class LinkButtons {
         GtkWidget* const canvas = canvas_of(box);
         g_signal_connect_after(canvas, "size-allocate", G_CALLBACK(on_allocate), this);
         g_signal_connect(canvas, "focus", G_CALLBACK(on_focus), nullptr);
+        // The box shows its whole page. Keys that would scroll it also change the notebook's pages.
+        box.DisableKeyboardScrolling();
+        g_signal_connect(box.GetHandle(), "scroll-child", G_CALLBACK(on_scroll_key), nullptr);
     }
 
     void follow_page() {
@@ -162,11 +172,18 @@ class LinkButtons {
 
     /// Tab goes to the links, not also to the canvas, which is focused by a click.
     static gboolean on_focus(GtkWidget* canvas, GtkDirectionType direction, gpointer) {
+        if (direction == GTK_DIR_TAB_BACKWARD && gtk_widget_is_focus(canvas) != 0)
+            return FALSE;
         gtk_widget_set_can_focus(canvas, FALSE);
         const gboolean moved = GTK_WIDGET_GET_CLASS(canvas)->focus(canvas, direction);
         gtk_widget_set_can_focus(canvas, TRUE);
         g_signal_stop_emission_by_name(canvas, "focus");
         return moved;
+    }
+
+    static gboolean on_scroll_key(GtkWidget* pane, GtkScrollType, gboolean, gpointer) {
+        g_signal_stop_emission_by_name(pane, "scroll-child");
+        return FALSE;
     }
 
     wxHtmlWindow& box;

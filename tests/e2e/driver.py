@@ -370,6 +370,11 @@ class Vantreo(Program):
     def about_box(self) -> Atspi.Accessible:
         return self._control(Atspi.Role.SCROLL_PANE, 0, Page.ABOUT)
 
+    def links(self, box: Atspi.Accessible) -> list[Atspi.Accessible]:
+        """The links of an HTML box, as one reads them."""
+        box.clear_cache()
+        return [c for c in descendants(box) if c.get_role() == Atspi.Role.LINK]
+
     @property
     def donate_button(self) -> Atspi.Accessible:
         return self._control(Atspi.Role.PUSH_BUTTON, 0, Page.ABOUT)
