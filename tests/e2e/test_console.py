@@ -20,6 +20,8 @@ class Console(WindowCase):
             window.choose(window.language_box, "Deutsch")
             wait_for(lambda: window.page_titles[0] == "Konvertieren", "a German window")
             window.open_page(Page.ABOUT)
+            press_key("Return")  # follows the first link
+            self.wait_for_pages(1)
             window.open_page(Page.CONVERT)
             click(window.movies_button)
             window.wait_for_dialog()

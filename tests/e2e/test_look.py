@@ -4,7 +4,7 @@ import os
 import unittest
 from collections import Counter
 
-from driver import Atspi, GdkPixbuf, Page, Vantreo, place_on_screen
+from driver import Atspi, GdkPixbuf, Page, Vantreo, place_on_screen, press_key
 from pixels import Colour, contrast, rows_of
 from window_case import WindowCase
 
@@ -65,6 +65,8 @@ class Look(WindowCase):
         window.open_next_page(Page.OPTIONS)
         self.look_at_page(window, [window.translations_box, window.subtitle_box], texts=False)
         window.open_next_page(Page.ABOUT)
+        # To the title: the mark of a focused link has the colour of the texts.
+        press_key("shift+Tab")
         self.look_at_page(window, [window.about_box], texts=True)
         self.close_window(window)
 
