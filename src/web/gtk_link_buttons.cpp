@@ -78,9 +78,9 @@ class LinkButton {
         wxRect around;
         for (const wxRect& line : marked_lines(link, box))
             around.Union(line);
-        const GtkAllocation allocation{around.x, around.y, around.width, around.height};
+        GtkAllocation allocation{around.x, around.y, around.width, around.height};
         gtk_widget_get_preferred_size(widget, nullptr, nullptr);  // which has to be asked first
-        gtk_widget_size_allocate(widget, const_cast<GtkAllocation*>(&allocation));
+        gtk_widget_size_allocate(widget, &allocation);
     }
 
   private:
@@ -195,7 +195,7 @@ class LinkButtons {
 
 void reach_links_by_keyboard(wxHtmlWindow& box) {
     const auto buttons = std::make_shared<LinkButtons>(box);
-    // No event tells that the box has laid out its page.
+    // No event reports that the box has laid out its page.
     box.Bind(wxEVT_IDLE, [buttons](wxIdleEvent& event) {
         buttons->follow_page();
         event.Skip();
