@@ -5,6 +5,7 @@
 #include "app/Vantreo.h"
 #include "app/painting.h"
 #include "app/window_icon.h"
+#include "i18n/program_locale.h"
 #ifdef __WXGTK__
 #include "app/gtk_html_colours.h"
 #include "app/gtk_look.h"
@@ -12,6 +13,7 @@
 #endif
 
 bool MyApp::OnInit() {
+    take_up_system_locale();
     // The toolkit's own complaints (an unwritable settings file, say) go to the console, not into
     // dialogs: the user only ever sees the program's translated messages.
     delete wxLog::SetActiveTarget(new wxLogStderr);

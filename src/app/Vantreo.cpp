@@ -9,6 +9,7 @@
 #include "app/accessibility.h"
 #include "convert/Movie.h"
 #include "i18n/system_language.h"
+#include "i18n/toolkit_language.h"
 #include "settings/settings_file.h"
 
 namespace {
@@ -56,6 +57,7 @@ Vantreo::Vantreo(const wxString& title, const wxPoint& pos, const wxSize& size, 
         if (config_read("Language") == language)
             currentLanguage = language;
     }
+    set_toolkit_language(languages, languagesEnglish, currentLanguage);
 
     Bind(wxEVT_CLOSE_WINDOW, &Vantreo::OnClose, this);
 }

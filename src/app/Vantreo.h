@@ -220,6 +220,8 @@ class Vantreo : public wxFrame {
     // app/messages.cpp
     void run_postponed();
 
+    wxString lastMovieFolder;  ///< of the movies last chosen in the movie dialog; empty before
+
     /// Every job that is not freed yet, of this run and of earlier ones. A job and its runners are
     /// freed at the start of the next run, or with the frame, once all its tools have ended and
     /// reported; one that is still running then is kept (by the frame's end: for good).

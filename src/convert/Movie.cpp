@@ -1,6 +1,5 @@
 #include "convert/Movie.h"
 
-#include <wx/dir.h>
 #include <wx/filename.h>
 
 #include <algorithm>
@@ -8,6 +7,7 @@
 
 #include "app/Vantreo.h"
 #include "convert/commands.h"
+#include "convert/output_folder.h"
 #include "convert/output_size.h"
 #include "convert/parsers.h"
 #include "tools/FFmpeg.h"
@@ -76,7 +76,7 @@ bool Movie::read_probe() {
 }
 
 void Movie::prepare_output() {
-    if (!wxDir::Exists(output_dir)) {
+    if (!is_absolute_folder(output_dir)) {
         error = "error_badOutput";
         return;
     }

@@ -9,11 +9,13 @@
 #include <wx/stattext.h>
 
 #include "app/Vantreo.h"
+#include "i18n/toolkit_language.h"
 #include "web/pages.h"
 
 void Vantreo::OncomboboxLanguages(wxCommandEvent&) {
     // First, so that every text below is in the new language.
     config_write("Language", comboboxLanguages->GetValue());
+    set_toolkit_language(languages, languagesEnglish, comboboxLanguages->GetValue());
     layout_normal();
 
     notebook->SetPageText(0, Translate("panelConvert", 0));

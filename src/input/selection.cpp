@@ -3,21 +3,32 @@
 
 #include <wx/dirdlg.h>
 #include <wx/filedlg.h>
+#include <wx/filename.h>
 #include <wx/listbox.h>
 #include <wx/textctrl.h>
 
 #include "app/Vantreo.h"
+#include "input/dialog_folders.h"
 #include "input/movie_list.h"
+#ifdef __WXGTK__
+#include "input/gtk_every_file.h"
+#endif
 
 void Vantreo::OnbuttonMovies(wxCommandEvent&) {
     if (!textMovies->IsThisEnabled())
         return;
     dialogMovies = new wxFileDialog(dialogParent, "", "", "", "*.*",
                                     wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER | wxFD_MULTIPLE);
+    dialogMovies->SetDirectory(movie_dialog_folder(lastMovieFolder));
+#ifdef __WXGTK__
+    show_every_file(*dialogMovies);
+#endif
     if (dialogMovies->ShowModal() == wxID_OK) {
         wxArrayString paths;
         dialogMovies->GetPaths(paths);
         add_movies(*textMovies, paths);
+        if (!paths.empty())
+            lastMovieFolder = wxFileName(paths[0]).GetPath();
     }
     layout_movies();
 }
@@ -39,6 +50,7 @@ void Vantreo::OnbuttonOutput(wxCommandEvent&) {
         return;
     dialogOutput = new wxDirDialog(dialogParent, "", config_read("Output"),
                                    wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER);
+    dialogOutput->SetPath(output_dialog_folder(config_read("Output")));
     if (dialogOutput->ShowModal() == wxID_OK)
         textOutput->SetValue(dialogOutput->GetPath());
 }

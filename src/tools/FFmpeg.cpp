@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "convert/Movie.h"
+#include "i18n/toolkit_language.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ void FFmpeg::Run(const wxString& command) {
     millis = 0;
     watch.Start(0);
     starting = true;
+    const UserLanguages environment;
     SetPid(wxExecute(command, wxEXEC_ASYNC, this));
     starting = false;
 }

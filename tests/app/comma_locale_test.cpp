@@ -4,14 +4,12 @@
 #include <wx/gauge.h>
 #include <wx/html/htmlwin.h>
 #include <wx/stattext.h>
-#include <wx/utils.h>
 
 #include <clocale>
-#include <cstdlib>
-#include <memory>
 
 #include "convert/Movie.h"
 #include "support/frame_test.h"
+#include "support/private_locales.h"
 #include "web/version_request.h"
 
 namespace {
@@ -20,30 +18,16 @@ constexpr const char* kLocale = "de_DE.UTF-8";
 
 class CommaLocale : public FrameTest {
   protected:
-    /// Makes the locale; that takes a second.
-    static void SetUpTestSuite() {
-        locales = std::make_unique<Folder>();
-        const wxString command = "localedef -i de_DE -f UTF-8 \"" + locales->file(kLocale) + "\"";
-        ASSERT_EQ(wxExecute(command, wxEXEC_SYNC | wxEXEC_NOEVENTS), 0);
-    }
-    static void TearDownTestSuite() { locales.reset(); }
-
+    /// The program takes the locale up at its start.
     void SetUp() override {
-        wxSetEnv("LOCPATH", locales->path());
-        wxSetEnv("LANG", kLocale);
-        ASSERT_NE(std::setlocale(LC_ALL, kLocale), nullptr);
-        ASSERT_EQ(std::strtod("1,5", nullptr), 1.5);
-    }
-    void TearDown() override {
-        std::setlocale(LC_ALL, "C.UTF-8");
-        wxSetEnv("LANG", "C.UTF-8");
-        wxUnsetEnv("LOCPATH");
+        ASSERT_TRUE(locales.make(kLocale));
+        PrivateLocales::environment("LANG", kLocale);
+        start();
+        ASSERT_STREQ(std::setlocale(LC_TIME, nullptr), kLocale);
     }
 
-    static std::unique_ptr<Folder> locales;
+    PrivateLocales locales;
 };
-
-std::unique_ptr<Folder> CommaLocale::locales;
 
 }  // namespace
 
@@ -53,7 +37,6 @@ TEST_F(CommaLocale, ReadsTheToolsNumbers) {
         "    Stream #0.0: Video: h264, yuv420p, 1280x720, 29.98 fps, 29.98 tbr, 1k tbn, 29.98 "
         "tbc\n");
     convert_prints("frame= 9 fps=1.5 q=2.0 size= 1kB time=30.04 bitrate= 1.0kbits/s\r");
-    start();
     start_run({"a.avi"});
     EXPECT_EQ(frame->movies[0]->fps, 29.98);
     EXPECT_TRUE(calls()[1].Contains(" -r 30000/1001 -s 480x270 "));
@@ -66,7 +49,6 @@ TEST_F(CommaLocale, ReadsTheToolsNumbers) {
 TEST_F(CommaLocale, ComparesAndShowsTheVersionWithAPoint) {
     EXPECT_EQ(released_version("CURRENT_VERSION=>1.25<=CURRENT_VERSION"), 1.25);
     EXPECT_TRUE(version_request_address().Contains("version=1.24&"));
-    start();
     EXPECT_EQ(frame->currentLanguage, "Deutsch");
     EXPECT_TRUE(frame->htmlAbout->ToText().Contains("Vantreo 1.24"));
 }

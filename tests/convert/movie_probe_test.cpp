@@ -2,10 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "convert/Movie.h"
 #include "support/folder.h"
 
 namespace {
+
+namespace fs = std::filesystem;
 
 class MovieProbe : public testing::Test {
   protected:
@@ -86,6 +90,17 @@ TEST_F(MovieProbe, RejectsAFolderThatDoesNotExist) {
         EXPECT_EQ(job.error, "error_badOutput") << folder;
         EXPECT_EQ(job.ffmpeg_command, "") << folder;
     }
+}
+
+TEST_F(MovieProbe, RejectsARelativeFolderEvenIfItExists) {
+    fs::create_directories((out.path() + "/~/inside").utf8_string());
+    fs::current_path(out.path().utf8_string());
+    for (const wxString folder : {".", "~", "~/inside", "./~"}) {
+        Movie job(nullptr, movies.file("a.avi"), folder, 0);
+        process(job, report());
+        EXPECT_EQ(job.error, "error_badOutput") << folder;
+    }
+    fs::current_path("/");
 }
 
 TEST_F(MovieProbe, RefusesToConvertAMovieOntoItself) {

@@ -79,6 +79,16 @@ def press_key(name: str) -> None:
     xdotool("key", name)
 
 
+@contextlib.contextmanager
+def holding(key: str) -> Iterator[None]:
+    """Keeps a key down."""
+    xdotool("keydown", key)
+    try:
+        yield
+    finally:
+        xdotool("keyup", key)
+
+
 def type_text(text: str) -> None:
     xdotool("type", "--delay", 5, text)
 
@@ -508,6 +518,18 @@ class Vantreo(Program):
         click(self.dialog_button(button))
         self.wait_for_no_dialog()
         return "\n".join(filter(None, labels))
+
+    def wait_for_files(self, names: Iterable[str]) -> list[Atspi.Accessible]:
+        """Waits until the open file or folder dialog lists these names; returns their entries."""
+        dialog = self.wait_for_dialog()
+
+        def find_entries() -> list[Atspi.Accessible] | None:
+            dialog.clear_cache()
+            cells = [c for c in descendants(dialog) if c.get_role() == Atspi.Role.TABLE_CELL]
+            found = {cell.get_name(): cell for cell in cells}
+            return [found[name] for name in names] if found.keys() >= set(names) else None
+
+        return wait_for(find_entries, f"{names} in the dialog")
 
     def enter_path(self, path: Path) -> None:
         """Types a path into the open file or folder dialog and accepts it."""

@@ -4,8 +4,12 @@ import time
 import unittest
 from pathlib import Path
 
-from driver import click, press_key, wait_for
-from window_case import WindowCase
+from driver import Atspi, Vantreo, click, descendants, holding, press_key, wait_for
+from samples import make_film
+from texts import text
+from window_case import SETTINGS, WindowCase
+
+USER_DIRS = SETTINGS.with_name("user-dirs.dirs")
 
 
 class Selection(WindowCase):
@@ -63,6 +67,114 @@ class Selection(WindowCase):
         self.assertEqual(window.wait_for_end(), 0)
 
         self.assertEqual(self.open_window().output_folder, str(self.movies))
+
+
+class Dialogs(WindowCase):
+    """Where the dialogs open, and what they show."""
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.videos = self.movies / "Vidéos"
+        self.videos.mkdir()
+        for name in "first.avi", "second.avi", "no dot":
+            (self.videos / name).touch()
+        self.addCleanup(USER_DIRS.unlink, missing_ok=True)
+        USER_DIRS.write_text(f'XDG_VIDEOS_DIR="{self.videos}"\n')
+
+    def open_movie_dialog(self, window: Vantreo) -> None:
+        click(window.movies_button)
+        window.wait_for_dialog()
+
+    def leave_dialog(self, window: Vantreo) -> None:
+        press_key("Escape")
+        window.wait_for_no_dialog()
+
+    def press_open(self, window: Vantreo) -> None:
+        buttons = (c for c in descendants(window.wait_for_dialog()) if c.get_name() == "Open")
+        click(next(b for b in buttons if b.get_role() == Atspi.Role.PUSH_BUTTON))
+        window.wait_for_no_dialog()
+
+    def test_several_movies_are_chosen_at_once(self) -> None:
+        window = self.open_window()
+        self.open_movie_dialog(window)
+        first, _, last = window.wait_for_files(["first.avi", "second.avi", "no dot"])
+        click(first)
+        with holding("ctrl"):
+            click(last)
+        self.press_open(window)
+
+        chosen = sorted(str(self.videos / name) for name in ("first.avi", "no dot"))
+        wait_for(lambda: sorted(window.movies) == chosen, "both movies")
+
+    def test_the_movie_dialog_opens_in_the_folder_used_last(self) -> None:
+        other = self.movies / "other"
+        other.mkdir()
+        for name in "third.avi", "fourth.avi":
+            (other / name).touch()
+        window = self.open_window()
+        self.open_movie_dialog(window)
+        window.wait_for_files(["first.avi"])
+        window.enter_path(other / "third.avi")
+        wait_for(lambda: window.movies == [str(other / "third.avi")], "the chosen movie")
+
+        self.open_movie_dialog(window)
+        window.wait_for_files(["third.avi", "fourth.avi"])
+        self.leave_dialog(window)
+
+        for movie in other.iterdir():
+            movie.unlink()
+        other.rmdir()
+        self.open_movie_dialog(window)
+        window.wait_for_files(["first.avi", "second.avi", "no dot"])
+        self.leave_dialog(window)
+
+    def test_the_movie_dialog_opens_in_the_home_folder_without_a_videos_folder(self) -> None:
+        USER_DIRS.unlink()
+        movie = Path.home() / "at home.avi"
+        self.addCleanup(movie.unlink)
+        movie.touch()
+        window = self.open_window()
+        self.open_movie_dialog(window)
+        window.wait_for_files([movie.name])
+
+    def test_the_folder_dialog_opens_at_the_saved_folder(self) -> None:
+        (self.output / "inside").mkdir()
+        window = self.open_window()
+        click(window.output_button)
+        window.wait_for_files(["inside"])
+        self.leave_dialog(window)
+        self.assertEqual(window.output_folder, str(self.output))
+
+    def test_the_folder_dialog_opens_above_a_folder_that_is_gone(self) -> None:
+        self.write_settings(Output=str(self.movies / "gone" / "further"))
+        window = self.open_window()
+        click(window.output_button)
+        window.wait_for_files([self.videos.name])
+
+    def test_the_folder_dialog_never_opens_in_the_programs_folder(self) -> None:
+        beside = Path.home() / "beside"
+        beside.mkdir()
+        self.addCleanup(beside.rmdir)
+        for folder in "Vantreo.app", ".", "~":
+            with self.subTest(folder):
+                self.write_settings(Output=folder)
+                window = self.open_window()
+                click(window.output_button)
+                window.wait_for_files([beside.name])
+                self.leave_dialog(window)
+                self.close_window(window)
+
+    def test_a_relative_output_folder_is_not_taken_for_one_in_the_programs(self) -> None:
+        film = make_film(self.movies / "film.mkv", 1)
+        window = self.open_window()
+        window.drop([film], window.movie_list)
+        for folder in "Vantreo.app", "bin", ".", "~":
+            with self.subTest(folder):
+                window.type_output_folder(Path(folder))
+                window.press_convert()
+                self.assertIn(text("error_badOutput"), window.answer("OK"))
+                self.assertEqual(window.movies, [str(film)])
+                self.assertEqual(window.output_folder, folder)
 
 
 class ManyMovies(WindowCase):

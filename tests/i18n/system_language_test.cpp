@@ -17,10 +17,12 @@ class SystemLanguage : public testing::Test {
             set(name, value);
     }
 
-    void environment(const wxString& all, const wxString& messages, const wxString& lang) {
+    void environment(const wxString& all, const wxString& messages, const wxString& lang,
+                     const wxString& language = "") {
         change("LC_ALL", all);
         change("LC_MESSAGES", messages);
         change("LANG", lang);
+        change("LANGUAGE", language);
     }
 
     static wxString detected() {
@@ -116,6 +118,24 @@ TEST_F(SystemLanguage, LetsTheMoreSpecificVariableWin) {
     EXPECT_EQ(detected(), "Deutsch");
     environment("es_ES.UTF-8", "de_DE.UTF-8", "fr_FR.UTF-8");
     EXPECT_EQ(detected(), L"Espa\u00f1ol");
+}
+
+TEST_F(SystemLanguage, IsTheFirstOfTheUsersListOfLanguages) {
+    environment("", "", "de_DE.UTF-8", "fr:en");
+    EXPECT_EQ(detected(), L"Fran\u00e7ais");
+    environment("", "", "de_DE.UTF-8", "es_MX");
+    EXPECT_EQ(detected(), L"Espa\u00f1ol");
+    environment("", "", "de_DE.UTF-8", "ja:fr");
+    EXPECT_EQ(detected(), "English");
+    environment("", "", "ja_JP.UTF-8", "fr");
+    EXPECT_EQ(detected(), L"Fran\u00e7ais");
+}
+
+TEST_F(SystemLanguage, IgnoresTheListWhereTheLocaleHasNoLanguage) {
+    for (const wxString lang : {"C", "POSIX", "C.UTF-8"}) {
+        environment("", "", lang, "fr");
+        EXPECT_EQ(detected(), "English") << lang;
+    }
 }
 
 TEST_F(SystemLanguage, IsEnglishWhereNothingIsKnown) {

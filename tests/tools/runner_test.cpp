@@ -87,6 +87,13 @@ TEST_F(Runner, HandsOverNothingForASilentMP4Box) {
     EXPECT_EQ(end_of<MP4Box>("echo err >&2"), "");
 }
 
+TEST_F(Runner, KeepsTheLanguageOfTheWindowFromTheTools) {
+    wxString inWindow;
+    ASSERT_TRUE(wxGetEnv("LANGUAGE", &inWindow));
+    EXPECT_EQ(inWindow, "en");
+    EXPECT_EQ(end_of<FFmpeg>("echo ${LANGUAGE-unset} >&2"), "unset\n\n");
+}
+
 TEST_F(Runner, HandsOverNothingForAToolThatIsMissing) {
     FFmpeg tool(job.get());
     job->ffmpeg = &tool;

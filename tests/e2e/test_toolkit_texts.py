@@ -1,0 +1,151 @@
+"""The toolkit's own texts follow the language of the window, whatever the system's language is."""
+
+import re
+import subprocess
+import tempfile
+import unittest
+from pathlib import Path
+from typing import NamedTuple
+
+from driver import Atspi, Page, Vantreo, click, descendants, has_state, press_key, wait_for
+from samples import make_film, make_long_film
+from texts import LANGUAGES, text
+from window_case import WindowCase
+
+
+class Buttons(NamedTuple):
+    yes: str
+    no: str
+    cancel: str
+    open: str
+    name: str  # the title of a column of the file dialogs
+
+
+BUTTONS = {
+    "English": Buttons("Yes", "No", "Cancel", "Open", "Name"),
+    "Français": Buttons("Oui", "Non", "Annuler", "Ouvrir", "Nom"),
+    "Español": Buttons("Sí", "No", "Cancelar", "Abrir", "Nombre"),
+    "Italiano": Buttons("Sì", "No", "Annulla", "Apri", "Nome"),
+    "Deutsch": Buttons("Ja", "Nein", "Abbrechen", "Öffnen", "Name"),
+    "Polski": Buttons("Tak", "Nie", "Anuluj", "Otwórz", "Nazwa"),
+    "Português": Buttons("Sim", "Não", "Cancelar", "Abrir", "Nome"),
+    "Română": Buttons("Da", "Nu", "Renunță", "Deschide", "Nume"),
+    "русский язык": Buttons("Да", "Нет", "Отменить", "Открыть", "Имя"),
+}
+
+
+def shown_names(control: Atspi.Accessible, role: Atspi.Role) -> list[str]:
+    """The names of the controls of that role inside another one that can be seen."""
+    return [
+        c.get_name()
+        for c in descendants(control)
+        if c.get_role() == role and has_state(c, Atspi.StateType.SHOWING)
+    ]
+
+
+class ToolkitTexts(WindowCase):
+    @classmethod
+    def setUpClass(cls) -> None:
+        folder = tempfile.TemporaryDirectory()
+        cls.addClassCleanup(folder.cleanup)
+        cls.locales = Path(folder.name)
+        for name in "de_DE", "fr_FR":
+            subprocess.run(
+                ["localedef", "-i", name, "-f", "UTF-8", cls.locales / f"{name}.UTF-8"], check=True
+            )
+
+    def setUp(self) -> None:
+        super().setUp()
+        self.question_film = make_film(self.movies / "short.mkv", 1)
+        (self.output / "short.mp4").touch()
+
+    def open_on_system(self, locale: str, **environment: str) -> Vantreo:
+        return self.open_window(LANG=locale, LOCPATH=str(self.locales), **environment)
+
+    def assert_question(self, window: Vantreo, key: str, language: str, answer: str) -> None:
+        """A question with that text is open, has the language's buttons, and gets that answer."""
+        expected = BUTTONS[language]
+        dialog = window.wait_for_dialog()
+        buttons = shown_names(dialog, Atspi.Role.PUSH_BUTTON)
+        self.assertEqual(sorted(buttons), sorted([expected.yes, expected.no]))
+        self.assertIn(text(key, language), window.answer(answer))
+
+    def assert_file_dialog(self, window: Vantreo, language: str) -> None:
+        """A file or folder dialog is open and in that language; it is left with Escape."""
+        expected = BUTTONS[language]
+        dialog = window.wait_for_dialog()
+        buttons = shown_names(dialog, Atspi.Role.PUSH_BUTTON)
+        self.assertIn(expected.cancel, buttons)
+        self.assertIn(expected.open, buttons)
+        titles = shown_names(dialog, Atspi.Role.TABLE_COLUMN_HEADER)
+        self.assertIn(expected.name, titles)
+        press_key("Escape")
+        window.wait_for_no_dialog()
+
+    def assert_speaks(self, window: Vantreo, language: str) -> None:
+        """The overwrite question and both file dialogs are in that language."""
+        if window.movie_count == 0:
+            window.drop([self.question_film], window.movie_list)
+        window.press_convert()
+        self.assert_question(window, "confirmOverwrite", language, BUTTONS[language].no)
+        click(window.movies_button)
+        self.assert_file_dialog(window, language)
+        click(window.output_button)
+        self.assert_file_dialog(window, language)
+
+    def test_the_texts_have_the_stored_language_from_the_start(self) -> None:
+        for system, language in ("de_DE", "Português"), ("fr_FR", "Deutsch"), ("fr_FR", "English"):
+            with self.subTest(language):
+                self.write_settings(Language=language)
+                window = self.open_on_system(f"{system}.UTF-8")
+                self.assert_speaks(window, language)
+                self.close_window(window)
+
+    def test_the_texts_follow_a_change_to_any_language(self) -> None:
+        self.write_settings(Language="English")
+        window = self.open_on_system("de_DE.UTF-8")
+        self.assert_speaks(window, "English")
+        for language in [*LANGUAGES[1:], "English"]:
+            with self.subTest(language):
+                window.open_page(Page.OPTIONS)
+                window.choose(window.language_box, language)
+                wait_for(lambda: window.language_box.get_name() == language, language)
+                window.open_page(Page.CONVERT)
+                self.assert_speaks(window, language)
+
+    def test_the_users_list_of_languages_does_not_count(self) -> None:
+        self.write_settings(Language="Polski")
+        window = self.open_on_system("de_DE.UTF-8", LANGUAGE="fr:en")
+        self.assert_speaks(window, "Polski")
+
+    def test_a_system_without_a_language_shows_the_window_s(self) -> None:
+        for locale in "C.UTF-8", "C", "de_AT.UTF-8":  # the last is not installed
+            with self.subTest(locale):
+                self.write_settings(Language="Italiano")
+                window = self.open_window(LANG=locale)
+                self.assert_speaks(window, "Italiano")
+                self.close_window(window)
+
+    def test_the_cancel_question_has_the_buttons_of_the_window_s_language(self) -> None:
+        film = make_long_film(self.movies / "film.mkv")
+        for language in "Deutsch", "русский язык":
+            with self.subTest(language):
+                self.write_settings(Language=language)
+                window = self.open_on_system("fr_FR.UTF-8")
+                window.drop([film], window.movie_list)
+                window.press_convert()
+                wait_for(lambda: window.gauge > 0, "progress")
+                window.press_convert()
+                self.assert_question(window, "confirmCancel", language, BUTTONS[language].yes)
+                window.wait_for_status(text("labelConvert_canceled", language))
+                self.close_window(window)
+
+    def test_the_overwrite_question_names_its_own_button(self) -> None:
+        for language in LANGUAGES:
+            with self.subTest(language):
+                quoted = re.findall("['„«]\\s?(\\w+)\\s?['”“»]", text("confirmOverwrite", language))
+                self.assertEqual(quoted, [BUTTONS[language].no])
+
+
+if __name__ == "__main__":
+    unittest.main()
