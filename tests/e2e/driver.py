@@ -496,6 +496,10 @@ class Vantreo(Program):
     def wait_for_no_dialog(self) -> None:
         wait_for(lambda: self.dialog is None, "the end of the dialog")
 
+    def wait_for_active(self) -> None:
+        """Waits until the window takes input and no dialog that has been left lies over it."""
+        wait_for(lambda: has_state(self.frame, Atspi.StateType.ACTIVE), "an active window")
+
     def press_convert(self) -> None:
         click(self.convert_button)
 

@@ -88,6 +88,7 @@ class Dialogs(WindowCase):
     def leave_dialog(self, window: Vantreo) -> None:
         press_key("Escape")
         window.wait_for_no_dialog()
+        window.wait_for_active()
 
     def press_open(self, window: Vantreo) -> None:
         buttons = (c for c in descendants(window.wait_for_dialog()) if c.get_name() == "Open")
@@ -116,6 +117,7 @@ class Dialogs(WindowCase):
         window.wait_for_files(["first.avi"])
         window.enter_path(other / "third.avi")
         wait_for(lambda: window.movies == [str(other / "third.avi")], "the chosen movie")
+        window.wait_for_active()
 
         self.open_movie_dialog(window)
         window.wait_for_files(["third.avi", "fourth.avi"])

@@ -81,6 +81,7 @@ class ToolkitTexts(WindowCase):
         self.assertIn(expected.name, titles)
         press_key("Escape")
         window.wait_for_no_dialog()
+        window.wait_for_active()
 
     def assert_speaks(self, window: Vantreo, language: str) -> None:
         """The overwrite question and both file dialogs are in that language."""
@@ -88,10 +89,10 @@ class ToolkitTexts(WindowCase):
             window.drop([self.question_film], window.movie_list)
         window.press_convert()
         self.assert_question(window, "confirmOverwrite", language, BUTTONS[language].no)
-        click(window.movies_button)
-        self.assert_file_dialog(window, language)
-        click(window.output_button)
-        self.assert_file_dialog(window, language)
+        for button in window.movies_button, window.output_button:
+            window.wait_for_active()
+            click(button)
+            self.assert_file_dialog(window, language)
 
     def test_the_texts_have_the_stored_language_from_the_start(self) -> None:
         for system, language in ("de_DE", "Português"), ("fr_FR", "Deutsch"), ("fr_FR", "English"):
@@ -107,6 +108,7 @@ class ToolkitTexts(WindowCase):
         self.assert_speaks(window, "English")
         for language in [*LANGUAGES[1:], "English"]:
             with self.subTest(language):
+                window.wait_for_active()
                 window.open_page(Page.OPTIONS)
                 window.choose(window.language_box, language)
                 wait_for(lambda: window.language_box.get_name() == language, language)
