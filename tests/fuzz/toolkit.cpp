@@ -5,13 +5,12 @@
 #include <wx/init.h>
 #include <wx/log.h>
 
-#include <clocale>
-
 #include "fuzz/require.h"
+#include "i18n/program_locale.h"
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
     static wxInitializer toolkit;
-    std::setlocale(LC_CTYPE, "C.UTF-8");
+    take_up_system_locale();
     wxSetAssertHandler([](const wxString& file, int line, const wxString& /*function*/,
                           const wxString& condition, const wxString& /*message*/) {
         require(false, condition.utf8_str(), file.utf8_str(), line);
