@@ -11,7 +11,7 @@
 #include "input/dialog_folders.h"
 #include "input/movie_list.h"
 #ifdef __WXGTK__
-#include "input/gtk_every_file.h"
+#include "input/gtk_file_dialogs.h"
 #endif
 
 void Vantreo::OnbuttonMovies(wxCommandEvent&) {
@@ -22,6 +22,7 @@ void Vantreo::OnbuttonMovies(wxCommandEvent&) {
     dialogMovies->SetDirectory(movie_dialog_folder(lastMovieFolder));
 #ifdef __WXGTK__
     show_every_file(*dialogMovies);
+    hide_current_folder(*dialogMovies);
 #endif
     if (dialogMovies->ShowModal() == wxID_OK) {
         wxArrayString paths;
@@ -51,6 +52,9 @@ void Vantreo::OnbuttonOutput(wxCommandEvent&) {
     dialogOutput = new wxDirDialog(dialogParent, "", config_read("Output"),
                                    wxDEFAULT_DIALOG_STYLE | wxRESIZE_BORDER);
     dialogOutput->SetPath(output_dialog_folder(config_read("Output")));
+#ifdef __WXGTK__
+    hide_current_folder(*dialogOutput);
+#endif
     if (dialogOutput->ShowModal() == wxID_OK)
         textOutput->SetValue(dialogOutput->GetPath());
 }

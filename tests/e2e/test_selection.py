@@ -4,7 +4,7 @@ import time
 import unittest
 from pathlib import Path
 
-from driver import Atspi, Vantreo, click, descendants, holding, press_key, wait_for
+from driver import BUILD, Atspi, Vantreo, click, descendants, holding, press_key, wait_for
 from samples import make_film
 from texts import text
 from window_case import SETTINGS, WindowCase
@@ -165,6 +165,17 @@ class Dialogs(WindowCase):
                 window.wait_for_files([beside.name])
                 self.leave_dialog(window)
                 self.close_window(window)
+
+    def test_the_programs_folder_is_no_place_beside_the_files(self) -> None:
+        window = self.open_window()
+        for button in window.movies_button, window.output_button:
+            click(button)
+            dialog = window.wait_for_dialog()
+            labels = (c for c in descendants(dialog) if c.get_role() == Atspi.Role.LABEL)
+            places = [label.get_name() for label in labels]
+            self.assertIn("Other Locations", places)
+            self.assertNotIn(BUILD.name, places)
+            self.leave_dialog(window)
 
     def test_a_relative_output_folder_is_not_taken_for_one_in_the_programs(self) -> None:
         film = make_film(self.movies / "film.mkv", 1)
