@@ -1,18 +1,45 @@
 #include "tools/FFmpeg.h"
 
+#include <wx/app.h>
+#include <wx/log.h>
 #include <wx/stream.h>
 #include <wx/utils.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
+#include <vector>
 
 #include "convert/Movie.h"
 #include "i18n/toolkit_language.h"
+#include "tools/ffmpeg_processes.h"
 
 namespace {
 
 /// The most that one poll takes: a tool that never stops printing must not hold the window up.
 constexpr std::size_t kLongestText = std::size_t{1} << 20U;
+
+/// Between two looks at the processes that are to end.
+constexpr unsigned long kRoundMillis = 10;
+
+/// Asks those of `running` to end that are not in `asked`, and adds them: an ffmpeg that another
+/// one has just started may have been missed.
+void ask_to_end_once(const std::vector<long>& running, std::vector<long>& asked) {
+    for (const long pid : running) {
+        if (std::find(asked.begin(), asked.end(), pid) == asked.end()) {
+            wxKill(pid, wxSIGTERM);
+            asked.push_back(pid);
+        }
+    }
+}
+
+void complain_about(const std::vector<long>& processes, long millis) {
+    wxString ids;
+    for (const long pid : processes)
+        ids << " " << pid;
+    wxLogWarning("Still running %ld s after they were asked to end, ffmpeg processes%s",
+                 millis / 1000, ids);
+}
 
 }  // namespace
 
@@ -47,12 +74,34 @@ bool FFmpeg::RunWithUpdates(const wxString& command) {
     return timer.Start(1000, wxTIMER_CONTINUOUS);
 }
 
-void FFmpeg::Stop() {
+void FFmpeg::Stop(std::chrono::milliseconds limit) {
     constexpr long kNoneFound = 1;
+    // Whoever presses a button meanwhile means the window as it was before.
+    const wxWindowDisabler disabled;
+    std::vector<long> asked = running_ffmpegs();
     const long status = wxExecute("killall ffmpeg", wxEXEC_SYNC);
     const bool missing = status < 0 || status > kNoneFound;
-    if (missing && GetPid() > 0)
-        wxKill(GetPid(), wxSIGTERM);
+    const long own = GetPid();
+    if (missing && own > 0)
+        wxKill(own, wxSIGTERM);
+
+    const auto find_left = [&] {
+        if (!missing)
+            return running_ffmpegs();
+        return own > 0 && !child_has_ended(own) ? std::vector{own} : std::vector<long>();
+    };
+    const wxStopWatch waited;
+    std::vector<long> left;
+    while (!(left = find_left()).empty()) {
+        if (waited.Time() >= limit.count()) {
+            complain_about(left, waited.Time());
+            return;
+        }
+        if (!missing)
+            ask_to_end_once(left, asked);
+        wxTheApp->Yield(true);
+        wxMilliSleep(kRoundMillis);
+    }
 }
 
 std::string FFmpeg::ReadAvailable(wxInputStream& stream) {

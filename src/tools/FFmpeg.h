@@ -4,12 +4,16 @@
 #include <wx/stopwatch.h>
 #include <wx/timer.h>
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
 #include "tools/complaints.h"
 
 class Movie;
+
+/// The longest that a cancel waits for the tools to end.
+inline constexpr std::chrono::seconds kStopLimit{5};
 
 /// What a tool printed as the text that the patterns read: each byte becomes one character,
 /// undecoded, a byte beyond ASCII one outside the Latin range.
@@ -35,10 +39,11 @@ class FFmpeg : public wxProcess {
     /// Starts `command` and polls it every 1000 ms. Returns what `wxTimer::Start` returned.
     bool RunWithUpdates(const wxString& command);
 
-    /// Runs "killall ffmpeg", which ends every process named ffmpeg of the user, and returns when
-    /// that is done. A running MP4Box goes on. On a system without killall only the runner's own
-    /// child is asked to end.
-    void Stop();
+    /// Runs "killall ffmpeg", which asks every process named ffmpeg to end, and returns when none
+    /// of the user's is left. Those that are left after `limit` are named on the console. The
+    /// window takes no input meanwhile. A running MP4Box goes on. On a system without killall only
+    /// the runner's own child is asked to end and waited for.
+    void Stop(std::chrono::milliseconds limit = kStopLimit);
 
     /// What can be read from the error stream without waiting: several lines, and the beginning of
     /// one, come as they are. Of a tool that prints faster than it can be read, at most 1 MiB.

@@ -15,6 +15,7 @@
 #include <fstream>
 
 #include "convert/Movie.h"
+#include "support/environment.h"
 #include "support/frame_test.h"
 
 namespace {
@@ -22,22 +23,6 @@ namespace {
 namespace fs = std::filesystem;
 
 const wxString kRussian = L"русский язык";
-
-/// Sets an environment variable until the end of the test.
-class Environment {
-  public:
-    Environment(const wxString& variable, const wxString& value) : name(variable) {
-        wxGetEnv(name, &before);
-        wxSetEnv(name, value);
-    }
-    ~Environment() { wxSetEnv(name, before); }
-    Environment(const Environment&) = delete;
-    Environment& operator=(const Environment&) = delete;
-
-  private:
-    wxString name;
-    wxString before;
-};
 
 /// Makes permissions hold for root too, as long as it lives.
 class OrdinaryRights {
@@ -207,8 +192,10 @@ TEST_F(BadSystem, CancelsWithoutKillall) {
         start_run({"a.avi"});
         const Movie* const job = frame->movies[0];
         dialogs.answers = {wxID_YES};
+        const wxStopWatch watch;
         press(frame->buttonConvert);
         EXPECT_EQ(status(), "Conversion canceled");
+        EXPECT_LT(watch.Time(), 3000) << "nothing but the tool is waited for";
         EXPECT_TRUE(wait_until([&] { return job->Ended(); }, 3.0)) << "the tool has ended";
         release();
         doubles.remove("log");

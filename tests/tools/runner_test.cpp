@@ -41,12 +41,6 @@ class Runner : public FrameTest {
         return job->infos;
     }
 
-    /// False for a process that is gone or only waits to be reaped.
-    static bool still_runs(long pid) {
-        const wxString stat = file_text(wxString::Format("/proc/%ld/stat", pid));
-        return !stat.empty() && !stat.AfterLast(')').StartsWith(" Z");
-    }
-
     static wxString shell(const wxString& script) { return "sh -c \"" + script + "\""; }
 
     std::unique_ptr<Movie> job;
@@ -185,27 +179,6 @@ TEST_F(Runner, StopsPollingAtTheEnd) {
     ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
     const long millis = tool.millis;
     EXPECT_FALSE(wait_until([&] { return tool.millis != millis; }, 1.5));
-}
-
-TEST_F(Runner, StopEndsEveryFFmpegAndNoMP4Box) {
-    job->mode = "cancel";
-    hold();
-    hold("MP4Box");
-    FFmpeg transcoder(job.get());
-    FFmpeg other(job.get());
-    MP4Box muxer(job.get());
-    for (FFmpeg* tool : {&transcoder, &other})
-        tool->Run("Vantreo.app/Contents/Resources/ffmpeg -y a b");
-    muxer.Run("Vantreo.app/Contents/Resources/MP4Box -add a b");
-    ASSERT_TRUE(wait_until([this] { return calls().size() == 3; }));
-    const long pids[] = {transcoder.GetPid(), other.GetPid()};
-    muxer.Stop();
-    for (const long pid : pids)
-        EXPECT_FALSE(still_runs(pid)) << "Stop returns when they are ended";
-    EXPECT_TRUE(wait_until([&] { return transcoder.Ended() && other.Ended(); }, 1.0));
-    EXPECT_FALSE(muxer.Ended());
-    release("MP4Box");
-    EXPECT_TRUE(wait_until([&] { return muxer.Ended(); }));
 }
 
 TEST_F(Runner, LeavesNoPipeOpenBehindAnEndedTool) {

@@ -1,0 +1,246 @@
+// What a cancel ends, and when it returns.
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <wx/stopwatch.h>
+#include <wx/timer.h>
+
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <ctime>
+#include <memory>
+#include <string>
+
+#include "convert/Movie.h"
+#include "support/environment.h"
+#include "support/frame_test.h"
+#include "tools/FFmpeg.h"
+#include "tools/MP4Box.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr long kSlowMillis = 300;
+
+/// Waits in a process that has blocked SIGTERM until it comes.
+void await_term() {
+    sigset_t term;
+    sigemptyset(&term);
+    sigaddset(&term, SIGTERM);
+    int signal = 0;
+    ::sigwait(&term, &signal);
+}
+
+void sleep_for_good() {
+    for (;;)
+        ::pause();
+}
+
+// What a process does once SIGTERM is blocked.
+
+void ends_when_asked() {
+    await_term();
+}
+
+void ends_slowly() {
+    await_term();
+    const timespec slow{0, kSlowMillis * 1'000'000};
+    ::nanosleep(&slow, nullptr);
+}
+
+void starts_another_at_its_end() {
+    await_term();
+    if (::fork() == 0)
+        await_term();
+}
+
+void stays() {
+    sleep_for_good();
+}
+
+void ends_at_once() {}
+
+/// Another process of that name, with that as its behaviour. Gone at the end of the test.
+class Neighbour {
+  public:
+    Neighbour(const char* name, void (*behaviour)(), uid_t user = ::getuid()) {
+        int ready[2] = {-1, -1};
+        EXPECT_EQ(::pipe2(ready, O_CLOEXEC), 0);
+        pid_ = ::fork();
+        if (pid_ == 0) {
+            sigset_t term;
+            sigemptyset(&term);
+            sigaddset(&term, SIGTERM);
+            ::sigprocmask(SIG_BLOCK, &term, nullptr);
+            ::prctl(PR_SET_NAME, name);
+            if (user != ::getuid() && ::setuid(user) != 0)
+                ::_exit(1);
+            ::close(ready[0]);
+            if (::write(ready[1], "x", 1) == 1)
+                behaviour();
+            ::_exit(0);
+        }
+        ::close(ready[1]);
+        char byte = 0;
+        EXPECT_EQ(::read(ready[0], &byte, 1), 1) << name << " has not started";
+        ::close(ready[0]);
+    }
+    ~Neighbour() {
+        ::kill(pid_, SIGKILL);
+        ::waitpid(pid_, nullptr, 0);
+    }
+    Neighbour(const Neighbour&) = delete;
+    Neighbour& operator=(const Neighbour&) = delete;
+
+    pid_t pid() const { return pid_; }
+
+    /// False for a process that only waits to be reaped.
+    bool runs() const {
+        siginfo_t info{};
+        return ::waitid(P_PID, static_cast<id_t>(pid_), &info, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+               info.si_pid == 0;
+    }
+
+  private:
+    pid_t pid_ = -1;
+};
+
+/// Records whether the frame takes input, a little later.
+class InputWatch : public wxTimer {
+  public:
+    explicit InputWatch(const wxWindow* watched) : window(watched) {
+        StartOnce(static_cast<int>(kSlowMillis / 2));
+    }
+    void Notify() override {
+        hasLooked = true;
+        tookInput = window->IsEnabled();
+    }
+
+    bool hasLooked = false;
+    bool tookInput = false;
+
+  private:
+    const wxWindow* window;
+};
+
+class Stop : public FrameTest {
+  protected:
+    void SetUp() override {
+        start();
+        job = std::make_unique<Movie>(frame, "", "", 0);
+        job->mode = "cancel";
+        tool = std::make_unique<FFmpeg>(job.get());
+    }
+
+    /// Stops and returns how long that lasted, in milliseconds.
+    long stop(std::chrono::milliseconds limit = 20s) {
+        const wxStopWatch watch;
+        tool->Stop(limit);
+        return watch.Time();
+    }
+
+    std::unique_ptr<Movie> job;
+    std::unique_ptr<FFmpeg> tool;
+};
+
+}  // namespace
+
+TEST_F(Stop, ReturnsWhenEveryFFmpegIsGoneAndSparesMP4Box) {
+    const Neighbour slow("ffmpeg", ends_slowly);
+    hold();
+    hold("MP4Box");
+    FFmpeg other(job.get());
+    MP4Box muxer(job.get());
+    for (FFmpeg* runner : {tool.get(), &other})
+        runner->Run("Vantreo.app/Contents/Resources/ffmpeg -y a b");
+    muxer.Run("Vantreo.app/Contents/Resources/MP4Box -add a b");
+    ASSERT_TRUE(wait_until([this] { return calls().size() == 3; }));
+    const long pids[] = {tool->GetPid(), other.GetPid()};
+
+    muxer.Stop(20s);
+    EXPECT_FALSE(slow.runs());
+    for (const long pid : pids) {
+        const wxString stat = file_text(wxString::Format("/proc/%ld/stat", pid));
+        EXPECT_TRUE(stat.empty() || stat.AfterLast(')').StartsWith(" Z")) << stat;
+    }
+    EXPECT_TRUE(wait_until([&] { return tool->Ended() && other.Ended(); }, 1.0));
+    EXPECT_FALSE(muxer.Ended());
+    release("MP4Box");
+    EXPECT_TRUE(wait_until([&] { return muxer.Ended(); }));
+}
+
+TEST_F(Stop, ReturnsAtOnceWhenNoFFmpegRuns) {
+    testing::internal::CaptureStderr();
+    EXPECT_LT(stop(), 1000);
+    EXPECT_EQ(testing::internal::GetCapturedStderr().find("Still running"), std::string::npos);
+}
+
+TEST_F(Stop, EndsAnFFmpegThatAnotherOneStartsAtItsEnd) {
+    const Neighbour parent("ffmpeg", starts_another_at_its_end);
+    EXPECT_LT(stop(), 5000);
+    EXPECT_FALSE(parent.runs());
+}
+
+TEST_F(Stop, NamesOnTheConsoleWhatIsLeftAtTheEndOfItsTime) {
+    const Neighbour stubborn("ffmpeg", stays);
+    testing::internal::CaptureStderr();
+    const long millis = stop(1200ms);
+    const std::string console = testing::internal::GetCapturedStderr();
+    EXPECT_TRUE(
+        console.ends_with("Still running 1 s after they were asked to end, ffmpeg processes " +
+                          std::to_string(stubborn.pid()) + "\n"))
+        << console;
+    EXPECT_EQ(std::count(console.begin(), console.end(), '\n'), 1) << console;
+    EXPECT_GE(millis, 1200);
+    EXPECT_LT(millis, 4000);
+}
+
+TEST_F(Stop, DoesNotWaitForAnFFmpegThatOnlyWaitsToBeReaped) {
+    const Neighbour ended("ffmpeg", ends_at_once);
+    ASSERT_TRUE(wait_until([&] { return !ended.runs(); }));
+    EXPECT_LT(stop(), 5000);
+}
+
+TEST_F(Stop, SparesProcessesWhoseNamesOnlyHoldTheWord) {
+    const Neighbour longer("ffmpeg2", ends_when_asked);
+    const Neighbour helper("ffmpeg-helper", ends_when_asked);
+    const Neighbour behind("myffmpeg", ends_when_asked);
+    const Neighbour odd("x) S (ffmpeg", ends_when_asked);
+    EXPECT_LT(stop(), 5000);
+    for (const Neighbour* spared : {&longer, &helper, &behind, &odd})
+        EXPECT_TRUE(spared->runs());
+}
+
+TEST_F(Stop, DoesNotWaitForAnotherUsersFFmpeg) {
+    if (::getuid() != 0)
+        GTEST_SKIP() << "only root can start a process of another user";
+    const Neighbour other("ffmpeg", stays, 65534);
+    EXPECT_LT(stop(), 5000);
+    EXPECT_TRUE(other.runs());
+}
+
+TEST_F(Stop, TakesNoInputWhileItWaits) {
+    const Neighbour slow("ffmpeg", ends_slowly);
+    InputWatch watch(frame);
+    stop();
+    EXPECT_TRUE(watch.hasLooked);
+    EXPECT_FALSE(watch.tookInput);
+    EXPECT_TRUE(frame->IsEnabled());
+}
+
+TEST_F(Stop, EndsAndAwaitsItsOwnToolAloneWithoutKillall) {
+    const Neighbour neighbour("ffmpeg", ends_when_asked);
+    hold();
+    tool->Run("Vantreo.app/Contents/Resources/ffmpeg -y a b");
+    ASSERT_TRUE(wait_until([this] { return calls().size() == 1; }));
+    const Environment path("PATH", out.path());
+    testing::internal::CaptureStderr();
+    EXPECT_LT(stop(), 5000);
+    EXPECT_EQ(testing::internal::GetCapturedStderr().find("Still running"), std::string::npos);
+    EXPECT_TRUE(wait_until([this] { return tool->Ended(); }, 1.0));
+    EXPECT_TRUE(neighbour.runs());
+}
