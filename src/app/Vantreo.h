@@ -211,6 +211,8 @@ class Vantreo : public wxFrame {
     wxString about_page();
 
     // web/links.cpp
+    /// Opens the page in the browser; where none can be started, a message shows its address.
+    void open_page(const wxString& address);
     /// The address of the French or the other page, by the `Language` setting.
     wxString page_address(const wxString& french, const wxString& other);
 

@@ -7,7 +7,6 @@
 #include <wx/listbox.h>
 #include <wx/stattext.h>
 #include <wx/textctrl.h>
-#include <wx/utils.h>
 
 #include "app/Vantreo.h"
 
@@ -72,9 +71,8 @@ void Vantreo::layout_converted() {
     layout_movies();
     layout_normal();
     if (config_read("HowToMove") == "true") {
-        wxLaunchDefaultBrowser(page_address("FR/Comment_mettre_une_video_sur_son_iPhone",
-                                            "How_to_put_a_video_on_your_iPhone"),
-                               0);
+        open_page(page_address("FR/Comment_mettre_une_video_sur_son_iPhone",
+                               "How_to_put_a_video_on_your_iPhone"));
     }
 }
 

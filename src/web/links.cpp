@@ -2,37 +2,38 @@
 // inside its box.
 
 #include <wx/html/htmlwin.h>
-#include <wx/utils.h>
 
 #include "app/Vantreo.h"
+#include "web/browser.h"
 #include "web/site.h"
 
 namespace {
 
 constexpr const wchar_t* kFrench = L"Fran\u00e7ais";
 
-void open_link(const wxHtmlLinkEvent& event) {
-    wxLaunchDefaultBrowser(event.GetLinkInfo().GetHref(), 0);
-}
-
 }  // namespace
+
+void Vantreo::open_page(const wxString& address) {
+    if (!open_in_browser(address))
+        ShowMessage(address, wxOK | wxICON_HAND);
+}
 
 wxString Vantreo::page_address(const wxString& french, const wxString& other) {
     return site_base() + (config_read("Language") == kFrench ? french : other);
 }
 
 void Vantreo::OnhtmlSubtitle(wxHtmlLinkEvent& event) {
-    open_link(event);
+    open_page(event.GetLinkInfo().GetHref());
 }
 
 void Vantreo::OnhtmlTranslations(wxHtmlLinkEvent& event) {
-    open_link(event);
+    open_page(event.GetLinkInfo().GetHref());
 }
 
 void Vantreo::OnhtmlAbout(wxHtmlLinkEvent& event) {
-    open_link(event);
+    open_page(event.GetLinkInfo().GetHref());
 }
 
 void Vantreo::OnbuttonDonate(wxCommandEvent&) {
-    wxLaunchDefaultBrowser(page_address("FR/Faire_un_Don", "Donate"), 0);
+    open_page(page_address("FR/Faire_un_Don", "Donate"));
 }

@@ -60,7 +60,7 @@ void Vantreo::leave_check_screen() {
 void Vantreo::OnbuttonGetNewVersion(wxCommandEvent&) {
     // Presses during the wait are handled after it.
     buttonGetNewVersion->Unbind(wxEVT_BUTTON, &Vantreo::OnbuttonGetNewVersion, this);
-    wxLaunchDefaultBrowser(page_address("FR/Telecharger", "Download"), 0);
+    open_page(page_address("FR/Telecharger", "Download"));
     wxMilliSleep(3000);
     Close();
 }

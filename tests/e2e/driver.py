@@ -274,6 +274,38 @@ class Program:
         wait_for(at_rest, "a window at rest")
         return picture
 
+    # ---- dialogs ---------------------------------------------------------------------------------
+
+    def wait_for_dialog(self) -> Atspi.Accessible:
+        """The dialog once it takes clicks, which may be part of a double click before."""
+        dialog = wait_for(lambda: self.dialog, "a dialog")
+        if dialog != self._clickable_dialog:
+            time.sleep(DOUBLE_CLICK_SECONDS)
+            self._clickable_dialog = dialog
+        return dialog
+
+    def wait_for_no_dialog(self) -> None:
+        wait_for(lambda: self.dialog is None, "the end of the dialog")
+
+    def wait_for_active(self) -> None:
+        """Waits until the window takes input and no dialog that has been left lies over it."""
+        wait_for(lambda: has_state(self.frame, Atspi.StateType.ACTIVE), "an active window")
+
+    def dialog_button(self, name: str) -> Atspi.Accessible:
+        return next(
+            control
+            for control in descendants(self.wait_for_dialog())
+            if control.get_role() == Atspi.Role.PUSH_BUTTON and control.get_name() == name
+        )
+
+    def answer(self, button: str) -> str:
+        """Presses a button of the message box in front of the window; returns the box's text."""
+        controls = descendants(self.wait_for_dialog())
+        labels = [c.get_name() for c in controls if c.get_role() == Atspi.Role.LABEL]
+        click(self.dialog_button(button))
+        self.wait_for_no_dialog()
+        return "\n".join(filter(None, labels))
+
     # ---- the end ---------------------------------------------------------------------------------
 
     def close(self) -> None:
@@ -485,21 +517,6 @@ class Vantreo(Program):
     def wait_for_status(self, status: str, seconds: float = 15) -> None:
         wait_for(lambda: self.status == status, f'the status "{status}"', seconds)
 
-    def wait_for_dialog(self) -> Atspi.Accessible:
-        """The dialog once it takes clicks, which may be part of a double click before."""
-        dialog = wait_for(lambda: self.dialog, "a dialog")
-        if dialog != self._clickable_dialog:
-            time.sleep(DOUBLE_CLICK_SECONDS)
-            self._clickable_dialog = dialog
-        return dialog
-
-    def wait_for_no_dialog(self) -> None:
-        wait_for(lambda: self.dialog is None, "the end of the dialog")
-
-    def wait_for_active(self) -> None:
-        """Waits until the window takes input and no dialog that has been left lies over it."""
-        wait_for(lambda: has_state(self.frame, Atspi.StateType.ACTIVE), "an active window")
-
     def press_convert(self) -> None:
         click(self.convert_button)
 
@@ -507,21 +524,6 @@ class Vantreo(Program):
         """Converts the movies of the list; the run must end well."""
         self.press_convert()
         self.wait_for_status("Conversion completed!", 60)
-
-    def dialog_button(self, name: str) -> Atspi.Accessible:
-        return next(
-            control
-            for control in descendants(self.wait_for_dialog())
-            if control.get_role() == Atspi.Role.PUSH_BUTTON and control.get_name() == name
-        )
-
-    def answer(self, button: str) -> str:
-        """Presses a button of the message box in front of the window; returns the box's text."""
-        controls = descendants(self.wait_for_dialog())
-        labels = [c.get_name() for c in controls if c.get_role() == Atspi.Role.LABEL]
-        click(self.dialog_button(button))
-        self.wait_for_no_dialog()
-        return "\n".join(filter(None, labels))
 
     def wait_for_files(self, names: Iterable[str]) -> list[Atspi.Accessible]:
         """Waits until the open file or folder dialog lists these names; returns their entries."""
