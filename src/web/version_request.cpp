@@ -1,52 +1,70 @@
 #include "web/version_request.h"
 
-#include <wx/protocol/http.h>
+#include <wx/mstream.h>
+#include <wx/protocol/protocol.h>
 #include <wx/regex.h>
-#include <wx/socket.h>
-#include <wx/stream.h>
 #include <wx/url.h>
-#include <wx/utils.h>
 
 #include <array>
-#include <future>
 #include <memory>
 #include <string>
-#include <thread>
 #include <utility>
 
 #include "app/utf8.h"
 #include "app/version_text.h"
 #include "web/site.h"
+#include "web/web_page.h"
 
 namespace {
 
-using Reply = std::optional<wxString>;
+/// The most that is read of a reply.
+constexpr std::size_t kBlock = 1024;
 
-/// Nobody but the site itself is asked. The toolkit looks once, at its first address, for a proxy
-/// in the environment; it finds none. (Taking one away from an address later breaks its
-/// bookkeeping.)
-void do_without_proxy(const wxString& address) {
-    wxString proxy;
-    if (wxGetEnv("HTTP_PROXY", &proxy)) {
-        wxUnsetEnv("HTTP_PROXY");
-        const wxURL first(address);
-        wxSetEnv("HTTP_PROXY", proxy);  // for the browser
+class PageRequest : public wxProtocol {
+  public:
+    PageRequest(std::string page, std::chrono::milliseconds time)
+        : address(std::move(page)), limit(time) {}
+
+    wxInputStream* GetInputStream(const wxString&) override {
+        const auto page = beginning_of_page(address, kBlock, limit);
+        if (!page)
+            return nullptr;
+        wxMemoryOutputStream copied;
+        copied.Write(page->data(), page->size());
+        return new wxMemoryInputStream(copied);
     }
-}
 
-/// Asks and reads one block; each wait on the network ends after `limit`.
-Reply ask(const std::string& address, std::chrono::seconds limit) {
-    wxURL url(wxString::FromUTF8(address));
-    if (url.GetError() != wxURL_NOERR)
-        return std::nullopt;
-    url.GetProtocol().SetTimeout(static_cast<long>(limit.count()));
-    const std::unique_ptr<wxInputStream> stream(url.GetInputStream());
-    if (!stream)
-        return std::nullopt;
-    std::array<char, 1024> block{};
-    const size_t length = stream->Read(block.data(), block.size()).LastRead();
-    return reply_text({block.data(), length});
-}
+    wxString GetContentType() const override { return {}; }
+    bool Abort() override { return true; }
+
+  private:
+    std::string address;
+    std::chrono::milliseconds limit;
+};
+
+/// The toolkit's address with another request behind it. The toolkit's own one bounds single waits
+/// only, looks the name of a proxied site up, loses the site's port on the way to a proxy, and
+/// reads until the server closes the connection.
+class PageAddress : public wxURL {
+  public:
+    PageAddress(const wxString& address, std::chrono::milliseconds limit)
+        : wxURL(without_proxy(address)), request(address.utf8_string(), limit) {
+        if (m_error != wxURL_NOERR)
+            return;
+        m_protocol->Destroy();
+        m_protocol = &request;
+        m_useProxy = true;  // the toolkit connects nothing by itself then, and does not own
+    }
+
+  private:
+    /// The toolkit's proxy from HTTP_PROXY would be freed too late, at the end of the program.
+    static const wxString& without_proxy(const wxString& address) {
+        ms_useDefaultProxy = false;
+        return address;
+    }
+
+    PageRequest request;
+};
 
 }  // namespace
 
@@ -55,19 +73,15 @@ wxString version_request_address() {
 }
 
 std::optional<wxString> request_reply(const wxString& address, std::chrono::milliseconds limit) {
-    // The toolkit bounds each single wait, not a server that sends a byte a second, nor the look-up
-    // of a name. So a thread asks, and whatever it has not brought in time is forgotten.
-    wxSocketBase::Initialize();
-    do_without_proxy(address);
-    std::promise<Reply> promise;
-    std::future<Reply> reply = promise.get_future();
-    const auto wait = std::chrono::ceil<std::chrono::seconds>(limit);
-    std::thread([promise = std::move(promise), address = address.utf8_string(), wait]() mutable {
-        promise.set_value(ask(address, wait));
-    }).detach();
-    if (reply.wait_for(limit) != std::future_status::ready)
+    PageAddress url(address, limit);
+    if (url.GetError() != wxURL_NOERR)
         return std::nullopt;
-    return reply.get();
+    const std::unique_ptr<wxInputStream> stream(url.GetInputStream());
+    if (!stream)
+        return std::nullopt;
+    std::array<char, kBlock> block{};
+    const size_t length = stream->Read(block.data(), block.size()).LastRead();
+    return reply_text({block.data(), length});
 }
 
 wxString reply_text(std::string_view bytes) {

@@ -12,8 +12,10 @@ inline constexpr std::chrono::seconds kVersionRequestLimit{5};
 /// Address that the current release's number is asked from.
 wxString version_request_address();
 
-/// The beginning of what `address` answers, at most 1024 bytes, read as UTF-8. Nothing when no
-/// answer comes within `limit` in all, name look-up included. Blocks; call it on the GUI thread.
+/// The beginning of what `address` answers, at most 1024 bytes, read as UTF-8. Plain http, through
+/// the environment's proxy (see route.h); a redirect is not followed. Nothing when no answer begins
+/// within `limit` in all, name look-up included; of one that is not complete then, what has come.
+/// Blocks; call it on the GUI thread.
 std::optional<wxString> request_reply(const wxString& address, std::chrono::milliseconds limit);
 
 /// The reply's text; the last character may be cut. Empty for anything but UTF-8.

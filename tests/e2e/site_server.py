@@ -26,6 +26,16 @@ def send_after(signal: threading.Event, reply: bytes) -> Answer:
     return answer
 
 
+def send_and_stay(reply: bytes) -> Answer:
+    """Leaves the connection open until the other side has gone or the server ends."""
+
+    def answer(connection: socket.socket) -> None:
+        connection.sendall(reply)
+        stay_silent(connection)
+
+    return answer
+
+
 def stay_silent(connection: socket.socket) -> None:
     """Says nothing until the other side has gone or the server ends."""
     while connection.recv(1024):
@@ -55,7 +65,9 @@ class SiteServer:
         self._connection: socket.socket | None = None
         self.host = "{}:{}".format(*self._listener.getsockname())
         self.request_lines: list[str] = []
-        self.accepted: list[float] = []  # readings of the monotonic clock
+        # Readings of the monotonic clock.
+        self.accepted: list[float] = []
+        self.answered: list[float] = []  # for an answer that waits for it, when the other side left
         self.ending = threading.Event()
         self._thread = threading.Thread(target=self._serve)
         self._thread.start()
@@ -84,4 +96,6 @@ class SiteServer:
                     self.request_lines.append(head.readline().removesuffix("\r\n"))
                     while head.readline().strip():
                         pass
-                self._answer(self._connection)
+                with contextlib.suppress(ConnectionError):
+                    self._answer(self._connection)
+                self.answered.append(time.monotonic())

@@ -18,7 +18,16 @@ from driver import (
     xdotool,
 )
 from pixels import Drawing, find_drawing, width_of
-from site_server import Answer, SiteServer, drip, http_reply, send, send_after, stay_silent
+from site_server import (
+    Answer,
+    SiteServer,
+    drip,
+    http_reply,
+    send,
+    send_after,
+    send_and_stay,
+    stay_silent,
+)
 from texts import text
 from window_case import WindowCase
 
@@ -63,9 +72,9 @@ class VersionCheck(WindowCase):
     def serve(self, answer: Answer) -> SiteServer:
         return self.enterContext(SiteServer(answer))
 
-    def start(self, site: str) -> Program:
+    def start(self, site: str, **environment: str) -> Program:
         """The program, asking that site; it ends with the test."""
-        return self.enterContext(Program(environment={"VANTREO_SITE": site}))
+        return self.enterContext(Program(environment={"VANTREO_SITE": site} | environment))
 
     def wait_for_label(self, program: Program, words: str, is_green: bool) -> None:
         """Waits until the check screen shows these words, painted and with nothing above them."""
@@ -110,11 +119,11 @@ class VersionCheck(WindowCase):
     # ---- a newer version -------------------------------------------------------------------------
 
     def start_with_newer_version(
-        self, site: str, language: str
+        self, site: str, language: str, **environment: str
     ) -> tuple[Program, Atspi.Accessible]:
         """The program and its button once it offers the newer version, and nothing else."""
         self.write_settings(Language=language)
-        program = self.start(site)
+        program = self.start(site, **environment)
         label = text("buttonGetNewVersion", language)
 
         def find_button() -> Atspi.Accessible | None:
@@ -224,6 +233,34 @@ class VersionCheck(WindowCase):
         self.assertLess(time.monotonic() - closed, 1)
         self.assertEqual(self.opened_pages(), [])
 
+    def test_a_newer_version_is_heard_of_through_the_proxy(self) -> None:
+        for name in ("http_proxy", "HTTP_PROXY"):
+            with self.subTest(name):
+                proxy = self.serve(send(NEWER))
+                program, _ = self.start_with_newer_version(
+                    "http://no-such-name.invalid:8080/", "English", **{name: proxy.host}
+                )
+                self.assertRegex(
+                    proxy.request_lines[0],
+                    REQUEST.replace("/", "http://no-such-name.invalid:8080/", 1),
+                )
+                self.close_window(program)
+
+    def test_a_site_that_the_environment_excepts_is_asked_without_the_proxy(self) -> None:
+        proxy = self.serve(send(NEWER))
+        window = self.open_window(
+            VANTREO_SITE="http://no-such-name.invalid/", http_proxy=proxy.host, no_proxy=".invalid"
+        )
+        self.close_window(window)
+        self.assertEqual(proxy.accepted, [])
+
+    def test_a_newer_version_is_offered_at_once_though_the_connection_stays_open(self) -> None:
+        server = self.serve(send_and_stay(NEWER))
+        program, _ = self.start_with_newer_version(server.address, "English")
+        wait_for(lambda: server.answered, "the end of the connection")
+        self.assertLess(server.answered[0] - server.accepted[0], 1)
+        self.close_window(program)
+
     # ---- everything else leads to the ordinary window --------------------------------------------
 
     def test_any_other_answer_leads_to_the_window(self) -> None:
@@ -243,7 +280,7 @@ class VersionCheck(WindowCase):
                 self.close_window(window)
         self.assertEqual(self.opened_pages(), [])
 
-    def test_nobody_but_the_site_is_asked(self) -> None:
+    def test_a_redirect_is_not_followed_nor_this_machine_asked_through_a_proxy(self) -> None:
         target, proxy = self.serve(send(NEWER)), self.serve(send(NEWER))
         server = self.serve(send(http_reply("", "302 Found", f"Location: {target.address}")))
         window = self.open_window(
@@ -278,10 +315,18 @@ class VersionCheck(WindowCase):
                 self.assertGreaterEqual(seconds, SOONEST_GIVEN_UP_SECONDS)
                 self.assertLess(seconds, LATEST_GIVEN_UP_SECONDS)
                 wait_for(lambda: program.is_ready, "a usable window")
-                # The request may still wait: it must not hold the end.
+                wait_for(lambda: server.answered, "the end of the connection", 2)
                 closed = time.monotonic()
                 self.close_window(program)
                 self.assertLess(time.monotonic() - closed, 1)
+
+    def test_a_window_that_is_closed_while_the_site_is_asked_closes_after_that(self) -> None:
+        server = self.serve(stay_silent)
+        program = self.start(server.address)
+        self.wait_for_label(program, text("labelCheckVersion_ing"), False)
+        program.close()
+        self.assertEqual(program.wait_for_end(), 0)
+        self.assertLess(time.monotonic() - server.accepted[0], LATEST_GIVEN_UP_SECONDS)
 
 
 if __name__ == "__main__":
