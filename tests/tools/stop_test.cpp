@@ -234,13 +234,15 @@ TEST_F(Stop, TakesNoInputWhileItWaits) {
 
 TEST_F(Stop, EndsAndAwaitsItsOwnToolAloneWithoutKillall) {
     const Neighbour neighbour("ffmpeg", ends_when_asked);
-    hold();
-    tool->Run("Vantreo.app/Contents/Resources/ffmpeg -y a b");
-    ASSERT_TRUE(wait_until([this] { return calls().size() == 1; }));
+    tool->Run(
+        "sh -c \"trap '/bin/sleep 0.3; exit' TERM; echo >&2; while :; do /bin/sleep 0.02; done\"");
+    ASSERT_TRUE(wait_until([this] { return tool->IsErrorAvailable(); }));
     const Environment path("PATH", out.path());
     testing::internal::CaptureStderr();
-    EXPECT_LT(stop(), 5000);
+    const long millis = stop();
     EXPECT_EQ(testing::internal::GetCapturedStderr().find("Still running"), std::string::npos);
+    EXPECT_GE(millis, kSlowMillis);
+    EXPECT_LT(millis, 5000);
     EXPECT_TRUE(wait_until([this] { return tool->Ended(); }, 1.0));
     EXPECT_TRUE(neighbour.runs());
 }
