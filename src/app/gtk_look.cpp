@@ -7,22 +7,25 @@
 
 #include <memory>
 
+#include "app/gtk_text_size.h"
+
 namespace {
 
-// The controls' places were drawn for a screen where 10 points are 10 pixels. This is the largest
-// resolution at which every text has its room in every language: at the next one the longest name
-// of a device no longer fits its box.
-constexpr int kTextDpi = 85;
+/// The style class of what has fixed places.
+constexpr const char* kFixedPlaces = "fixed-places";
 
+// The second selector of the buttons is the toolkit's measure of an ordinary button.
 constexpr const char* kStyleSheet = R"css(
-entry { min-height: 0; padding-top: 0; padding-bottom: 0; }
-entry:not(:focus) selection { background-color: transparent; color: transparent; }
-button { min-height: 0; padding-top: 2px; padding-bottom: 2px; }
-button.text-button { padding-left: 8px; padding-right: 8px; }
-combobox entry { padding-left: 4px; padding-right: 2px; }
-combobox button { padding: 0; min-width: 16px; }
-combobox arrow { min-width: 14px; }
-progressbar trough, progressbar progress { min-height: 13px; }
+.fixed-places entry { min-height: 0; padding-top: 0; padding-bottom: 0; }
+.fixed-places entry:not(:focus) selection { background-color: transparent; color: transparent; }
+.fixed-places button, window > buttonbox > button {
+    min-height: 0; padding-top: 2px; padding-bottom: 2px; }
+.fixed-places button.text-button { padding-left: 8px; padding-right: 8px; }
+.fixed-places combobox entry { padding-left: 4px; padding-right: 2px; }
+.fixed-places combobox button { padding: 0; min-width: 16px; }
+.fixed-places combobox arrow { min-width: 14px; }
+.fixed-places checkbutton { padding-top: 0; padding-bottom: 0; }
+.fixed-places progressbar trough, .fixed-places progressbar progress { min-height: 13px; }
 )css";
 
 // The mark of a checked box as the toolkit's default theme has it, but from that theme's picture
@@ -48,9 +51,9 @@ bool has_ordinary_scale() {
 /// The pages get the very colour that the toolkit reports for them, as the HTML boxes do.
 void load_style_sheet(GtkCssProvider* provider) {
     const wxString page = wxPanel::GetClassDefaultAttributes().colBg.GetAsString(wxC2S_CSS_SYNTAX);
-    const wxString style_sheet = kStyleSheet +
-                                 ("notebook > stack { background-color: " + page + "; }") +
-                                 (has_default_theme() && has_ordinary_scale() ? kCheckMark : "");
+    const wxString style_sheet =
+        kStyleSheet + (".fixed-places notebook > stack { background-color: " + page + "; }") +
+        (has_default_theme() && has_ordinary_scale() ? kCheckMark : "");
     gtk_css_provider_load_from_data(provider, style_sheet.utf8_str(), -1, nullptr);
 }
 
@@ -72,17 +75,20 @@ gboolean apply_place(gpointer data) {
 }  // namespace
 
 void apply_gtk_look() {
-    GtkSettings* const settings = gtk_settings_get_default();
-    g_object_set(settings, "gtk-xft-dpi", kTextDpi * 1024, nullptr);
-
+    fix_text_size();
     GtkCssProvider* const provider = gtk_css_provider_new();
     load_style_sheet(provider);
     gtk_style_context_add_provider_for_screen(gdk_screen_get_default(),
                                               GTK_STYLE_PROVIDER(provider),
                                               GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-    g_signal_connect_swapped(settings, "notify::gtk-theme-name", G_CALLBACK(load_style_sheet),
-                             provider);
+    g_signal_connect_swapped(gtk_settings_get_default(), "notify::gtk-theme-name",
+                             G_CALLBACK(load_style_sheet), provider);
     g_object_unref(provider);  // the screen keeps it
+}
+
+void fit_theme_to_places(wxFrame& frame) {
+    GtkWidget* const contents = gtk_bin_get_child(GTK_BIN(frame.GetHandle()));
+    gtk_style_context_add_class(gtk_widget_get_style_context(contents), kFixedPlaces);
 }
 
 void keep_place_when_mapped(wxFrame& frame, const wxSize& size) {

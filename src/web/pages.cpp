@@ -1,7 +1,10 @@
 #include "web/pages.h"
 
+#include <wx/html/htmlcell.h>
 #include <wx/html/htmlwin.h>
 #include <wx/panel.h>
+
+#include <algorithm>
 
 #include "app/Vantreo.h"
 #include "app/accessibility.h"
@@ -9,6 +12,8 @@
 #include "web/site.h"
 
 namespace {
+
+constexpr int kBorder = 10;  // around a page in its box, in pixels: the toolkit's own
 
 wxString body_tag(const wxColour& background) {
     return "<body bgcolor=" + background.GetAsString(wxC2S_HTML_SYNTAX) + ">";
@@ -33,7 +38,15 @@ wxString about_page_html(const wxColour& background, const AboutTexts& texts) {
 }
 
 void show_page(wxHtmlWindow& box, const wxString& page) {
+    box.SetBorders(kBorder);
     box.SetPage(page);
+    // The cell begins and ends with a border; the words need only the first.
+    const int end = box.GetInternalRepresentation()->GetHeight() - kBorder;
+    const int missing = std::clamp(end - box.GetClientSize().y, 0, kBorder);
+    if (missing > 0) {
+        box.SetBorders(kBorder - missing);
+        box.SetPage(page);
+    }
     name_control(box, box.ToText().Trim(true).Trim(false));
 }
 

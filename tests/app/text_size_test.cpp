@@ -1,0 +1,140 @@
+// The size of the window's texts, and of its dialogs', while the desktop changes its own.
+
+#include <gtk/gtk.h>
+#include <wx/button.h>
+#include <wx/checkbox.h>
+#include <wx/html/htmlcell.h>
+#include <wx/html/htmlwin.h>
+#include <wx/notebook.h>
+#include <wx/panel.h>
+
+#include "support/desktop_settings.h"
+#include "support/frame_test.h"
+#include "support/misfits.h"
+
+namespace {
+
+constexpr int kAdwaitaButtonHeight = 34;  // in pixels, with a text of ordinary size
+
+/// A message box of the toolkit's kind in front of the window.
+class MessageBox {
+  public:
+    explicit MessageBox(const wxWindow& parent)
+        : box(gtk_message_dialog_new(GTK_WINDOW(parent.GetHandle()), GTK_DIALOG_MODAL,
+                                     GTK_MESSAGE_QUESTION, GTK_BUTTONS_YES_NO, "%s",
+                                     "film.mp4 already exists. Overwrite it?")) {
+        gtk_widget_show_all(box);
+        run_pending_events();
+    }
+    ~MessageBox() {
+        gtk_widget_destroy(box);
+        run_pending_events();
+    }
+    MessageBox(const MessageBox&) = delete;
+    MessageBox& operator=(const MessageBox&) = delete;
+
+    int text_height() const {
+        GtkWidget* const area = gtk_message_dialog_get_message_area(GTK_MESSAGE_DIALOG(box));
+        GList* const labels = gtk_container_get_children(GTK_CONTAINER(area));
+        PangoLayout* const text = gtk_label_get_layout(GTK_LABEL(labels->data));
+        g_list_free(labels);
+        int height = 0;
+        pango_layout_get_pixel_size(text, nullptr, &height);
+        return height / pango_layout_get_line_count(text);
+    }
+
+    int button_height() const {
+        return gtk_widget_get_allocated_height(
+            gtk_dialog_get_widget_for_response(GTK_DIALOG(box), GTK_RESPONSE_YES));
+    }
+
+    std::vector<wxString> misfits() const { return misfits_of_texts(box); }
+
+  private:
+    GtkWidget* box;
+};
+
+class TextSize : public FrameTest {
+  protected:
+    TextSize() { start(); }
+
+    /// What the texts of the pages measure: a person sees a change of any.
+    std::vector<wxSize> sizes() const {
+        const GtkWidget* const check = checkbox_label();
+        PangoLayout* const label = gtk_label_get_layout(GTK_LABEL(check));
+        std::vector<wxSize> found(1);
+        pango_layout_get_pixel_size(label, &found[0].x, &found[0].y);
+        found.push_back(frame->buttonMovies->GetTextExtent("Movies"));
+        found.push_back(frame->buttonMovies->GetBestSize());
+        for (const wxHtmlWindow* box : {frame->htmlSubtitle, frame->htmlAbout}) {
+            const wxHtmlContainerCell* const page = box->GetInternalRepresentation();
+            found.emplace_back(page->GetMaxTotalWidth(), page->GetHeight());
+        }
+        return found;
+    }
+
+    /// What a new language, or a new theme, lets the boxes show.
+    void show_pages_again() const {
+        wxSysColourChangedEvent event;
+        frame->ProcessWindowEvent(event);
+    }
+
+    void expect_fit() const {
+        for (size_t page = 0; page < frame->notebook->GetPageCount(); ++page) {
+            frame->notebook->SetSelection(page);
+            run_pending_events();
+            for (const wxString& misfit :
+                 misfits(*static_cast<wxPanel*>(frame->notebook->GetPage(page))))
+                ADD_FAILURE() << misfit;
+        }
+    }
+
+  private:
+    const GtkWidget* checkbox_label() const {
+        return gtk_bin_get_child(GTK_BIN(frame->checkboxOverwrite->GetHandle()));
+    }
+};
+
+bool desktop_says(const char* name, const wxString& wanted) {
+    GValue value = G_VALUE_INIT;
+    g_value_init(&value, G_TYPE_STRING);
+    const bool found = gdk_screen_get_setting(gdk_screen_get_default(), name, &value) != FALSE &&
+                       wxString::FromUTF8(g_value_get_string(&value)) == wanted;
+    g_value_unset(&value);
+    return found;
+}
+
+}  // namespace
+
+TEST_F(TextSize, StaysWhenTheDesktopsTextsGrow) {
+    const std::vector<wxSize> before = sizes();
+    const int message = MessageBox(*frame).text_height();
+    DesktopSettings desktop("Gtk/FontName \"Sans 10\"\nXft/DPI 98304");
+    ASSERT_TRUE(wait_until([] { return desktop_says("gtk-font-name", "Sans 10"); }));
+
+    desktop.change("Gtk/FontName \"Sans 11\"\nXft/DPI 147456");
+    ASSERT_TRUE(wait_until([] { return desktop_says("gtk-font-name", "Sans 11"); }));
+    run_pending_events();
+    show_pages_again();
+    EXPECT_EQ(sizes(), before);
+    expect_fit();
+
+    const MessageBox box(*frame);
+    EXPECT_GT(box.text_height(), message * 1.4) << "a message box follows the desktop";
+    EXPECT_EQ(box.misfits(), std::vector<wxString>());
+}
+
+TEST_F(TextSize, StaysWhenTheDisplaysResolutionChanges) {
+    const std::vector<wxSize> before = sizes();
+    // So does the toolkit on Wayland when the desktop's texts grow.
+    gdk_screen_set_resolution(gdk_screen_get_default(), 144);
+    run_pending_events();
+    show_pages_again();
+    EXPECT_EQ(sizes(), before);
+    expect_fit();
+}
+
+TEST_F(TextSize, LeavesTheButtonsOfAMessageBoxTheirHeight) {
+    EXPECT_GE(MessageBox(*frame).button_height(), kAdwaitaButtonHeight);
+    EXPECT_LT(frame->buttonConvert->GetSize().y, kAdwaitaButtonHeight);
+}
