@@ -25,6 +25,7 @@ constexpr const char* kStyleSheet = R"css(
 .fixed-places combobox button { padding: 0; min-width: 16px; }
 .fixed-places combobox arrow { min-width: 14px; }
 .fixed-places checkbutton { padding-top: 0; padding-bottom: 0; }
+.fixed-places check { min-width: 14px; min-height: 14px; margin-top: 0; margin-bottom: 0; }
 .fixed-places progressbar trough, .fixed-places progressbar progress { min-height: 13px; }
 )css";
 

@@ -86,6 +86,14 @@ class Fit : public FrameTest {
         expect_fit(2, where);
     }
 
+    void expect_fit_from_the_start(const wxString& language, const wxString& device) {
+        setting("Language", language);
+        setting("Optimize", device);
+        start();
+        expect_fit_everywhere(language + ", device " + device);
+        close();
+    }
+
     /// `room` is what the control has, in pixels, before it is cut or meets its neighbour.
     void expect_misfit_when_too_long(wxWindow& control, int room, size_t index) {
         frame->notebook->SetSelection(index);
@@ -119,14 +127,15 @@ TEST_F(Fit, EveryTextHasRoomInEveryLanguageForEveryDevice) {
     const wxArrayString languages = frame->languages;
     close();
     for (const wxString& language : languages) {
-        for (const wxString device : {"0", "1", "2"}) {
-            setting("Language", language);
-            setting("Optimize", device);
-            start();
-            expect_fit_everywhere(language + ", device " + device);
-            close();
-        }
+        for (const wxString device : {"0", "1", "2"})
+            expect_fit_from_the_start(language, device);
     }
+}
+
+TEST_F(Fit, TheThemeLeavesTheTextsTheirRoom) {
+    for (const wxString& language :
+         {wxString("English"), wxString("Deutsch"), wxString::FromUTF8("русский язык")})
+        expect_fit_from_the_start(language, "0");
 }
 
 TEST_F(Fit, EveryLanguageAndEveryDeviceHasRoomInItsBox) {
