@@ -42,3 +42,7 @@ wxColour readable_on(const wxColour& background, const wxColour& wanted, const w
     }
     return text;
 }
+
+wxColour opaque_on(const wxColour& background, const wxColour& colour) {
+    return mix(background, colour, colour.Alpha() / double{wxALPHA_OPAQUE});
+}

@@ -12,3 +12,6 @@ constexpr double kReadableContrast = 4.5;
 /// `wanted`, or as much of it mixed into `text` as stays readable on `background`; `text` itself
 /// when nothing does.
 wxColour readable_on(const wxColour& background, const wxColour& wanted, const wxColour& text);
+
+/// `colour` as it is seen in front of an opaque `background`.
+wxColour opaque_on(const wxColour& background, const wxColour& colour);

@@ -7,6 +7,7 @@
 #include <wx/settings.h>
 
 #include "app/contrast.h"
+#include "web/pages.h"
 
 namespace {
 
@@ -20,9 +21,11 @@ class ThemeColours : public wxHtmlProcessor {
         if (!page.StartsWith(kBodyTag, &rest))
             return page;
         const wxVisualAttributes look = wxPanel::GetClassDefaultAttributes();
+        const wxColour paper = opaque_page_colour(look.colBg);
+        const wxColour text = opaque_on(paper, look.colFg);
         const wxColour link =
-            readable_on(look.colBg, wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT), look.colFg);
-        return kBodyTag + "text=" + look.colFg.GetAsString(wxC2S_HTML_SYNTAX) +
+            readable_on(paper, wxSystemSettings::GetColour(wxSYS_COLOUR_HOTLIGHT), text);
+        return kBodyTag + "text=" + text.GetAsString(wxC2S_HTML_SYNTAX) +
                " link=" + link.GetAsString(wxC2S_HTML_SYNTAX) + " " + rest;
     }
 };

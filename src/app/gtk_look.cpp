@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "app/gtk_text_size.h"
+#include "web/pages.h"
 
 namespace {
 
@@ -49,11 +50,15 @@ bool has_ordinary_scale() {
     return monitor != nullptr && gdk_monitor_get_scale_factor(monitor) == 1;
 }
 
-/// The pages get the very colour that the toolkit reports for them, as the HTML boxes do.
+/// The pages get the very colour that the toolkit reports for them, as the HTML boxes do, and all
+/// page titles that of texts: some themes fade the titles of pages in the background too much.
 void load_style_sheet(GtkCssProvider* provider) {
-    const wxString page = wxPanel::GetClassDefaultAttributes().colBg.GetAsString(wxC2S_CSS_SYNTAX);
+    const wxVisualAttributes look = wxPanel::GetClassDefaultAttributes();
+    const wxString page = opaque_page_colour(look.colBg).GetAsString(wxC2S_CSS_SYNTAX);
+    const wxString text = look.colFg.GetAsString(wxC2S_CSS_SYNTAX);
     const wxString style_sheet =
         kStyleSheet + (".fixed-places notebook > stack { background-color: " + page + "; }") +
+        ".fixed-places notebook > header tab label { color: " + text + "; opacity: 1; }" +
         (has_default_theme() && has_ordinary_scale() ? kCheckMark : "");
     gtk_css_provider_load_from_data(provider, style_sheet.utf8_str(), -1, nullptr);
 }

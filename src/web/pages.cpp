@@ -3,11 +3,13 @@
 #include <wx/html/htmlcell.h>
 #include <wx/html/htmlwin.h>
 #include <wx/panel.h>
+#include <wx/settings.h>
 
 #include <algorithm>
 
 #include "app/Vantreo.h"
 #include "app/accessibility.h"
+#include "app/contrast.h"
 #include "app/version_text.h"
 #include "web/site.h"
 
@@ -20,6 +22,10 @@ wxString body_tag(const wxColour& background) {
 }
 
 }  // namespace
+
+wxColour opaque_page_colour(const wxColour& background) {
+    return opaque_on(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW), background);
+}
 
 wxString link_page(const wxColour& background, const wxString& address, const wxString& text) {
     return body_tag(background) + "<a href=" + address + ">" + text + "</a>";
@@ -51,13 +57,13 @@ void show_page(wxHtmlWindow& box, const wxString& page) {
 }
 
 wxString Vantreo::translations_page() {
-    return link_page(panelOptions->GetBackgroundColour(),
+    return link_page(opaque_page_colour(panelOptions->GetBackgroundColour()),
                      page_address("FR/Traductions", "Translations"),
                      Translate("htmlTranslations", 0));
 }
 
 wxString Vantreo::subtitle_page(const wxWindow& background) {
-    return link_page(background.GetBackgroundColour(),
+    return link_page(opaque_page_colour(background.GetBackgroundColour()),
                      page_address("FR/Comment_ajouter_les_sous-titres_a_la_video_iPhone",
                                   "How_to_add_subtitles_to_the_iPhone_video"),
                      Translate("htmlSubtitle", 0));
@@ -72,5 +78,5 @@ wxString Vantreo::about_page() {
     texts.translations = Translate("htmlAboutTranslations_1", 0);
     texts.thanksAddress = page_address("FR/Remerciements", "Greetings");
     texts.contactAddress = page_address("FR/Contact", "Contact");
-    return about_page_html(panelAbout->GetBackgroundColour(), texts);
+    return about_page_html(opaque_page_colour(panelAbout->GetBackgroundColour()), texts);
 }

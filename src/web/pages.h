@@ -8,6 +8,10 @@ class wxHtmlWindow;
 // The HTML that the window's three link boxes show. Attribute values carry no quotation marks, and
 // the link page has no closing body tag.
 
+/// What is seen of the background that the toolkit reports for a control, in front of the theme's
+/// windows: some themes have a translucent one, and HTML knows no such colours.
+wxColour opaque_page_colour(const wxColour& background);
+
 /// A page that is one link: `text` leading to `address`, on `background`.
 wxString link_page(const wxColour& background, const wxString& address, const wxString& text);
 

@@ -33,3 +33,8 @@ TEST(Contrast, TakesAnUnreadableColourOnlyAsFarToTheTextsAsNeeded) {
 TEST(Contrast, FallsBackOnTheTextsColourWhereNothingIsReadable) {
     EXPECT_EQ(readable_on(kDark, kBlue, kBlack), kBlack);
 }
+
+TEST(Contrast, ShowsATranslucentColourInFrontOfItsBackground) {
+    EXPECT_EQ(opaque_on(kWhite, wxColour(0, 0, 0, 51)), wxColour(204, 204, 204));
+    EXPECT_EQ(opaque_on(kWhite, kBlue), kBlue);
+}

@@ -132,12 +132,6 @@ TEST_F(Fit, EveryTextHasRoomInEveryLanguageForEveryDevice) {
     }
 }
 
-TEST_F(Fit, TheThemeLeavesTheTextsTheirRoom) {
-    for (const wxString& language :
-         {wxString("English"), wxString("Deutsch"), wxString::FromUTF8("русский язык")})
-        expect_fit_from_the_start(language, "0");
-}
-
 TEST_F(Fit, EveryLanguageAndEveryDeviceHasRoomInItsBox) {
     start();
     frame->notebook->SetSelection(1);

@@ -10,49 +10,12 @@
 
 #include "support/desktop_settings.h"
 #include "support/frame_test.h"
+#include "support/message_box.h"
 #include "support/misfits.h"
 
 namespace {
 
 constexpr int kAdwaitaButtonHeight = 34;  // in pixels, with a text of ordinary size
-
-/// A message box of the toolkit's kind in front of the window.
-class MessageBox {
-  public:
-    explicit MessageBox(const wxWindow& parent)
-        : box(gtk_message_dialog_new(GTK_WINDOW(parent.GetHandle()), GTK_DIALOG_MODAL,
-                                     GTK_MESSAGE_QUESTION, GTK_BUTTONS_YES_NO, "%s",
-                                     "film.mp4 already exists. Overwrite it?")) {
-        gtk_widget_show_all(box);
-        run_pending_events();
-    }
-    ~MessageBox() {
-        gtk_widget_destroy(box);
-        run_pending_events();
-    }
-    MessageBox(const MessageBox&) = delete;
-    MessageBox& operator=(const MessageBox&) = delete;
-
-    int text_height() const {
-        GtkWidget* const area = gtk_message_dialog_get_message_area(GTK_MESSAGE_DIALOG(box));
-        GList* const labels = gtk_container_get_children(GTK_CONTAINER(area));
-        PangoLayout* const text = gtk_label_get_layout(GTK_LABEL(labels->data));
-        g_list_free(labels);
-        int height = 0;
-        pango_layout_get_pixel_size(text, nullptr, &height);
-        return height / pango_layout_get_line_count(text);
-    }
-
-    int button_height() const {
-        return gtk_widget_get_allocated_height(
-            gtk_dialog_get_widget_for_response(GTK_DIALOG(box), GTK_RESPONSE_YES));
-    }
-
-    std::vector<wxString> misfits() const { return misfits_of_texts(box); }
-
-  private:
-    GtkWidget* box;
-};
 
 class TextSize : public FrameTest {
   protected:

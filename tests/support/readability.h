@@ -1,0 +1,12 @@
+#pragma once
+
+#include <wx/string.h>
+
+#include <vector>
+
+typedef struct _GtkWidget GtkWidget;
+
+/// The texts in the window, as it is painted, that are hard to read: less contrast than 4.5 to 1
+/// between the text's colour and what is painted around it. Texts of disabled controls and the
+/// texts of `except` do not count, and neither do the pages of HTML boxes.
+std::vector<wxString> unreadable_texts(GtkWidget* window, const wxString& except = "");
