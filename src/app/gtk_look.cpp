@@ -22,11 +22,11 @@ constexpr const char* kStyleSheet = R"css(
 .fixed-places button, window > buttonbox > button {
     min-height: 0; padding-top: 2px; padding-bottom: 2px; }
 .fixed-places button.text-button { padding-left: 8px; padding-right: 8px; }
-.fixed-places combobox entry { padding-left: 4px; padding-right: 2px; }
-.fixed-places combobox button { padding: 0; min-width: 16px; }
-.fixed-places combobox arrow { min-width: 14px; }
+.fixed-places combobox entry { min-height: 18px; margin: 0; padding-left: 4px; padding-right: 2px; }
+.fixed-places combobox button { margin: 0; padding: 0; min-width: 16px; }
+.fixed-places combobox arrow { min-width: 14px; min-height: 14px; }
 .fixed-places checkbutton { padding-top: 0; padding-bottom: 0; }
-.fixed-places check { min-width: 14px; min-height: 14px; margin-top: 0; margin-bottom: 0; }
+.fixed-places check { min-width: 14px; min-height: 14px; margin: 0 4px; padding: 0; }
 .fixed-places progressbar trough, .fixed-places progressbar progress { min-height: 13px; }
 )css";
 
@@ -36,6 +36,21 @@ constexpr const char* kCheckMark = R"css(
 check:checked { -gtk-icon-source: -gtk-recolor(
     url("resource:///org/gtk/libgtk/theme/Adwaita/assets/check-symbolic.symbolic.png")); }
 )css";
+
+// For buttons that stand out by their shadow alone: the pages cut it off.
+constexpr const char* kOutlinedButtons =
+    ".fixed-places button.text-button { box-shadow: inset 0 0 0 1px alpha(currentColor, 0.3); }";
+
+bool has_borderless_buttons() {
+    GtkWidget* const button = gtk_button_new_with_label("");
+    g_object_ref_sink(button);
+    GtkStyleContext* const style = gtk_widget_get_style_context(button);
+    GtkBorder border;
+    gtk_style_context_get_border(style, gtk_style_context_get_state(style), &border);
+    gtk_widget_destroy(button);
+    g_object_unref(button);
+    return border.top == 0;
+}
 
 bool has_default_theme() {
     char* name = nullptr;
@@ -59,6 +74,7 @@ void load_style_sheet(GtkCssProvider* provider) {
     const wxString style_sheet =
         kStyleSheet + (".fixed-places notebook > stack { background-color: " + page + "; }") +
         ".fixed-places notebook > header tab label { color: " + text + "; opacity: 1; }" +
+        (has_borderless_buttons() ? kOutlinedButtons : "") +
         (has_default_theme() && has_ordinary_scale() ? kCheckMark : "");
     gtk_css_provider_load_from_data(provider, style_sheet.utf8_str(), -1, nullptr);
 }
