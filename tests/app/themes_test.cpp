@@ -1,6 +1,8 @@
 // The window and its message boxes in the themes of the usual desktops.
 
 #include <gtk/gtk.h>
+#include <wx/button.h>
+#include <wx/checkbox.h>
 #include <wx/filefn.h>
 #include <wx/html/htmlwin.h>
 #include <wx/listbox.h>
@@ -107,6 +109,29 @@ TEST_P(Themes, LeaveEveryTextItsRoom) {
     for (const wxString& language :
          {wxString("English"), wxString("Deutsch"), wxString::FromUTF8("русский язык")})
         expect_fit(language);
+}
+
+TEST_P(Themes, ShowWhereAButtonBegins) {
+    ASSERT_TRUE(is_installed(GetParam()));
+    start();
+    GtkWidget* const button = frame->buttonConvert->GetHandle();
+    // Past the rounded corner, and before the text.
+    const wxRect edge(20, 0, 1, frame->buttonConvert->GetSize().y + 4);
+    EXPECT_FALSE(drawing_in(frame->GetHandle(), button, edge).IsEmpty());
+}
+
+TEST_P(Themes, DrawACheckMarkAsHighAsWide) {
+    ASSERT_TRUE(is_installed(GetParam()));
+    start();
+    show_page(1);
+    GtkWidget* const box = frame->checkboxHowToMove->GetHandle();
+    GtkWidget* const label = gtk_bin_get_child(GTK_BIN(box));
+    int end = 0;
+    gtk_widget_translate_coordinates(label, box, 0, 0, &end, nullptr);
+    const wxRect mark = drawing_in(frame->GetHandle(), box,
+                                   wxRect(0, 0, end, frame->checkboxHowToMove->GetSize().y));
+    EXPECT_NEAR(mark.width, mark.height, 2);
+    EXPECT_GE(mark.height, 9);
 }
 
 TEST_P(Themes, KeepTheirMessageBoxes) {

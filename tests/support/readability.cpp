@@ -101,18 +101,38 @@ void search_in(GtkWidget* widget, void* data) {
         gtk_container_forall(GTK_CONTAINER(widget), search_in, data);
 }
 
-}  // namespace
-
-std::vector<wxString> unreadable_texts(GtkWidget* window, const wxString& except) {
+GdkPixbuf* picture_of(GtkWidget* window) {
     const int width = gtk_widget_get_allocated_width(window);
     const int height = gtk_widget_get_allocated_height(window);
     cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
     cairo_t* const painter = cairo_create(surface);
     gtk_widget_draw(window, painter);
     cairo_destroy(painter);
-    Search search{window, gdk_pixbuf_get_from_surface(surface, 0, 0, width, height), except, {}};
+    GdkPixbuf* const picture = gdk_pixbuf_get_from_surface(surface, 0, 0, width, height);
     cairo_surface_destroy(surface);
+    return picture;
+}
+
+}  // namespace
+
+std::vector<wxString> unreadable_texts(GtkWidget* window, const wxString& except) {
+    Search search{window, picture_of(window), except, {}};
     search_in(window, &search);
     g_object_unref(search.picture);
     return search.found;
+}
+
+wxRect drawing_in(GtkWidget* window, GtkWidget* widget, const wxRect& part) {
+    const Search search{window, picture_of(window), "", {}};
+    const wxPoint origin = place_of(widget, search).GetPosition();
+    wxRect place = part;
+    place.Offset(origin);
+    const wxColour background = background_of(place, search.picture);
+    wxRect drawing;
+    for (int y = place.y; y < place.GetBottom() + 1; ++y)
+        for (int x = place.x; x < place.GetRight() + 1; ++x)
+            if (background_of(wxRect(x, y, 1, 1), search.picture) != background)
+                drawing.Union(wxRect(x - origin.x, y - origin.y, 1, 1));
+    g_object_unref(search.picture);
+    return drawing;
 }

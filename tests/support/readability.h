@@ -1,5 +1,6 @@
 #pragma once
 
+#include <wx/gdicmn.h>
 #include <wx/string.h>
 
 #include <vector>
@@ -10,3 +11,6 @@ typedef struct _GtkWidget GtkWidget;
 /// between the text's colour and what is painted around it. Texts of disabled controls and the
 /// texts of `except` do not count, and neither do the pages of HTML boxes.
 std::vector<wxString> unreadable_texts(GtkWidget* window, const wxString& except = "");
+
+/// What is painted on the background in a part of the widget, relative to it; empty for nothing.
+wxRect drawing_in(GtkWidget* window, GtkWidget* widget, const wxRect& part);
