@@ -31,7 +31,7 @@ constexpr const char* kFont = "Sans 10";
 constexpr double kOrdinaryDpi = 96;
 constexpr double kSettingUnits = 1024;  // of gtk-xft-dpi, in a dot per inch
 
-constexpr const char* kDesktopParts = "messagedialog, window.dialog, .titlebar";
+constexpr const char* kDesktopParts = "messagedialog, dialog, .titlebar";
 
 struct FreeFont {
     void operator()(PangoFontDescription* font) const { pango_font_description_free(font); }

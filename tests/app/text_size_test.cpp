@@ -58,6 +58,18 @@ class TextSize : public FrameTest {
     }
 };
 
+/// The height of the texts in a file dialog, in pixels.
+double file_dialog_text() {
+    GtkWidget* const dialog = gtk_file_chooser_dialog_new("", nullptr, GTK_FILE_CHOOSER_ACTION_OPEN,
+                                                          "Open", GTK_RESPONSE_ACCEPT, nullptr);
+    GtkStyleContext* const style = gtk_widget_get_style_context(
+        gtk_dialog_get_widget_for_response(GTK_DIALOG(dialog), GTK_RESPONSE_ACCEPT));
+    double size = 0;
+    gtk_style_context_get(style, gtk_style_context_get_state(style), "font-size", &size, nullptr);
+    gtk_widget_destroy(dialog);
+    return size;
+}
+
 bool desktop_says(const char* name, const wxString& wanted) {
     GValue value = G_VALUE_INIT;
     g_value_init(&value, G_TYPE_STRING);
@@ -72,6 +84,7 @@ bool desktop_says(const char* name, const wxString& wanted) {
 TEST_F(TextSize, StaysWhenTheDesktopsTextsGrow) {
     const std::vector<wxSize> before = sizes();
     const int message = MessageBox(*frame).text_height();
+    const double files = file_dialog_text();
     DesktopSettings desktop("Gtk/FontName \"Sans 10\"\nXft/DPI 98304");
     ASSERT_TRUE(wait_until([] { return desktop_says("gtk-font-name", "Sans 10"); }));
 
@@ -82,6 +95,7 @@ TEST_F(TextSize, StaysWhenTheDesktopsTextsGrow) {
     EXPECT_EQ(sizes(), before);
     expect_fit();
 
+    EXPECT_GT(file_dialog_text(), files * 1.4);
     const MessageBox box(*frame);
     EXPECT_GT(box.text_height(), message * 1.4) << "a message box follows the desktop";
     EXPECT_EQ(box.misfits(), std::vector<wxString>());
