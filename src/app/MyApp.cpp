@@ -9,6 +9,7 @@
 #ifdef __WXGTK__
 #include "app/gtk_html_colours.h"
 #include "app/gtk_look.h"
+#include "app/gtk_place.h"
 #include "app/gtk_stray_input.h"
 #endif
 
@@ -33,7 +34,7 @@ bool MyApp::OnInit() {
     frame->SetSize(770, 385);
     frame->Center(wxBOTH);
 #ifdef __WXGTK__
-    keep_place_when_mapped(*frame, wxSize(770, 385));
+    keep_size_and_place(*frame, wxSize(770, 385));
 #endif
     frame->layout_checkVersion();
     frame->Show(true);

@@ -3,9 +3,6 @@
 #include <gtk/gtk.h>
 #include <wx/frame.h>
 #include <wx/panel.h>
-#include <wx/weakref.h>
-
-#include <memory>
 
 #include "app/gtk_text_size.h"
 #include "web/pages.h"
@@ -79,21 +76,6 @@ void load_style_sheet(GtkCssProvider* provider) {
     gtk_css_provider_load_from_data(provider, style_sheet.utf8_str(), -1, nullptr);
 }
 
-/// Where a frame, unless it is gone, has to be.
-struct Place {
-    wxWeakRef<wxFrame> frame;
-    wxSize size;
-};
-
-gboolean apply_place(gpointer data) {
-    const std::unique_ptr<Place> place(static_cast<Place*>(data));
-    if (place->frame) {
-        place->frame->SetSize(place->size);
-        place->frame->Center(wxBOTH);
-    }
-    return FALSE;
-}
-
 }  // namespace
 
 void apply_gtk_look() {
@@ -111,23 +93,4 @@ void apply_gtk_look() {
 void fit_theme_to_places(wxFrame& frame) {
     GtkWidget* const contents = gtk_bin_get_child(GTK_BIN(frame.GetHandle()));
     gtk_style_context_add_class(gtk_widget_get_style_context(contents), kFixedPlaces);
-}
-
-void keep_place_when_mapped(wxFrame& frame, const wxSize& size) {
-    const auto on_map = +[](GtkWidget* window, GdkEvent*, gpointer data) -> gboolean {
-        const Place place = *static_cast<Place*>(data);
-        g_signal_handlers_disconnect_by_data(window, data);
-        // Not a toolkit event: those wait for the main loop, and the check screen is seen before.
-        // Ahead of the first drawing, so that nothing is seen at the other place.
-        g_idle_add_full(G_PRIORITY_HIGH_IDLE, apply_place, new Place(place), nullptr);
-        return FALSE;
-    };
-    const auto free_place = +[](gpointer data, GClosure*) { delete static_cast<Place*>(data); };
-    // Until it is mapped, GTK gives it a size of nothing, into which no notebook can be squeezed.
-    frame.Bind(wxEVT_SIZE, [&frame](wxSizeEvent& event) {
-        const wxSize client = frame.GetClientSize();
-        event.Skip(client.x > 1 && client.y > 1);
-    });
-    g_signal_connect_data(frame.GetHandle(), "map-event", G_CALLBACK(on_map),
-                          new Place{&frame, size}, free_place, GConnectFlags{});
 }

@@ -94,7 +94,12 @@ void paint_now(wxFrame& frame, int draws) {
         if (counter.draws() < draws)
             wxMilliSleep(kRoundMillis);
     }
-    gdk_display_sync(gtk_widget_get_display(frame.GetHandle()));
+    // A Wayland display that has stopped would never answer.
+    GdkDisplay* const display = gtk_widget_get_display(frame.GetHandle());
+    if (is_on_x)
+        gdk_display_sync(display);
+    else
+        gdk_display_flush(display);
 }
 
 #else
