@@ -2,31 +2,48 @@
 
 To be used inside tests/with_session. Places are those of the display in which the session is nested,
 in its pixels. On a Wayland session the accessibility bus counts places from the corner of a window's
-surface, and nothing but a picture shows where that is: the session is black where no window is.
+surface; where that is, only a picture shows. What is brighter than the empty desktop is the window:
+its shadow is darker.
 """
 
+import contextlib
 import os
-from collections.abc import Iterator
+import subprocess
+import time
+from collections.abc import Callable, Iterator
+from functools import cache
+from pathlib import Path
 from typing import NamedTuple, Self
 
 from driver import (
     Atspi,
     Gdk,
+    REST_SECONDS,
+    NotSeen,
     Page,
     Vantreo,
+    click_at,
     descendants,
     has_state,
     picture_of,
-    press_key,
     wait_for,
     xdotool,
 )
 
 SESSION = os.environ["VANTREO_SESSION"]
+BACKEND = os.environ["VANTREO_BACKEND"]
 SCALE = float(os.environ.get("VANTREO_SCALE", "1"))
 SIZE = 770, 385
-# A channel of a pixel that is brighter than this belongs to a window, not to its shadow.
-DARK = 5
+# What the program needs to run in the session. On X11 a session's scale is that of its programs.
+ENVIRONMENT = {"GDK_BACKEND": BACKEND}
+if BACKEND == "x11":
+    ENVIRONMENT["GDK_SCALE"] = str(round(SCALE))
+# A pixel's channels in a picture of the display.
+CHANNELS = 3
+# How often, and for how long each, a click is tried.
+CLICKS, CLICK_SECONDS = 3, 4
+# How much brighter than the desktop a window's pixel is at the least, of 255.
+FAINT = 8
 
 
 class Box(NamedTuple):
@@ -54,17 +71,147 @@ class Box(NamedTuple):
         )
 
 
-def lit_box() -> Box | None:
-    """The part of the display that is not black; None where all of it is."""
+def display_rows() -> list[bytes]:
+    """The display as it is now: the bytes of its pixels."""
     screen = Gdk.get_default_root_window()
     picture = picture_of(0, 0, screen.get_width(), screen.get_height())
-    width, stride = picture.get_width() * picture.get_n_channels(), picture.get_rowstride()
-    data, step = picture.get_pixels(), picture.get_n_channels()
-    is_lit = bytes(n > DARK for n in range(256))
-    lines = [data[y * stride :][:width].translate(is_lit) for y in range(picture.get_height())]
-    rows = [y for y, line in enumerate(lines) if 1 in line]
-    if not rows:
-        return None
-    left = min(lines[y].index(1) for y in rows) // step
-    right = max(lines[y].rindex(1) for y in rows) // step
-    return Box(left, rows[0], right + 1, rows[-1] + 1)
+    data, stride = picture.get_pixels(), picture.get_rowstride()
+    width = picture.get_width() * picture.get_n_channels()
+    return [data[start : start + width] for start in range(0, stride * picture.get_height(), stride)]
+
+
+@cache
+def empty_desktop() -> list[bytes]:
+    """The display without a window. To be called before the first window is opened."""
+    screen = Gdk.get_default_root_window()
+    xdotool("mousemove", screen.get_width() // 2, screen.get_height() // 2)
+    rows, since = [], 0.0
+
+    def is_painted() -> bool:
+        nonlocal rows, since
+        last, rows = rows, display_rows()
+        if last != rows:
+            since = time.monotonic()
+        # A nested session begins with a black window.
+        has_begun = BACKEND == "x11" or any(map(any, rows))
+        return has_begun and time.monotonic() - since > REST_SECONDS
+
+    wait_for(is_painted, "an empty desktop", 30)
+    return rows
+
+
+def window_box() -> Box | None:
+    """Where the display shows a window, without its shadow; None where it shows none."""
+    tops, lefts, rights = [], [], []
+    for y, (empty, row) in enumerate(zip(empty_desktop(), display_rows())):
+        if row == empty:
+            continue
+        bright = [i // CHANNELS for i, (old, new) in enumerate(zip(empty, row)) if new > old + FAINT]
+        if bright:
+            tops.append(y)
+            lefts.append(bright[0])
+            rights.append(bright[-1])
+    return Box(min(lefts), tops[0], max(rights) + 1, tops[-1] + 1) if tops else None
+
+
+def boxes(control: Atspi.Accessible) -> Iterator[tuple[str, Box]]:
+    """What is shown inside the control: each name, or role, and its place in its window's surface."""
+    for child in descendants(control):
+        if has_state(child, Atspi.StateType.SHOWING):
+            box = Box.of(child.get_extents(Atspi.CoordType.WINDOW))
+            yield child.get_name() or child.get_role_name(), box
+
+
+class DesktopWindow(Vantreo):
+    """The program in the session that the test runs in."""
+
+    def __init__(self, **environment: str) -> None:
+        empty_desktop()
+        super().__init__(environment=ENVIRONMENT | environment)
+
+    def _wait_until_usable(self) -> None:
+        super()._wait_until_usable()
+        # Where it is clicked before it is painted, the click goes elsewhere.
+        wait_for(lambda: self._is_at_rest(), "a window that stays where it is")
+
+    @property
+    def is_ready(self) -> bool:
+        return has_state(self.frame, Atspi.StateType.ACTIVE)
+
+    def _is_at_rest(self) -> bool:
+        before, self.box = getattr(self, "box", None), window_box()
+        time.sleep(REST_SECONDS)
+        return before is not None and before == self.box
+
+    @property
+    def parts(self) -> Box:
+        """The title bar, where GTK draws one, and what is below it, in the window's surface."""
+        children = [self.frame.get_child_at_index(i) for i in range(self.frame.get_child_count())]
+        found = [Box.of(child.get_extents(Atspi.CoordType.WINDOW)) for child in children]
+        lefts, tops, rights, bottoms = zip(*found)
+        return Box(min(lefts), min(tops), max(rights), max(bottoms))
+
+    @property
+    def size(self) -> tuple[int, int]:
+        """Its size in its own pixels, with the title bar.
+
+        Without that where a Wayland session draws it: there a program cannot know how high it is.
+        """
+        if SESSION in ("sway", "kwin"):
+            return self.parts.size
+        return round(self.box.size[0] / SCALE), round(self.box.size[1] / SCALE)
+
+    @property
+    def off_centre(self) -> tuple[float, float]:
+        """How far its middle is from that of the display."""
+        screen = Gdk.get_default_root_window()
+        x, y = (self.box.left + self.box.right) / 2, (self.box.top + self.box.bottom) / 2
+        return abs(x - screen.get_width() / 2), abs(y - screen.get_height() / 2)
+
+    def press(self, control: Atspi.Accessible, has_worked: Callable[[], object]) -> None:
+        """Clicks the control where the session shows it, until that is seen.
+
+        A nested compositor takes the pointer for entering a window only at one of its next
+        pictures, and loses a click before.
+        """
+        parts, place = self.parts, Box.of(control.get_extents(Atspi.CoordType.WINDOW))
+        # Borders and a title bar that GTK does not draw are outside of the parts.
+        border = (self.box.size[0] - round(parts.size[0] * SCALE)) / 2
+        x = self.box.left + border + ((place.left + place.right) / 2 - parts.left) * SCALE
+        y = self.box.bottom - border - (parts.bottom - (place.top + place.bottom) / 2) * SCALE
+        for _ in range(CLICKS):
+            click_at(round(x), round(y))
+            with contextlib.suppress(NotSeen):
+                wait_for(has_worked, f"the effect of {control.get_name()}", CLICK_SECONDS)
+                return
+        raise NotSeen(f"a click on {control.get_name()} at {round(x)}, {round(y)} has no effect")
+
+    def press_convert(self) -> None:
+        self.press(self.convert_button, lambda: self.is_running or self.status)
+
+    def show_page(self, page: Page) -> None:
+        Atspi.Selection.select_child(self._tabs()[page].get_parent(), page)
+        self._wait_for_page(page)
+
+    def enter_path(self, path: Path) -> None:
+        if SESSION == "none":
+            # The newest window; nobody else gives it the keys.
+            self.wait_for_dialog()
+            search = ("xdotool", "search", "--onlyvisible", "--maxdepth", "1", "--name", ".*")
+            windows = subprocess.run(search, check=True, stdout=subprocess.PIPE, text=True).stdout
+            xdotool("windowfocus", windows.split()[-1])
+        super().enter_path(path)
+
+    def outside(self) -> list[str]:
+        """What is not inside the window, of all that its pages show."""
+        found = []
+        for page in (Page.OPTIONS, Page.ABOUT, Page.CONVERT):
+            self.show_page(page)
+            area = Box.of(self._pages[page].get_extents(Atspi.CoordType.WINDOW))
+            if not self.parts.contains(area):
+                found.append(f"{page.name} page: {area} in {self.parts}")
+            shown = list(boxes(self._pages[page]))
+            if not shown:
+                found.append(f"nothing on the {page.name} page")
+            found += [f"{name}: {box} in {area}" for name, box in shown if not area.contains(box)]
+        return found

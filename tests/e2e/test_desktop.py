@@ -1,0 +1,93 @@
+"""The program in the desktop session that the test runs in."""
+
+import os
+import signal
+import threading
+import unittest
+
+from desktop import BACKEND, ENVIRONMENT, SCALE, SESSION, SIZE, DesktopWindow, empty_desktop, window_box
+from driver import Atspi, Program, picture_of, wait_for
+from samples import describe, make_film
+from site_server import SiteServer, http_reply, send_after
+from window_case import WindowCase
+
+SAME = http_reply("CURRENT_VERSION=>1.24<=CURRENT_VERSION")
+# Pixels of the check screen's text before and after the answer, in the toolkit's default theme.
+DARK_GREY, GREEN = bytes((46, 52, 54)), bytes((10, 201, 26))
+# So many rows above and below the window's middle hold the label.
+LABEL_ROWS = round(80 * SCALE)
+PIXELS = tuple(round(side * SCALE) for side in SIZE)
+# A desktop's panel takes its rows off those in whose middle the window stands.
+ROUNDING, PANEL = 2 * SCALE, 40 * SCALE if SESSION in ("xfce", "gnome-x11") else 0
+# A second for a picture that does not come, half a second for the answer to be read, and the pages.
+STUCK_SECONDS = 5
+
+
+class Desktop(WindowCase):
+    def test_a_whole_conversion_in_a_window_that_is_seen_whole(self) -> None:
+        film = make_film(self.movies / "film.mkv", 2)
+        window = self.enterContext(DesktopWindow())
+        self.assertEqual(window.size, SIZE)
+        self.assertEqual(window.outside(), [])
+        if BACKEND == "x11":  # elsewhere the session chooses
+            self.assertLess(window.off_centre[0], ROUNDING)
+            self.assertLess(window.off_centre[1], PANEL + ROUNDING)
+
+        window.press(window.movies_button, lambda: window.dialog)
+        window.enter_path(film)
+        self.assertEqual(window.movies, [str(film)])
+        window.convert()
+        self.assertEqual(
+            describe(self.output / "film.mp4"),
+            "h264 Constrained Baseline level 30 yuv420p, 320x240, 25.00 fps, 2 s,"
+            " aac LC 44100 Hz stereo, no subtitles",
+        )
+        self.assertEqual(window.size, SIZE)
+        self.assertEqual(window.outside(), [])
+
+
+class CheckScreen(WindowCase):
+    """Where the site is asked, the program answers nobody: all is read from pictures."""
+
+    def start(self) -> tuple[Program, threading.Event]:
+        """The program once the site is asked, and what lets the site answer."""
+        may_answer = threading.Event()
+        server = self.enterContext(SiteServer(send_after(may_answer, SAME)))
+        self.addCleanup(may_answer.set)
+        empty_desktop()
+        environment = {"VANTREO_SITE": server.address}
+        program = self.enterContext(Program(environment=ENVIRONMENT | environment))
+        wait_for(lambda: server.request_lines, "the request")
+        return program, may_answer
+
+    def test_it_is_seen_while_the_site_is_asked_and_has_answered(self) -> None:
+        _, may_answer = self.start()
+        wait_for(lambda: (box := window_box()) and box.size == PIXELS, "the check screen", 4)
+        place = window_box()
+
+        def pixels() -> bytes:
+            # Below the title bar.
+            left, top, right, bottom = place
+            middle = (top + bottom) // 2
+            return picture_of(left, middle - LABEL_ROWS, right - left, 2 * LABEL_ROWS).get_pixels()
+
+        # The label's text has the theme's colour at first.
+        self.assertNotIn(GREEN, pixels())
+        self.assertIn(DARK_GREY, pixels())
+        may_answer.set()
+        wait_for(lambda: GREEN in pixels(), "the answer", 2)
+
+    @unittest.skipUnless(BACKEND == "wayland", "nobody draws an X11 display but itself")
+    def test_a_display_that_has_stopped_does_not_hold_the_start(self) -> None:
+        program, may_answer = self.start()
+        compositor = int(os.environ["VANTREO_COMPOSITOR"])
+        os.kill(compositor, signal.SIGSTOP)
+        self.addCleanup(os.kill, compositor, signal.SIGCONT)
+        may_answer.set()
+        # The bus still shows what the screen no longer can.
+        role = Atspi.Role.PAGE_TAB
+        wait_for(lambda: program.controls(role), "the pages", STUCK_SECONDS)
+
+
+if __name__ == "__main__":
+    unittest.main()
