@@ -20,7 +20,18 @@ namespace {
 constexpr long kGiveUpMillis = 1000;
 constexpr int kRoundMillis = 1;
 
-/// Counts how often a widget has been drawn, as long as it lives.
+/// Whether the display has given the window the size that was asked for. Some show it at the size
+/// of a point first.
+bool has_its_size(GtkWidget* widget) {
+    if (!gtk_widget_get_mapped(widget))
+        return false;
+    GdkWindow* const window = gtk_widget_get_window(widget);
+    wxSize asked;
+    gtk_widget_get_size_request(widget, &asked.x, &asked.y);
+    return wxSize(gdk_window_get_width(window), gdk_window_get_height(window)) == asked;
+}
+
+/// Counts how often a window has been drawn at its size, as long as it lives.
 class DrawCounter {
   public:
     explicit DrawCounter(GtkWidget* drawn)
@@ -33,8 +44,9 @@ class DrawCounter {
     int draws() const { return count; }
 
   private:
-    static gboolean count_draw(GtkWidget*, void*, gpointer counter) {
-        ++*static_cast<int*>(counter);
+    static gboolean count_draw(GtkWidget* drawn, void*, gpointer counter) {
+        if (has_its_size(drawn))
+            ++*static_cast<int*>(counter);
         return FALSE;
     }
 
@@ -51,16 +63,6 @@ bool has_x_display(GtkWidget* widget) {
 #else
     return false;
 #endif
-}
-
-/// Whether the display has given the window the size that the frame asked for.
-bool has_its_size(wxFrame& frame) {
-    GtkWidget* const widget = frame.GetHandle();
-    if (!gtk_widget_get_mapped(widget))
-        return false;
-    GdkWindow* const window = gtk_widget_get_window(widget);
-    return wxSize(gdk_window_get_width(window), gdk_window_get_height(window)) ==
-           frame.GetClientSize();
 }
 
 /// Lays the window out and draws it without waiting for the display's next frame, 16 ms away.
@@ -89,7 +91,7 @@ void paint_now(wxFrame& frame, int draws) {
             gtk_widget_queue_draw(frame.GetHandle());
             ++asked;
         }
-        if (asked == draws && is_on_x && has_its_size(frame))
+        if (asked == draws && is_on_x && has_its_size(frame.GetHandle()))
             draw_at_once(frame);
         if (counter.draws() < draws)
             wxMilliSleep(kRoundMillis);

@@ -34,6 +34,10 @@ SESSION = os.environ["VANTREO_SESSION"]
 BACKEND = os.environ["VANTREO_BACKEND"]
 SCALE = float(os.environ.get("VANTREO_SCALE", "1"))
 SIZE = 770, 385
+# Whether the session adds a title bar of its own to the size that a program asks for.
+DRAWS_TITLE_BARS = SESSION in ("sway", "kwin")
+# The rows at the top where a desktop has a panel, which may name the program.
+PANEL = round(40 * SCALE) if SESSION in ("gnome", "gnome-x11", "xfce") else 0
 # What the program needs to run in the session. On X11 a session's scale is that of its programs.
 ENVIRONMENT = {"GDK_BACKEND": BACKEND}
 if BACKEND == "x11":
@@ -92,8 +96,8 @@ def empty_desktop() -> list[bytes]:
         last, rows = rows, display_rows()
         if last != rows:
             since = time.monotonic()
-        # A nested session begins with a black window.
-        has_begun = BACKEND == "x11" or any(map(any, rows))
+        # Most nested sessions begin with a black window.
+        has_begun = BACKEND == "x11" or SESSION == "kwin" or any(map(any, rows))
         return has_begun and time.monotonic() - since > REST_SECONDS
 
     wait_for(is_painted, "an empty desktop", 30)
@@ -104,7 +108,7 @@ def window_box() -> Box | None:
     """Where the display shows a window, without its shadow; None where it shows none."""
     tops, lefts, rights = [], [], []
     for y, (empty, row) in enumerate(zip(empty_desktop(), display_rows())):
-        if row == empty:
+        if row == empty or y < PANEL:
             continue
         bright = [i // CHANNELS for i, (old, new) in enumerate(zip(empty, row)) if new > old + FAINT]
         if bright:
@@ -157,7 +161,7 @@ class DesktopWindow(Vantreo):
 
         Without that where a Wayland session draws it: there a program cannot know how high it is.
         """
-        if SESSION in ("sway", "kwin"):
+        if DRAWS_TITLE_BARS:
             return self.parts.size
         return round(self.box.size[0] / SCALE), round(self.box.size[1] / SCALE)
 
