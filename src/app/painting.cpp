@@ -20,15 +20,48 @@ namespace {
 constexpr long kGiveUpMillis = 1000;
 constexpr int kRoundMillis = 1;
 
-/// Whether the display has given the window the size that was asked for. Some show it at the size
-/// of a point first.
+#ifdef GDK_WINDOWING_X11
+/// Whether the X server shows all of the window: a window manager may put it into a frame of the
+/// size of a point first, and enlarge that once the window has answered.
+bool is_seen_whole(GdkWindow* window, wxSize size) {
+    GdkDisplay* const gdk_display = gdk_window_get_display(window);
+    Display* const display = GDK_DISPLAY_XDISPLAY(gdk_display);
+    // The window manager may take the frame away at any time.
+    gdk_x11_display_error_trap_push(gdk_display);
+    bool is_whole = true;
+    Window root = 0;
+    for (Window part = GDK_WINDOW_XID(window); is_whole && part != root;) {
+        XWindowAttributes attributes;
+        Window parent = 0;
+        Window* children = nullptr;
+        unsigned int count = 0;
+        is_whole = XGetWindowAttributes(display, part, &attributes) != 0 &&
+                   attributes.map_state == IsViewable && attributes.width >= size.x &&
+                   attributes.height >= size.y &&
+                   XQueryTree(display, part, &root, &parent, &children, &count) != 0;
+        if (children != nullptr)
+            XFree(children);
+        part = parent;
+    }
+    gdk_x11_display_error_trap_pop_ignored(gdk_display);
+    return is_whole;
+}
+#endif
+
+/// Whether the display has given the window the size that was asked for.
 bool has_its_size(GtkWidget* widget) {
     if (!gtk_widget_get_mapped(widget))
         return false;
     GdkWindow* const window = gtk_widget_get_window(widget);
     wxSize asked;
     gtk_widget_get_size_request(widget, &asked.x, &asked.y);
-    return wxSize(gdk_window_get_width(window), gdk_window_get_height(window)) == asked;
+    if (wxSize(gdk_window_get_width(window), gdk_window_get_height(window)) != asked)
+        return false;
+#ifdef GDK_WINDOWING_X11
+    if (GDK_IS_X11_WINDOW(window))
+        return is_seen_whole(window, asked * gdk_window_get_scale_factor(window));
+#endif
+    return true;
 }
 
 /// Counts how often a window has been drawn at its size, as long as it lives.
