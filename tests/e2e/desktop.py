@@ -42,6 +42,11 @@ PANEL = round(40 * SCALE) if SESSION in ("gnome", "gnome-x11", "xfce") else 0
 ENVIRONMENT = {"GDK_BACKEND": BACKEND}
 if BACKEND == "x11":
     ENVIRONMENT["GDK_SCALE"] = str(round(SCALE))
+# Channels of the toolkit's default theme: the background, and the text of a window that need not be
+# the active one.
+LIGHT, DARK = 230, 170
+# Higher than any session's own title bar, with its borders.
+DISPLAY_TITLE_BAR = 60 * SCALE
 # A pixel's channels in a picture of the display.
 CHANNELS = 3
 # How often, and for how long each, a click is tried.
@@ -118,6 +123,33 @@ def window_box() -> Box | None:
     return Box(min(lefts), tops[0], max(rights) + 1, tops[-1] + 1) if tops else None
 
 
+def find_window() -> Box | None:
+    """Where a window of the right size is seen; None where there is none."""
+    box = window_box()
+    if box is None:
+        return None
+    more = [side - round(wanted * SCALE) for side, wanted in zip(box.size, SIZE)]
+    most = DISPLAY_TITLE_BAR if DRAWS_TITLE_BARS else SCALE - 1
+    return box if all(0 <= n <= most for n in more) else None
+
+
+def label_pixels(box: Box) -> bytes:
+    """What a window there shows in its middle, where the check screen has its label."""
+    rows, middle = round(80 * SCALE), (box.top + box.bottom) // 2
+    edge = round(10 * SCALE)
+    width = box.size[0] - 2 * edge
+    return picture_of(box.left + edge, middle - rows, width, 2 * rows).get_pixels()
+
+
+def sees_text() -> bool:
+    """Whether a window of the right size shows dark text on something light in its middle."""
+    box = find_window()
+    if box is None:
+        return False
+    pixels = label_pixels(box)
+    return pixels[0] > LIGHT and min(pixels) < DARK
+
+
 def boxes(control: Atspi.Accessible) -> Iterator[tuple[str, Box]]:
     """What is shown inside the control: each name, or role, and its place in its window's surface."""
     for child in descendants(control):
@@ -163,7 +195,8 @@ class DesktopWindow(Vantreo):
         """
         if DRAWS_TITLE_BARS:
             return self.parts.size
-        return round(self.box.size[0] / SCALE), round(self.box.size[1] / SCALE)
+        # At scale 2 a window manager's title bar may have an odd number of the display's pixels.
+        return int(self.box.size[0] / SCALE), int(self.box.size[1] / SCALE)
 
     @property
     def off_centre(self) -> tuple[float, float]:

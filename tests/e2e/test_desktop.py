@@ -7,27 +7,24 @@ import unittest
 
 from desktop import (
     BACKEND,
-    DRAWS_TITLE_BARS,
     ENVIRONMENT,
     PANEL,
     SCALE,
     SIZE,
-    Box,
     DesktopWindow,
     empty_desktop,
-    window_box,
+    find_window,
+    label_pixels,
+    sees_text,
 )
-from driver import Atspi, Program, picture_of, wait_for
+from driver import Atspi, Program, wait_for
 from samples import describe, make_film
 from site_server import SiteServer, http_reply, send_after
 from window_case import WindowCase
 
 SAME = http_reply("CURRENT_VERSION=>1.24<=CURRENT_VERSION")
-# Pixels of the check screen's text before and after the answer, in the toolkit's default theme.
-DARK_GREY, GREEN = bytes((46, 52, 54)), bytes((10, 201, 26))
-# So many rows above and below the window's middle hold the label.
-LABEL_ROWS = round(80 * SCALE)
-PIXELS = tuple(round(side * SCALE) for side in SIZE)
+# A pixel of the check screen's text after the answer.
+GREEN = bytes((10, 201, 26))
 ROUNDING = 2 * SCALE
 # A second for a picture that does not come, half a second for the answer to be read, and the pages.
 STUCK_SECONDS = 5
@@ -70,28 +67,13 @@ class CheckScreen(WindowCase):
         wait_for(lambda: server.request_lines, "the request")
         return program, may_answer
 
-    def find_window(self) -> Box | None:
-        """Where a window of the right size is seen."""
-        box = window_box()
-        if box is None or any(side < size for side, size in zip(box.size, PIXELS)):
-            return None
-        return box if DRAWS_TITLE_BARS or box.size == PIXELS else None
-
     def test_it_is_seen_while_the_site_is_asked_and_has_answered(self) -> None:
         _, may_answer = self.start()
-        place = wait_for(self.find_window, "the check screen", 4)
-
-        def pixels() -> bytes:
-            # Below the title bar.
-            left, top, right, bottom = place
-            middle = (top + bottom) // 2
-            return picture_of(left, middle - LABEL_ROWS, right - left, 2 * LABEL_ROWS).get_pixels()
-
-        # The label's text has the theme's colour at first.
-        self.assertNotIn(GREEN, pixels())
-        self.assertIn(DARK_GREY, pixels())
+        wait_for(sees_text, "the check screen", 4)
+        box = find_window()
+        self.assertNotIn(GREEN, label_pixels(box))
         may_answer.set()
-        wait_for(lambda: GREEN in pixels(), "the answer", 2)
+        wait_for(lambda: GREEN in label_pixels(box), "the answer", 2)
 
     @unittest.skipUnless(BACKEND == "wayland", "nobody draws an X11 display but itself")
     def test_a_display_that_has_stopped_does_not_hold_the_start(self) -> None:
