@@ -82,14 +82,40 @@ void on_size_allocate(GtkWidget* window, GtkAllocation*, gpointer data) {
         g_idle_add_full(G_PRIORITY_HIGH_IDLE, request_whole_size, copy_of(data), free_place);
 }
 
+/// How much larger than the window the window manager's frame around it is. The toolkit does not
+/// count a frame whose size it could not ask for in advance.
+wxSize frame_around(GdkWindow* window) {
+    wxSize inside;
+    GdkRectangle whole;
+    gdk_window_get_geometry(window, nullptr, nullptr, &inside.x, &inside.y);
+    gdk_window_get_frame_extents(window, &whole);
+    return wxSize(whole.width, whole.height) - inside;
+}
+
+void apply_size(const Place& place) {
+    GtkWidget* const window = place.frame->GetHandle();
+    if (has_own_shadow(window))
+        return;
+    place.frame->SetSize(place.size);
+    const wxSize inside = place.size - frame_around(gtk_widget_get_window(window));
+    gtk_widget_set_size_request(window, inside.x, inside.y);
+}
+
 gboolean apply_place(gpointer data) {
     const auto* const place = static_cast<Place*>(data);
     if (place->frame) {
-        if (!has_own_shadow(place->frame->GetHandle()))
-            place->frame->SetSize(place->size);
+        apply_size(*place);
         place->frame->Center(wxBOTH);
     }
     return G_SOURCE_REMOVE;
+}
+
+/// A window manager may put its frame around the window some time after it has shown it.
+gboolean on_property(GtkWidget* window, GdkEventProperty* event, gpointer data) {
+    if (event->atom == gdk_atom_intern_static_string("_NET_FRAME_EXTENTS") &&
+        gtk_widget_get_mapped(window))
+        apply_size(*static_cast<Place*>(data));
+    return FALSE;
 }
 
 /// Only now does the toolkit know the window manager's borders, and some window managers choose the
@@ -112,6 +138,8 @@ void keep_size_and_place(wxFrame& frame, const wxSize& size) {
         event.Skip(client.x > 1 && client.y > 1);
     });
     g_signal_connect_data(frame.GetHandle(), "size-allocate", G_CALLBACK(on_size_allocate),
+                          new Place{&frame, size}, free_with_handler, G_CONNECT_AFTER);
+    g_signal_connect_data(frame.GetHandle(), "property-notify-event", G_CALLBACK(on_property),
                           new Place{&frame, size}, free_with_handler, G_CONNECT_AFTER);
     g_signal_connect_data(frame.GetHandle(), "map-event", G_CALLBACK(on_map),
                           new Place{&frame, size}, free_with_handler, GConnectFlags{});

@@ -38,6 +38,8 @@ SIZE = 770, 385
 DRAWS_TITLE_BARS = SESSION in ("sway", "kwin")
 # The rows at the top where a desktop has a panel, which may name the program.
 PANEL = round(40 * SCALE) if SESSION in ("gnome", "gnome-x11", "xfce") else 0
+# Between two parts of a desktop with a panel, as it builds itself up.
+BUILD_UP_SECONDS = 2
 # What the program needs to run in the session. On X11 a session's scale is that of its programs.
 ENVIRONMENT = {"GDK_BACKEND": BACKEND}
 if BACKEND == "x11":
@@ -103,7 +105,7 @@ def empty_desktop() -> list[bytes]:
             since = time.monotonic()
         # Most nested sessions begin with a black window.
         has_begun = BACKEND == "x11" or SESSION == "kwin" or any(map(any, rows))
-        return has_begun and time.monotonic() - since > REST_SECONDS
+        return has_begun and time.monotonic() - since > (BUILD_UP_SECONDS if PANEL else REST_SECONDS)
 
     wait_for(is_painted, "an empty desktop", 30)
     return rows
