@@ -27,13 +27,11 @@ bool MyApp::OnInit() {
     auto* frame =
         new Vantreo("Vantreo", wxDefaultPosition, wxSize(735, 330),
                     wxCAPTION | wxCLIP_CHILDREN | wxCLOSE_BOX | wxSYSTEM_MENU | wxMINIMIZE_BOX);
-#ifdef __WXGTK__
-    fit_theme_to_places(*frame);
-#endif
     frame->SetIcons(window_icon());
     frame->SetSize(770, 385);
     frame->Center(wxBOTH);
 #ifdef __WXGTK__
+    fit_theme_to_places(*frame);
     keep_size_and_place(*frame, wxSize(770, 385));
 #endif
     frame->layout_checkVersion();
