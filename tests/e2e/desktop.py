@@ -132,7 +132,7 @@ def find_window() -> Box | None:
         return None
     more = [side - round(wanted * SCALE) for side, wanted in zip(box.size, SIZE)]
     most = DISPLAY_TITLE_BAR if DRAWS_TITLE_BARS else SCALE - 1
-    return box if all(0 <= n <= most for n in more) else None
+    return box if all(1 - SCALE <= n <= most for n in more) else None
 
 
 def label_pixels(box: Box) -> bytes:
@@ -198,7 +198,9 @@ class DesktopWindow(Vantreo):
         if DRAWS_TITLE_BARS:
             return self.parts.size
         # At scale 2 a window manager's title bar may have an odd number of the display's pixels.
-        return int(self.box.size[0] / SCALE), int(self.box.size[1] / SCALE)
+        if all(abs(side - n * SCALE) < SCALE for side, n in zip(self.box.size, SIZE)):
+            return SIZE
+        return round(self.box.size[0] / SCALE), round(self.box.size[1] / SCALE)
 
     @property
     def off_centre(self) -> tuple[float, float]:
