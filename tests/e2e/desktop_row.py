@@ -32,6 +32,11 @@ FILM = "h264 Constrained Baseline level 30 yuv420p, 320x240, 25.00 fps, 2 s"
 YES, NO = "yes", "**no**"
 
 
+def write_settings(output: Path) -> None:
+    settings = Path(os.environ["XDG_CONFIG_HOME"]) / "Vantreo.ini"
+    settings.write_text(f"Output={output}\nHowToMove=false\n")
+
+
 def save_picture(suffix: str) -> None:
     screen = Gdk.get_default_root_window()
     picture = picture_of(0, 0, screen.get_width(), screen.get_height())
@@ -70,14 +75,15 @@ def converts(window: DesktopWindow, folder: Path) -> bool:
 
 def main() -> None:
     folder = Path(tempfile.mkdtemp(dir=Path.home()))
-    settings = Path(os.environ["XDG_CONFIG_HOME"]) / "Vantreo.ini"
-    settings.write_text(f"Output={folder}\nHowToMove=false\n")
+    write_settings(Path("/media"))  # no temporary folder's name in the picture
     empty_desktop()
     check = shows_check_screen()
     with DesktopWindow() as window:
         save_picture("")
         size, outside = window.size, window.outside()
         print("\n".join(outside), file=sys.stderr)
+    write_settings(folder)
+    with DesktopWindow() as window:
         conversion = converts(window, folder)
     title_bar = "the desktop's, not counted" if DRAWS_TITLE_BARS else "counted"
     if SESSION == "none":
