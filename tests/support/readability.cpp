@@ -106,6 +106,7 @@ GdkPixbuf* picture_of(GtkWidget* window) {
     const int height = gtk_widget_get_allocated_height(window);
     cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
     cairo_t* const painter = cairo_create(surface);
+    gtk_container_check_resize(GTK_CONTAINER(window));  // what has changed has no place yet
     gtk_widget_draw(window, painter);
     cairo_destroy(painter);
     GdkPixbuf* const picture = gdk_pixbuf_get_from_surface(surface, 0, 0, width, height);
