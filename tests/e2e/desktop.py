@@ -213,7 +213,7 @@ class DesktopWindow(Vantreo):
         """Clicks the control where the session shows it, until that is seen.
 
         A nested compositor takes the pointer for entering a window only at one of its next
-        pictures, and loses a click before.
+        pictures, and loses a click before. It looks again whenever the pointer moves.
         """
         parts, place = self.parts, Box.of(control.get_extents(Atspi.CoordType.WINDOW))
         # Borders and a title bar that GTK does not draw are outside of the parts.
@@ -221,6 +221,7 @@ class DesktopWindow(Vantreo):
         x = self.box.left + border + ((place.left + place.right) / 2 - parts.left) * SCALE
         y = self.box.bottom - border - (parts.bottom - (place.top + place.bottom) / 2) * SCALE
         for _ in range(CLICKS):
+            xdotool("mousemove", round(x) - 5, round(y))
             click_at(round(x), round(y))
             with contextlib.suppress(NotSeen):
                 wait_for(has_worked, f"the effect of {control.get_name()}", CLICK_SECONDS)
