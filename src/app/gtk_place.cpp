@@ -113,7 +113,7 @@ gboolean apply_place(gpointer data) {
 /// A window manager may put its frame around the window some time after it has shown it.
 gboolean on_property(GtkWidget* window, GdkEventProperty* event, gpointer data) {
     if (event->atom == gdk_atom_intern_static_string("_NET_FRAME_EXTENTS") &&
-        gtk_widget_get_mapped(window))
+        gtk_widget_get_mapped(window) && static_cast<Place*>(data)->frame)
         apply_size(*static_cast<Place*>(data));
     return FALSE;
 }

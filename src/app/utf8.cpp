@@ -27,7 +27,3 @@ wxString text_from_utf8(std::string_view bytes) {
     }
     return length == bytes.size() ? text : wxString();
 }
-
-bool is_character(wxUniChar c) {
-    return length_in_utf8(c) != 0;
-}

@@ -13,7 +13,7 @@ inline constexpr std::chrono::seconds kVersionRequestLimit{5};
 wxString version_request_address();
 
 /// The beginning of what `address` answers, at most 1024 bytes, read as UTF-8. Plain http, through
-/// the environment's proxy (see route.h); a redirect is not followed. Nothing when no answer begins
+/// the environment's proxy (see web_page.h); a redirect is not followed. Nothing when no answer begins
 /// within `limit` in all, name look-up included; of one that is not complete then, what has come.
 /// Blocks; call it on the GUI thread.
 std::optional<wxString> request_reply(const wxString& address, std::chrono::milliseconds limit);

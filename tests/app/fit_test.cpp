@@ -143,6 +143,13 @@ TEST_F(Fit, EveryLanguageAndEveryDeviceHasRoomInItsBox) {
     }
 }
 
+TEST_F(Fit, EveryFontIsWrittenInAReadableSize) {
+    constexpr double kSmallest =
+        75;  // dots per inch; the longest texts of any font tried fit at 77
+    start();
+    EXPECT_GE(gdk_screen_get_resolution(gdk_screen_get_default()), kSmallest);
+}
+
 TEST_F(Fit, ALargerTextWouldNotHaveRoom) {
     start();
     GdkScreen* const screen = gdk_screen_get_default();
@@ -152,6 +159,7 @@ TEST_F(Fit, ALargerTextWouldNotHaveRoom) {
     EXPECT_TRUE(misfits(*page(1)).empty());
     set_resolution_unheard(screen, dpi + 1);
     lay_out();
+    EXPECT_FALSE(misfits(*page(1)).empty());
     set_resolution_unheard(screen, dpi);
 }
 

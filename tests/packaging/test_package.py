@@ -29,7 +29,15 @@ FILES = {
     ),
 }
 PROGRAMS = {name for name in FILES if name.startswith("usr/lib/")}
-LINKED = {"libc6", "libgtk-3-0", "libicu72", "libstdc++6", "libwxbase3.2-1", "libwxgtk3.2-1"}
+LINKED = {
+    "libc6",
+    "libcurl3-gnutls",
+    "libgtk-3-0",
+    "libicu72",
+    "libstdc++6",
+    "libwxbase3.2-1",
+    "libwxgtk3.2-1",
+}
 
 
 def names(field: str) -> set[str]:
