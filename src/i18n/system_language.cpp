@@ -39,7 +39,7 @@ wxString first_value(std::initializer_list<const char*> variables) {
 /// The first entry of LANGUAGE, or `locale` where that is empty; as gettext does, only where
 /// `locale` has a language itself.
 wxString wished_locale(const wxString& locale) {
-    const UserLanguages environment;
+    const UserEnvironment environment;
     const wxString first = value_of("LANGUAGE").BeforeFirst(':');
     const wxString code = language_code(locale);
     return first.empty() || code == "C" || code == "POSIX" ? locale : first;

@@ -9,33 +9,43 @@
 
 namespace {
 
-constexpr const char* kVariable = "LANGUAGE";
+constexpr const char* kLanguage = "LANGUAGE";
+constexpr const char* kFileNames = "G_FILENAME_ENCODING";
 
-/// The variable's value, if it is set.
+/// A variable's value, if it is set.
 using Value = std::optional<wxString>;
 
-Value current_value() {
+Value value_of(const char* variable) {
     wxString value;
-    return wxGetEnv(kVariable, &value) ? Value(value) : Value();
+    return wxGetEnv(variable, &value) ? Value(value) : Value();
 }
 
-void set_value(const Value& value) {
+void set_value(const char* variable, const Value& value) {
+    if (value == value_of(variable))
+        return;
     if (value)
-        wxSetEnv(kVariable, *value);
+        wxSetEnv(variable, *value);
     else
-        wxUnsetEnv(kVariable);
+        wxUnsetEnv(variable);
+}
+
+void set_language(const Value& value) {
+    set_value(kLanguage, value);
 #ifdef __linux__
     textdomain(textdomain(nullptr));  // makes gettext forget the texts that it has looked up
 #endif
 }
 
-/// What the program was started with; empty until the variable is changed.
-std::optional<Value>& value_at_start() {
+/// Read before the toolkit starts, which sets it.
+const Value fileNamesAtStart = value_of(kFileNames);
+
+/// The languages that the program was started with; empty until they are changed.
+std::optional<Value>& languages_at_start() {
     static std::optional<Value> value;
     return value;
 }
 
-wxString language_code(const wxString& englishName) {
+wxString code_of_language(const wxString& englishName) {
     const wxLanguageInfo* const info = wxLocale::FindLanguageInfo(englishName);
     return info == nullptr ? wxString("en") : info->CanonicalName.BeforeFirst('_');
 }
@@ -44,18 +54,21 @@ wxString language_code(const wxString& englishName) {
 
 void set_toolkit_language(const wxArrayString& native, const wxArrayString& english,
                           const wxString& chosen) {
-    if (!value_at_start())
-        value_at_start() = current_value();
+    if (!languages_at_start())
+        languages_at_start() = value_of(kLanguage);
     const int index = native.Index(chosen);
-    set_value(index == wxNOT_FOUND ? wxString("en")
-                                   : language_code(english[static_cast<size_t>(index)]));
+    set_language(index == wxNOT_FOUND ? wxString("en")
+                                      : code_of_language(english[static_cast<size_t>(index)]));
 }
 
-UserLanguages::UserLanguages() : before(current_value()) {
-    if (value_at_start())
-        set_value(*value_at_start());
+UserEnvironment::UserEnvironment()
+    : language(value_of(kLanguage)), fileNames(value_of(kFileNames)) {
+    if (languages_at_start())
+        set_language(*languages_at_start());
+    set_value(kFileNames, fileNamesAtStart);
 }
 
-UserLanguages::~UserLanguages() {
-    set_value(before);
+UserEnvironment::~UserEnvironment() {
+    set_language(language);
+    set_value(kFileNames, fileNames);
 }

@@ -14,15 +14,17 @@
 void set_toolkit_language(const wxArrayString& native, const wxArrayString& english,
                           const wxString& chosen);
 
-/// While one lives, LANGUAGE has the value that the program was started with. What is started in
-/// the meantime, the browser for instance, gets the user's languages and not the window's.
-class UserLanguages {
+/// While one lives, the variables that the program and its toolkit set for themselves have the
+/// values that the program was started with. What is started in the meantime, the browser for
+/// instance, gets the user's languages and not the window's.
+class UserEnvironment {
   public:
-    UserLanguages();
-    ~UserLanguages();
-    UserLanguages(const UserLanguages&) = delete;
-    UserLanguages& operator=(const UserLanguages&) = delete;
+    UserEnvironment();
+    ~UserEnvironment();
+    UserEnvironment(const UserEnvironment&) = delete;
+    UserEnvironment& operator=(const UserEnvironment&) = delete;
 
   private:
-    std::optional<wxString> before;
+    std::optional<wxString> language;
+    std::optional<wxString> fileNames;
 };

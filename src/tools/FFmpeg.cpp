@@ -64,7 +64,7 @@ void FFmpeg::Run(const wxString& command) {
     millis = 0;
     watch.Start(0);
     starting = true;
-    const UserLanguages environment;
+    const UserEnvironment environment;
     SetPid(wxExecute(command, wxEXEC_ASYNC, this));
     starting = false;
 }

@@ -10,7 +10,7 @@ namespace {
 /// The toolkit's own complaints name calls and error numbers of its own.
 bool launch_silently(const wxString& address) {
     const wxLogNull silent;
-    const UserLanguages environment;
+    const UserEnvironment environment;
     return wxLaunchDefaultBrowser(address, 0);
 }
 

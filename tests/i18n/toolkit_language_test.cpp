@@ -60,12 +60,24 @@ TEST_F(ToolkitLanguage, IsHiddenFromWhatIsStarted) {
     set_toolkit_language(native, english, "Deutsch");
     EXPECT_EQ(variable(), "de");
     {
-        const UserLanguages outer;
+        const UserEnvironment outer;
         EXPECT_EQ(variable(), atStart);
-        const UserLanguages inner;
+        const UserEnvironment inner;
         EXPECT_EQ(variable(), atStart);
     }
     EXPECT_EQ(variable(), "de");
+}
+
+TEST_F(ToolkitLanguage, GoesWithTheEncodingOfFileNamesThatTheUserSet) {
+    wxString encoding;
+    ASSERT_TRUE(wxGetEnv("G_FILENAME_ENCODING", &encoding));
+    {
+        const UserEnvironment environment;
+        EXPECT_FALSE(wxGetEnv("G_FILENAME_ENCODING", nullptr));
+    }
+    wxString after;
+    EXPECT_TRUE(wxGetEnv("G_FILENAME_ENCODING", &after));
+    EXPECT_EQ(after, encoding);
 }
 
 TEST_F(ToolkitLanguage, IsNotTakenForTheSystems) {
