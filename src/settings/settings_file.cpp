@@ -95,6 +95,10 @@ bool is_usable(const fs::path& path) {
         wxLogWarning("%s is not a file; changes of the settings are not kept", text_of(path));
         return false;
     }
+    if (!std::ifstream(path)) {
+        wxLogWarning("%s cannot be read; changes of the settings are not kept", text_of(path));
+        return false;
+    }
     return (fs::file_size(path, error) <= kLargestFile && is_text(path)) || put_aside(path);
 }
 

@@ -150,13 +150,18 @@ TEST_F(BadSystem, LeavesTheSettingsOfAReadOnlyFolderAsTheyAre) {
     }
 }
 
-TEST_F(BadSystem, LivesWithASettingsFileThatMayNotBeRead) {
-    write_settings("Language=Deutsch\n");
+TEST_F(BadSystem, LeavesASettingsFileThatMayNotBeReadAsItIs) {
+    const std::string settings = "Language=Deutsch\n";
+    write_settings(settings);
     fs::permissions(settings_file().utf8_string(), fs::perms::none);
-    const OrdinaryRights rights;
-    start();
-    frame->config_write("HowToMove", "false");
-    expect_works();
+    {
+        const OrdinaryRights rights;
+        start();
+        frame->config_write("HowToMove", "false");
+        expect_works();
+    }
+    fs::permissions(settings_file().utf8_string(), fs::perms::owner_read);
+    EXPECT_EQ(settings_bytes(), settings);
 }
 
 TEST_F(BadSystem, LivesWithAHomeThatCannotBeWritten) {
