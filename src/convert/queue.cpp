@@ -119,10 +119,13 @@ void Vantreo::MovieUpdate(Movie* movie) {
 }
 
 bool Vantreo::Cancel() {
+    wxWindow* const focused = FindFocus();
     if (ShowMessage(Translate("confirmCancel", 0), kQuestion) != wxID_YES)
         return false;
     if (movieIndex < movies.size())
         movies[movieIndex]->Cancel();
     layout_canceled();
+    if (focused != nullptr)
+        focused->SetFocus();  // the window, disabled meanwhile, has let go of the keyboard
     return true;
 }

@@ -258,6 +258,16 @@ TEST_F(Queue, StopsTheToolWhenTheCancelIsConfirmed) {
     EXPECT_EQ(status(), kCanceled);
 }
 
+TEST_F(Queue, LeavesTheKeyboardWithTheButtonThatCanceled) {
+    start();
+    start_run({"a.avi"});
+    frame->buttonConvert->SetFocus();
+    ASSERT_TRUE(wait_until([this] { return frame->buttonConvert->HasFocus(); }));
+    dialogs.answers = {wxID_YES};
+    press(frame->buttonConvert);
+    EXPECT_TRUE(wait_until([this] { return frame->buttonConvert->HasFocus(); }));
+}
+
 TEST_F(Queue, CancelsAProbe) {
     start();
     add({"a.avi"});
