@@ -11,7 +11,7 @@ import os
 import sys
 from pathlib import Path
 
-from driver import Page, Vantreo, wait_for
+from driver import Page, Vantreo, press_key, wait_for
 from samples import make_film
 
 LANGUAGES = {"en": "English", "de": "Deutsch", "ru": "русский язык"}
@@ -54,6 +54,7 @@ def take_pictures(movies: list[Path], theme: str, prefix: str) -> None:
         window.open_next_page(Page.OPTIONS)
         save(window, "options")
         window.open_next_page(Page.ABOUT)
+        press_key("shift+Tab")  # from the first link, which is marked
         save(window, "about")
 
 
