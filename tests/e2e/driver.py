@@ -248,6 +248,13 @@ class Program:
         self._application.clear_cache()
         return [c for c in descendants(self._application) if c.get_role() == role]
 
+    @property
+    def focused_control(self) -> Atspi.Accessible | None:
+        """The control of the window that has the keyboard."""
+        frame = self.frame
+        frame.clear_cache()
+        return next((c for c in descendants(frame) if has_state(c, Atspi.StateType.FOCUSED)), None)
+
     def picture_inside(self) -> GdkPixbuf.Pixbuf | None:
         """The window without its frame, as the screen shows it now; None before it appears.
 

@@ -1,14 +1,11 @@
 """What comes out of a run."""
 
-import os
 import subprocess
 import unittest
 
 from driver import Page, Vantreo, click
 from samples import SUBTITLES, describe, make_film
-from window_case import WindowCase
-
-SITE = os.environ["VANTREO_SITE"]
+from window_case import SITE, WindowCase
 
 
 class Conversion(WindowCase):
@@ -64,12 +61,6 @@ class Conversion(WindowCase):
         self.assertIn(f"{self.result}:\n", window.answer("Yes"))
         window.wait_for_status("Conversion completed!", 60)
         self.assertIn("320x240, 25.00 fps, 2 s", describe(self.result))
-
-    def test_the_page_about_moving_the_movie_opens_after_a_run(self) -> None:
-        self.write_settings(HowToMove="true")
-        self.open_with_film().convert()
-        page = "How_to_put_a_video_on_your_iPhone"
-        self.assertEqual(self.wait_for_pages(1), [os.environ["VANTREO_SITE"] + page])
 
     def test_the_tools_of_the_current_folder_are_never_run(self) -> None:
         tools = self.movies / "Vantreo.app" / "Contents" / "Resources"

@@ -1,12 +1,11 @@
 """Home and settings folders whose names have letters beyond ASCII, under any locale."""
 
-import subprocess
 import tempfile
 import unittest
 from pathlib import Path
 
 from driver import click, wait_for
-from window_case import WindowCase
+from window_case import WindowCase, make_locales
 
 # What LANG holds; the languages are Latvian (in an encoding that is not UTF-8), one that is not
 # installed, and Turkish, whose small "I" is not "i".
@@ -16,12 +15,7 @@ SYSTEMS = ["C.UTF-8", "C", "POSIX", "", "lv_LV.ISO-8859-13", "pt_BR.UTF-8", "tr_
 class Home(WindowCase):
     @classmethod
     def setUpClass(cls) -> None:
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.locales = Path(folder.name)
-        for name, encoding in ("lv_LV", "ISO-8859-13"), ("tr_TR", "UTF-8"):
-            target = cls.locales / f"{name}.{encoding}"
-            subprocess.run(["localedef", "-i", name, "-f", encoding, target], check=True)
+        cls.locales = make_locales(cls, ("lv_LV", "ISO-8859-13"), ("tr_TR", "UTF-8"))
 
     def make_home(self) -> Path:
         home = Path(tempfile.mkdtemp(prefix="Été Żółw дом ", dir=self.movies))

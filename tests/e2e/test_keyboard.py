@@ -1,12 +1,11 @@
 """The window without a pointer: with the keyboard, and as a screen reader tells it."""
 
-import os
 import unittest
 
-from driver import Atspi, Page, Vantreo, descendants, has_state, press_key, wait_for
+from driver import Atspi, Page, Vantreo, has_state, press_key, wait_for
 from samples import make_film
-from texts import text
-from window_case import WindowCase
+from texts import html_words, text
+from window_case import SITE, WindowCase
 
 CONVERT_PAGE = ("buttonMovies", "buttonMovies", "buttonOutput", "buttonOutput", "buttonConvert")
 OPTIONS_PAGE = (
@@ -17,11 +16,6 @@ OPTIONS_PAGE = (
     "checkboxOverwrite",
     "checkboxHowToMove",
 )
-SITE = os.environ["VANTREO_SITE"]
-
-
-def html_words(key: str, language: str = "English") -> str:
-    return text(key, language).strip().replace("\u00a0", " ")
 
 
 def labels(control: Atspi.Accessible) -> str:
@@ -40,15 +34,9 @@ def spoken(control: Atspi.Accessible) -> str:
     return labels(control) or control.get_name()
 
 
-def focused_control(window: Vantreo) -> Atspi.Accessible | None:
-    window.frame.clear_cache()
-    focus = (c for c in descendants(window.frame) if has_state(c, Atspi.StateType.FOCUSED))
-    return next(focus, None)
-
-
 def focused(window: Vantreo) -> str:
     """How the control that has the keyboard is named; "" while none has."""
-    control = focused_control(window)
+    control = window.focused_control
     return spoken(control) if control else ""
 
 

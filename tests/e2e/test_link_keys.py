@@ -1,16 +1,14 @@
 """The links of the HTML boxes without a pointer: with the keyboard, and as a screen reader finds
 them."""
 
-import os
 import unittest
 from collections import Counter
 
 from driver import Atspi, GdkPixbuf, Page, Vantreo, press_key, wait_for
 from pixels import Colour, contrast, is_blue, rows_of
-from test_keyboard import focused_control, html_words
-from window_case import WindowCase
+from texts import html_words
+from window_case import SITE, WindowCase
 
-SITE = os.environ["VANTREO_SITE"]
 # By the Web Content Accessibility Guidelines: what a mark of the focus needs to be seen.
 VISIBLE = 3
 
@@ -41,15 +39,15 @@ class LinkKeys(WindowCase):
     def open_page_of(self, window: Vantreo, link: Atspi.Accessible) -> None:
         page = Page.ABOUT if link in window.links(window.about_box) else Page.OPTIONS
         window.open_page(page)
-        wait_for(lambda: focused_control(window), "the focus on the page")
+        wait_for(lambda: window.focused_control, "the focus on the page")
 
     def tab_to(self, window: Vantreo, control: Atspi.Accessible) -> None:
         for _ in range(8):
-            focus = focused_control(window)
+            focus = window.focused_control
             if focus == control:
                 return
             press_key("Tab")
-            wait_for(lambda: focused_control(window) not in (None, focus), "the focus elsewhere")
+            wait_for(lambda: window.focused_control not in (None, focus), "the focus elsewhere")
         self.fail(f"no focus on {control.get_name()}")
 
     def test_screen_readers_are_given_each_link_with_its_text_and_address(self) -> None:

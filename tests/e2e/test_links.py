@@ -1,13 +1,10 @@
 """The links and the button that lead to the product web site."""
 
-import os
 import unittest
 
 from driver import Atspi, Page, Vantreo, click, click_at, place_on_screen, wait_for
 from pixels import find_links
-from window_case import WindowCase
-
-SITE = os.environ["VANTREO_SITE"]
+from window_case import SITE, WindowCase
 
 
 class Links(WindowCase):
@@ -88,6 +85,25 @@ class Links(WindowCase):
         self.assert_leads_to_french_pages(window)
         self.close_window(window)
         self.assertEqual(len(self.opened_pages()), self.pages_seen)
+
+    def environment_of_donate_page(self, **environment: str) -> dict[str, str]:
+        """What the browser is started with by a German window in that environment."""
+        self.write_settings(Language="Deutsch")
+        window = self.open_window(**environment)
+        window.open_page(Page.ABOUT)
+        click(window.donate_button)
+        self.next_page()
+        self.close_window(window)
+        return self.environment_of_browser()
+
+    def test_the_browser_gets_the_users_languages(self) -> None:
+        self.assertNotIn("LANGUAGE", self.environment_of_donate_page())
+        self.assertEqual(self.environment_of_donate_page(LANGUAGE="fr")["LANGUAGE"], "fr")
+
+    def test_the_browser_gets_the_users_encoding_of_file_names(self) -> None:
+        name = "G_FILENAME_ENCODING"
+        self.assertNotIn(name, self.environment_of_donate_page())
+        self.assertEqual(self.environment_of_donate_page(**{name: "KOI8-R"})[name], "KOI8-R")
 
 
 if __name__ == "__main__":

@@ -90,11 +90,6 @@ class Dialogs(WindowCase):
         window.wait_for_no_dialog()
         window.wait_for_active()
 
-    def press_open(self, window: Vantreo) -> None:
-        buttons = (c for c in descendants(window.wait_for_dialog()) if c.get_name() == "Open")
-        click(next(b for b in buttons if b.get_role() == Atspi.Role.PUSH_BUTTON))
-        window.wait_for_no_dialog()
-
     def test_several_movies_are_chosen_at_once(self) -> None:
         window = self.open_window()
         self.open_movie_dialog(window)
@@ -102,7 +97,8 @@ class Dialogs(WindowCase):
         click(first)
         with holding("ctrl"):
             click(last)
-        self.press_open(window)
+        click(window.dialog_button("Open"))
+        window.wait_for_no_dialog()
 
         chosen = sorted(str(self.videos / name) for name in ("first.avi", "no dot"))
         wait_for(lambda: sorted(window.movies) == chosen, "both movies")

@@ -1,16 +1,13 @@
 """The toolkit's own texts follow the language of the window, whatever the system's language is."""
 
 import re
-import subprocess
-import tempfile
 import unittest
-from pathlib import Path
 from typing import NamedTuple
 
 from driver import Atspi, Page, Vantreo, click, descendants, has_state, press_key, wait_for
 from samples import make_film, make_long_film
 from texts import LANGUAGES, text
-from window_case import WindowCase
+from window_case import WindowCase, make_locales
 
 
 class Buttons(NamedTuple):
@@ -46,13 +43,7 @@ def shown_names(control: Atspi.Accessible, role: Atspi.Role) -> list[str]:
 class ToolkitTexts(WindowCase):
     @classmethod
     def setUpClass(cls) -> None:
-        folder = tempfile.TemporaryDirectory()
-        cls.addClassCleanup(folder.cleanup)
-        cls.locales = Path(folder.name)
-        for name in "de_DE", "fr_FR":
-            subprocess.run(
-                ["localedef", "-i", name, "-f", "UTF-8", cls.locales / f"{name}.UTF-8"], check=True
-            )
+        cls.locales = make_locales(cls, ("de_DE", "UTF-8"), ("fr_FR", "UTF-8"))
 
     def setUp(self) -> None:
         super().setUp()

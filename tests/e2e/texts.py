@@ -23,3 +23,8 @@ _TEXTS = {key: dict(zip(LANGUAGES, cells)) for key, *cells in _RECORDS}
 def text(key: str, language: str = "English") -> str:
     """The text of that key; the English one where the language has none."""
     return _TEXTS[key][language] or _TEXTS[key]["English"]
+
+
+def html_words(key: str, language: str = "English") -> str:
+    """The text of that key as an HTML box shows it."""
+    return text(key, language).strip().replace("\u00a0", " ")

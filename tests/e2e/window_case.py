@@ -2,6 +2,7 @@
 
 import os
 import shutil
+import subprocess
 import tempfile
 import unittest
 from pathlib import Path
@@ -10,6 +11,21 @@ from driver import Program, Vantreo, wait_for
 
 SETTINGS = Path(os.environ["XDG_CONFIG_HOME"]) / "Vantreo.ini"
 BROWSER_LOG = Path(os.environ["BROWSER_LOG"])
+BROWSER_ENVIRONMENT = BROWSER_LOG.with_name(f"{BROWSER_LOG.name}.environment")
+# The address of the product web site, for a program that a test gives no other.
+SITE = os.environ["VANTREO_SITE"]
+
+
+def make_locales(test_case: type[unittest.TestCase], *locales: tuple[str, str]) -> Path:
+    """Makes these locales, each a name (de_DE) and an encoding; returns the folder for LOCPATH.
+
+    It is removed after the tests of the class.
+    """
+    folder = test_case.enterClassContext(tempfile.TemporaryDirectory())
+    for name, encoding in locales:
+        target = Path(folder, f"{name}.{encoding}")
+        subprocess.run(["localedef", "-i", name, "-f", encoding, target], check=True)
+    return Path(folder)
 
 
 class WindowCase(unittest.TestCase):
@@ -44,6 +60,11 @@ class WindowCase(unittest.TestCase):
     def opened_pages(self) -> list[str]:
         """The addresses that the browser has been given in this test."""
         return BROWSER_LOG.read_text().splitlines()
+
+    def environment_of_browser(self) -> dict[str, str]:
+        """The variables that the browser was last started with."""
+        variables = BROWSER_ENVIRONMENT.read_text().split("\0")
+        return dict(variable.split("=", 1) for variable in variables if variable)
 
     def wait_for_pages(self, count: int) -> list[str]:
         """Waits until the browser has been given that many addresses; returns all."""
