@@ -113,8 +113,13 @@ _last_click = 0.0
 
 def click_at(x: int, y: int, times: int = 1) -> None:
     """Clicks, far enough from the click before to make no double click of the two."""
-    global _last_click
     time.sleep(max(0, _last_click + DOUBLE_CLICK_SECONDS - time.monotonic()))
+    click_at_once(x, y, times)
+
+
+def click_at_once(x: int, y: int, times: int = 1) -> None:
+    """Clicks, which may be the second click of a double click."""
+    global _last_click
     xdotool("mousemove", x, y, "click", "--repeat", times, "--delay", 50, 1)
     _last_click = time.monotonic()
 
@@ -283,13 +288,24 @@ class Program:
 
     # ---- dialogs ---------------------------------------------------------------------------------
 
+    def wait_for_keyboard_dialog(self) -> Atspi.Accessible:
+        """The dialog once it takes keys."""
+        return wait_for(lambda: self.dialog, "a dialog")
+
     def wait_for_dialog(self) -> Atspi.Accessible:
-        """The dialog once it takes clicks, which may be part of a double click before."""
-        dialog = wait_for(lambda: self.dialog, "a dialog")
+        """The dialog once it takes clicks as well, which may be part of a double click before."""
+        dialog = self.wait_for_keyboard_dialog()
         if dialog != self._clickable_dialog:
             time.sleep(DOUBLE_CLICK_SECONDS)
             self._clickable_dialog = dialog
         return dialog
+
+    def leave_dialog(self) -> None:
+        """Waits for a dialog and leaves it with Escape."""
+        self.wait_for_keyboard_dialog()
+        press_key("Escape")
+        self.wait_for_no_dialog()
+        self.wait_for_active()
 
     def wait_for_no_dialog(self) -> None:
         wait_for(lambda: self.dialog is None, "the end of the dialog")
@@ -492,6 +508,11 @@ class Vantreo(Program):
     def open_next_page(self, page: Page) -> None:
         """Goes on by the keyboard to `page`, which must be the one after the page that is shown."""
         press_key("ctrl+Next")
+        self._wait_for_page(page)
+
+    def open_previous_page(self, page: Page) -> None:
+        """The same backwards."""
+        press_key("ctrl+Prior")
         self._wait_for_page(page)
 
     def _wait_for_page(self, page: Page) -> None:

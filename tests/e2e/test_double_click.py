@@ -1,15 +1,20 @@
 """Double clicks and held keys: what they open must not be answered by their rest."""
 
+import tempfile
 import time
 import unittest
 from collections.abc import Callable
+from pathlib import Path
 
 from driver import (
+    DOUBLE_CLICK_SECONDS,
     Atspi,
     Gdk,
     NotSeen,
     Vantreo,
     click,
+    click_at_once,
+    holding,
     middle,
     picture_of,
     press_key,
@@ -19,8 +24,6 @@ from driver import (
 from samples import make_film, make_long_film
 from window_case import WindowCase
 
-# Two clicks that are no further apart are a double click for the toolkit.
-DOUBLE_CLICK_SECONDS = 0.4
 # The program has drawn a window a little before it is seen.
 QUICK_SECONDS = 0.3
 ATTEMPTS = 10
@@ -38,10 +41,15 @@ def around(place: Place) -> bytes:
 
 
 class DoubleClick(WindowCase):
+    @classmethod
+    def setUpClass(cls) -> None:
+        folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
+        cls.long_film = make_long_film(folder / "film.mkv")
+
     def open_with_film(self, long: bool = False) -> Vantreo:
-        make = make_long_film if long else lambda path: make_film(path, 2)
         window = self.open_window()
-        window.drop([make(self.movies / "film.mkv")], window.movie_list)
+        film = self.long_film if long else make_film(self.movies / "film.mkv", 2)
+        window.drop([film], window.movie_list)
         return window
 
     def open_running(self) -> Vantreo:
@@ -68,20 +76,15 @@ class DoubleClick(WindowCase):
             before = around(second)
             opens = shown_windows() < windows
             began = since = time.monotonic()
-            xdotool("mousemove", *first, "click", 1)
+            click_at_once(*first)
             while shown_windows() != windows or around(second) == before:
                 since = time.monotonic() if opens else began
                 self.assertLess(time.monotonic() - began, 15, "nothing opens or closes")
-            xdotool("mousemove", *second, "click", 1)
+            click_at_once(*second)
             if time.monotonic() - since < QUICK_SECONDS:
                 return
             again()
         raise NotSeen("a double click that was quick enough")
-
-    def escape(self, window: Vantreo) -> None:
-        window.wait_for_dialog()
-        press_key("Escape")
-        window.wait_for_no_dialog()
 
     # ---- what opens under the pointer ------------------------------------------------------------
 
@@ -91,7 +94,7 @@ class DoubleClick(WindowCase):
         window = self.open_with_film()
 
         def refuse() -> None:
-            self.escape(window)
+            window.leave_dialog()
             window.wait_for_status("Conversion canceled")
 
         window.press_convert()
@@ -111,7 +114,7 @@ class DoubleClick(WindowCase):
         window = self.open_running()
         window.press_convert()
         yes = middle(window.dialog_button("Yes"))
-        self.escape(window)
+        window.leave_dialog()
         for _ in range(2):
             Atspi.Component.grab_focus(window.convert_button)
             before = around(yes)
@@ -120,18 +123,18 @@ class DoubleClick(WindowCase):
             wait_for(lambda: shown_windows() == 2 and around(yes) != before, "the question")
             # For longer than a double click; the first one is ignored, and so are the others.
             xdotool("click", "--repeat", 12, "--delay", 60, 1)
-            self.escape(window)
+            window.leave_dialog()
         self.assert_goes_on(window)
 
     def test_the_cancel_question_is_not_answered(self) -> None:
         window = self.open_running()
         window.press_convert()
         yes = middle(window.dialog_button("Yes"))
-        self.escape(window)
+        window.leave_dialog()
 
         cancel = middle(window.convert_button)
-        self.double_click(cancel, yes, 2, lambda: self.escape(window))
-        self.escape(window)
+        self.double_click(cancel, yes, 2, window.leave_dialog)
+        window.leave_dialog()
         self.assert_goes_on(window)
 
         window.press_convert()
@@ -145,8 +148,8 @@ class DoubleClick(WindowCase):
         for button in (window.movies_button, window.output_button):
             click(button)
             cancel = middle(window.dialog_button("Cancel"))
-            self.escape(window)
-            self.double_click(middle(button), cancel, 2, lambda: self.escape(window))
+            window.leave_dialog()
+            self.double_click(middle(button), cancel, 2, window.leave_dialog)
             window.enter_path(film if button == window.movies_button else self.movies)
         wait_for(lambda: window.movies == [str(film)], "the chosen movie")
         wait_for(lambda: window.output_folder == str(self.movies), "the chosen folder")
@@ -162,7 +165,7 @@ class DoubleClick(WindowCase):
     def test_a_double_click_on_cancel_asks_once(self) -> None:
         window = self.open_running()
         click(window.convert_button, times=2)
-        self.escape(window)
+        window.leave_dialog()
         self.assert_goes_on(window)
 
     # ---- what a closed box leaves behind ---------------------------------------------------------
@@ -175,7 +178,7 @@ class DoubleClick(WindowCase):
 
         def ask_again() -> None:
             if window.dialog:
-                self.escape(window)
+                window.leave_dialog()
             window.press_convert()
             window.wait_for_dialog()
 
@@ -186,23 +189,20 @@ class DoubleClick(WindowCase):
 
     def hold(self, key: str, until: Callable[[], object], what: str) -> None:
         """Holds the key down until that is seen and the keyboard has repeated the key a while."""
-        xdotool("keydown", key)
-        try:
+        with holding(key):
             wait_for(until, what)
             time.sleep(1)
-        finally:
-            xdotool("keyup", key)
 
     def test_a_held_key_on_convert_just_starts(self) -> None:
+        window = self.open_with_film(long=True)
         for key in ("Return", "KP_Enter", "space"):
             with self.subTest(key):
-                window = self.open_with_film(long=True)
                 Atspi.Component.grab_focus(window.convert_button)
-                self.hold(key, lambda: window.gauge > 0, "progress")
+                self.hold(key, lambda: window.is_running, "a run")
                 self.assert_goes_on(window)
-                window.close()
+                press_key(key)
                 window.answer("Yes")
-                window.wait_for_end()
+                window.wait_for_status("Conversion canceled")
 
     def test_a_held_key_does_not_answer_the_question_it_opened(self) -> None:
         (self.output / "film.mp4").write_text("kept")

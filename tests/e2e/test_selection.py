@@ -85,11 +85,6 @@ class Dialogs(WindowCase):
         click(window.movies_button)
         window.wait_for_dialog()
 
-    def leave_dialog(self, window: Vantreo) -> None:
-        press_key("Escape")
-        window.wait_for_no_dialog()
-        window.wait_for_active()
-
     def test_several_movies_are_chosen_at_once(self) -> None:
         window = self.open_window()
         self.open_movie_dialog(window)
@@ -117,14 +112,14 @@ class Dialogs(WindowCase):
 
         self.open_movie_dialog(window)
         window.wait_for_files(["third.avi", "fourth.avi"])
-        self.leave_dialog(window)
+        window.leave_dialog()
 
         for movie in other.iterdir():
             movie.unlink()
         other.rmdir()
         self.open_movie_dialog(window)
         window.wait_for_files(["first.avi", "second.avi", "no dot"])
-        self.leave_dialog(window)
+        window.leave_dialog()
 
     def test_the_movie_dialog_opens_in_the_home_folder_without_a_videos_folder(self) -> None:
         USER_DIRS.unlink()
@@ -140,7 +135,7 @@ class Dialogs(WindowCase):
         window = self.open_window()
         click(window.output_button)
         window.wait_for_files(["inside"])
-        self.leave_dialog(window)
+        window.leave_dialog()
         self.assertEqual(window.output_folder, str(self.output))
 
     def test_the_folder_dialog_opens_above_a_folder_that_is_gone(self) -> None:
@@ -159,7 +154,7 @@ class Dialogs(WindowCase):
                 window = self.open_window()
                 click(window.output_button)
                 window.wait_for_files([beside.name])
-                self.leave_dialog(window)
+                window.leave_dialog()
                 self.close_window(window)
 
     def test_the_programs_folder_is_no_place_beside_the_files(self) -> None:
@@ -171,7 +166,7 @@ class Dialogs(WindowCase):
             places = [label.get_name() for label in labels]
             self.assertIn("Other Locations", places)
             self.assertNotIn(BUILD.name, places)
-            self.leave_dialog(window)
+            window.leave_dialog()
 
     def test_a_relative_output_folder_is_not_taken_for_one_in_the_programs(self) -> None:
         film = make_film(self.movies / "film.mkv", 1)
