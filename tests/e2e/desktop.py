@@ -209,8 +209,10 @@ class DesktopWindow(Vantreo):
         x, y = (self.box.left + self.box.right) / 2, (self.box.top + self.box.bottom) / 2
         return abs(x - screen.get_width() / 2), abs(y - screen.get_height() / 2)
 
-    def press(self, control: Atspi.Accessible, has_worked: Callable[[], object]) -> None:
-        """Clicks the control where the session shows it, until that is seen.
+    def press(
+        self, control: Atspi.Accessible, has_worked: Callable[[], object], clicks: int = CLICKS
+    ) -> None:
+        """Clicks the control where the session shows it, until that is seen, so often at most.
 
         A nested compositor takes the pointer for entering a window only at one of its next
         pictures, and loses a click before. It looks again whenever the pointer moves.
@@ -220,7 +222,7 @@ class DesktopWindow(Vantreo):
         border = (self.box.size[0] - round(parts.size[0] * SCALE)) / 2
         x = self.box.left + border + ((place.left + place.right) / 2 - parts.left) * SCALE
         y = self.box.bottom - border - (parts.bottom - (place.top + place.bottom) / 2) * SCALE
-        for _ in range(CLICKS):
+        for _ in range(clicks):
             xdotool("mousemove", round(x) - 5, round(y))
             click_at(round(x), round(y))
             with contextlib.suppress(NotSeen):

@@ -524,23 +524,23 @@ class Vantreo(Program):
 
         wait_for(is_shown, f"the {page.name} page")
 
+    def entries(self, box: Atspi.Accessible) -> list[Atspi.Accessible]:
+        """The entries of a combo box's list."""
+        return [c for c in descendants(box) if c.get_role() == Atspi.Role.MENU_ITEM]
+
+    def is_open(self, box: Atspi.Accessible) -> bool:
+        """Whether a combo box shows its list."""
+        entry = self.entries(box)[0]
+        entry.clear_cache()
+        return has_state(entry, Atspi.StateType.SHOWING)
+
     def choose(self, box: Atspi.Accessible, name: str) -> None:
         """Opens a combo box with its arrow and presses the entry of that name."""
         area = place_on_screen(box)
         click_at(area.x + area.width - ARROW_PIXELS, area.y + area.height // 2)
-        entry = next(
-            control
-            for control in descendants(box)
-            if control.get_role() == Atspi.Role.MENU_ITEM and control.get_name() == name
-        )
-
-        def is_shown() -> bool:
-            entry.clear_cache()
-            return has_state(entry, Atspi.StateType.SHOWING)
-
-        wait_for(is_shown, f"{name} in the open list")
-        click(entry)
-        wait_for(lambda: not is_shown(), "the end of the list")
+        wait_for(lambda: self.is_open(box), "the open list")
+        click(next(entry for entry in self.entries(box) if entry.get_name() == name))
+        wait_for(lambda: not self.is_open(box), "the end of the list")
 
     def wait_for_status(self, status: str, seconds: float = 15) -> None:
         wait_for(lambda: self.status == status, f'the status "{status}"', seconds)

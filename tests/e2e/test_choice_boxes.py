@@ -41,14 +41,6 @@ class ChoiceBoxes(WindowCase):
         area = place_on_screen(box)
         click_at(area.x + TEXT_PIXELS, area.y + area.height // 2)
 
-    def entries(self, box: Atspi.Accessible) -> list[Atspi.Accessible]:
-        return [c for c in descendants(box) if c.get_role() == Atspi.Role.MENU_ITEM]
-
-    def is_open(self, box: Atspi.Accessible) -> bool:
-        entry = self.entries(box)[0]
-        entry.clear_cache()
-        return has_state(entry, Atspi.StateType.SHOWING)
-
     def text_picture(self, box: Atspi.Accessible) -> bytes:
         area = place_on_screen(box)
         return picture_of(
@@ -63,22 +55,22 @@ class ChoiceBoxes(WindowCase):
         for box in self.boxes(window):
             name = box.get_name()
             self.click_text(box)
-            wait_for(lambda: self.is_open(box), "the list")
+            wait_for(lambda: window.is_open(box), "the list")
             self.click_text(box)
-            wait_for(lambda: not self.is_open(box), "no list")
+            wait_for(lambda: not window.is_open(box), "no list")
             self.assertEqual(box.get_name(), name)
 
     def test_an_entry_is_chosen_after_a_click_on_the_text(self) -> None:
         window = self.open_options()
         self.click_text(window.language_box)
-        wait_for(lambda: self.is_open(window.language_box), "the list")
-        click(next(e for e in self.entries(window.language_box) if e.get_name() == "Italiano"))
+        wait_for(lambda: window.is_open(window.language_box), "the list")
+        click(next(e for e in window.entries(window.language_box) if e.get_name() == "Italiano"))
         wait_for(lambda: window.page_titles[0] == "Converti", "an Italian window")
 
         self.click_text(window.device_box)
-        wait_for(lambda: self.is_open(window.device_box), "the list")
+        wait_for(lambda: window.is_open(window.device_box), "the list")
         press_key("Escape")
-        wait_for(lambda: not self.is_open(window.device_box), "no list")
+        wait_for(lambda: not window.is_open(window.device_box), "no list")
         press_key("Down")
         wait_for(lambda: self.read_settings()["Optimize"] == "1", "the next device")
 
@@ -86,7 +78,7 @@ class ChoiceBoxes(WindowCase):
         window = self.open_window()
         window.open_next_page(Page.OPTIONS)
         press_key("alt+Down")
-        wait_for(lambda: self.is_open(window.language_box), "the list")
+        wait_for(lambda: window.is_open(window.language_box), "the list")
         press_key("Down")
         press_key("Return")
         wait_for(lambda: window.page_titles[0] == "Convertir", "a Spanish window")
@@ -123,9 +115,9 @@ class ChoiceBoxes(WindowCase):
         window.picture()
         self.assertEqual(self.text_picture(second), before)
         self.click_text(second)
-        wait_for(lambda: self.is_open(second), "the list")
+        wait_for(lambda: window.is_open(second), "the list")
         self.click_text(second)
-        wait_for(lambda: not self.is_open(second), "no list")
+        wait_for(lambda: not window.is_open(second), "no list")
         click_at(*middle(window.overwrite_check))
         window.picture()
         self.assertEqual(self.text_picture(second), before)

@@ -17,7 +17,7 @@ from desktop import (
     label_pixels,
     sees_text,
 )
-from driver import Atspi, Program, wait_for
+from driver import Atspi, Page, Program, has_state, press_key, wait_for
 from samples import describe, make_film
 from site_server import SiteServer, http_reply, send_after
 from window_case import WindowCase
@@ -51,6 +51,20 @@ class Desktop(WindowCase):
         )
         self.assertEqual(window.size, SIZE)
         self.assertEqual(window.outside(), [])
+
+
+class ChoiceBoxes(WindowCase):
+    def test_one_click_on_the_text_of_a_box_opens_its_list(self) -> None:
+        window = self.enterContext(DesktopWindow())
+        window.show_page(Page.OPTIONS)
+        for box in window.language_box, window.device_box:
+            # The session then has the pointer in the window, and the box has no focus.
+            check = window.overwrite_check
+            before = has_state(check, Atspi.StateType.CHECKED)
+            window.press(check, lambda: has_state(check, Atspi.StateType.CHECKED) != before)
+            window.press(box, lambda box=box: window.is_open(box), clicks=1)
+            press_key("Escape")
+            wait_for(lambda box=box: not window.is_open(box), "no list")
 
 
 class CheckScreen(WindowCase):
