@@ -86,24 +86,23 @@ class Links(WindowCase):
         self.close_window(window)
         self.assertEqual(len(self.opened_pages()), self.pages_seen)
 
-    def environment_of_donate_page(self, **environment: str) -> dict[str, str]:
-        """What the browser is started with by a German window in that environment."""
+    def assert_browser_gets(self, variable: str, value: str) -> None:
+        """The browser of a German window sees the variable as the window was given it."""
         self.write_settings(Language="Deutsch")
-        window = self.open_window(**environment)
-        window.open_page(Page.ABOUT)
-        click(window.donate_button)
-        self.next_page()
-        self.close_window(window)
-        return self.environment_of_browser()
+        for environment in ({}, {variable: value}):
+            with self.subTest(**environment):
+                window = self.open_window(**environment)
+                window.open_page(Page.ABOUT)
+                click(window.donate_button)
+                self.next_page()
+                self.assertEqual(self.seen_by_browser(variable), environment.get(variable))
+                self.close_window(window)
 
     def test_the_browser_gets_the_users_languages(self) -> None:
-        self.assertNotIn("LANGUAGE", self.environment_of_donate_page())
-        self.assertEqual(self.environment_of_donate_page(LANGUAGE="fr")["LANGUAGE"], "fr")
+        self.assert_browser_gets("LANGUAGE", "fr")
 
     def test_the_browser_gets_the_users_encoding_of_file_names(self) -> None:
-        name = "G_FILENAME_ENCODING"
-        self.assertNotIn(name, self.environment_of_donate_page())
-        self.assertEqual(self.environment_of_donate_page(**{name: "KOI8-R"})[name], "KOI8-R")
+        self.assert_browser_gets("G_FILENAME_ENCODING", "KOI8-R")
 
 
 if __name__ == "__main__":

@@ -61,10 +61,10 @@ class WindowCase(unittest.TestCase):
         """The addresses that the browser has been given in this test."""
         return BROWSER_LOG.read_text().splitlines()
 
-    def environment_of_browser(self) -> dict[str, str]:
-        """The variables that the browser was last started with."""
+    def seen_by_browser(self, variable: str) -> str | None:
+        """That variable of the environment in which the browser was last started; None if unset."""
         variables = BROWSER_ENVIRONMENT.read_text().split("\0")
-        return dict(variable.split("=", 1) for variable in variables if variable)
+        return dict(entry.split("=", 1) for entry in variables if entry).get(variable)
 
     def wait_for_pages(self, count: int) -> list[str]:
         """Waits until the browser has been given that many addresses; returns all."""
