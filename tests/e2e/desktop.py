@@ -91,11 +91,20 @@ def display_rows() -> list[bytes]:
     return [data[start : start + width] for start in range(0, stride * picture.get_height(), stride)]
 
 
+def move_pointer_to_middle() -> None:
+    """By way of the corner, where every compositor agrees with the display.
+
+    weston adds up the pointer's ways, and may have missed where it was at the start.
+    """
+    screen = Gdk.get_default_root_window()
+    xdotool("mousemove", 0, 0)
+    xdotool("mousemove", screen.get_width() // 2, screen.get_height() // 2)
+
+
 @cache
 def empty_desktop() -> list[bytes]:
     """The display without a window. To be called before the first window is opened."""
-    screen = Gdk.get_default_root_window()
-    xdotool("mousemove", screen.get_width() // 2, screen.get_height() // 2)
+    move_pointer_to_middle()
     rows, since = [], 0.0
 
     def is_painted() -> bool:
@@ -123,6 +132,13 @@ def window_box() -> Box | None:
             lefts.append(bright[0])
             rights.append(bright[-1])
     return Box(min(lefts), tops[0], max(rights) + 1, tops[-1] + 1) if tops else None
+
+
+def wait_for_empty_desktop() -> None:
+    """Waits until no window of an earlier program is seen any longer; some fade when they close."""
+    empty_desktop()
+    move_pointer_to_middle()
+    wait_for(lambda: window_box() is None, "a desktop without a window")
 
 
 def find_window() -> Box | None:
@@ -164,7 +180,7 @@ class DesktopWindow(Vantreo):
     """The program in the session that the test runs in."""
 
     def __init__(self, **environment: str) -> None:
-        empty_desktop()
+        wait_for_empty_desktop()
         super().__init__(environment=ENVIRONMENT | environment)
 
     def _wait_until_usable(self) -> None:

@@ -12,10 +12,10 @@ from desktop import (
     SCALE,
     SIZE,
     DesktopWindow,
-    empty_desktop,
     find_window,
     label_pixels,
     sees_text,
+    wait_for_empty_desktop,
 )
 from driver import Atspi, Page, Program, has_state, press_key, wait_for
 from samples import describe, make_film
@@ -75,7 +75,7 @@ class CheckScreen(WindowCase):
         may_answer = threading.Event()
         server = self.enterContext(SiteServer(send_after(may_answer, SAME)))
         self.addCleanup(may_answer.set)
-        empty_desktop()
+        wait_for_empty_desktop()
         environment = {"VANTREO_SITE": server.address}
         program = self.enterContext(Program(environment=ENVIRONMENT | environment))
         wait_for(lambda: server.request_lines, "the request")
