@@ -82,28 +82,28 @@ class Rates(FilmCase):
         )
 
     def phone_film(self, rate: int) -> Path:
-        """Ten minutes in which frames come late or not at all; light and sound begin at 595 s."""
+        """Four minutes in which frames come late or not at all; light and sound begin at 235 s."""
         return self.film(
             "phone.mp4",
             "-f",
             "lavfi",
             "-i",
-            f"color=black:s=64x48:r={rate}:d=600,settb=1/90000,"
-            "drawbox=c=white:t=fill:enable='gte(t,595)',"
-            "select='gt(random(1),0.1)+lt(t,1)+between(t,594.9,595.1)',"
+            f"color=black:s=64x48:r={rate}:d=240,settb=1/90000,"
+            "drawbox=c=white:t=fill:enable='gte(t,235)',"
+            "select='gt(random(1),0.1)+lt(t,1)+between(t,234.9,235.1)',"
             "setpts='PTS+900*random(2)*gt(T,1)'",
             "-f",
             "lavfi",
             "-i",
-            "sine=f=1000:r=44100:d=600,volume=0:enable='lt(t,595)'",
+            "sine=f=1000:r=44100:d=240,volume=0:enable='lt(t,235)'",
             *("-fps_mode", "passthrough", "-enc_time_base", "1:90000"),
             *("-c:v", "libx264", "-preset", "ultrafast", "-c:a", "aac", "-b:a", "32k"),
         )
 
-    def check_ten_minutes(self, rate: int) -> None:
+    def check_four_minutes(self, rate: int) -> None:
         film = self.phone_film(rate)
         report = self.convert(film)
-        self.assertEqual(report.duration[:6], "00:09:" if report.duration < "00:10" else "00:10:")
+        self.assertIn(report.duration, ("00:03:59", "00:04:00"))
         self.assertLess(abs(first_light(film) - first_sound(film)), 0.03)
         self.assertLess(abs(first_light(self.out) - first_sound(self.out)), 0.04)
         before, after = frame_times(film)[-1], frame_times(self.out)[-1]
@@ -111,13 +111,13 @@ class Rates(FilmCase):
         made = f"exactly {rate_of(self.out)}" if report.rate > 29.97 else "its own frame times"
         row(
             SECTION,
-            f"ten minutes of a phone's uneven frames, up to {rate} a second",
+            f"four minutes of a phone's uneven frames, up to {rate} a second",
             f"{made}; picture and sound in step within 40 ms at the end, the length within a frame",
         )
 
-    def test_ten_minutes_of_uneven_frames(self) -> None:
-        self.check_ten_minutes(30)
-        self.check_ten_minutes(60)
+    def test_four_minutes_of_uneven_frames(self) -> None:
+        self.check_four_minutes(30)
+        self.check_four_minutes(60)
 
     def test_a_gap_in_the_sound_stays_a_gap(self) -> None:
         film = self.film(
