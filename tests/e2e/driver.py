@@ -28,7 +28,7 @@ BUILD = Path(os.environ["VANTREO_BUILD"])
 # What starts the program: the launcher of the build, or the command of an installed program.
 LAUNCHER = os.environ.get("VANTREO_COMMAND", BUILD / "bin" / "vantreo")
 DRAG_SOURCE = Path(__file__).with_name("drag_source.py")
-POLL_SECONDS = 0.02
+POLL_SECONDS = 0.04
 # Longer than the toolkit takes to fade a control from one state to another.
 REST_SECONDS = 0.3
 # Longer than the toolkit lets the two clicks of a double click be apart.

@@ -37,11 +37,20 @@ def make_film(
 
 
 def make_long_film(path: Path) -> Path:
-    """Makes a film of four minutes in a second: its conversion takes half a minute or so."""
-    part = make_film(path.with_suffix(".part"), 10, size="1280x720", rate="24000/1001")
+    """Makes a movie of four minutes; `unhurried_ffmpeg` takes half a minute for its conversion."""
+    part = make_film(path.with_suffix(".part"), 10, rate="24000/1001")
     ffmpeg("-stream_loop", 23, "-i", part, "-c", "copy", "-f", "matroska", path)
     part.unlink()
     return path
+
+
+def unhurried_ffmpeg(folder: Path) -> Path:
+    """Writes a program that is the system's ffmpeg, but reads eight seconds of a movie a second: a
+    long conversion leaves the processor to other tests."""
+    program = folder / "unhurried"
+    program.write_text('#!/bin/sh\nexec ffmpeg -readrate 8 "$@"\n')
+    program.chmod(0o755)
+    return program
 
 
 def describe(path: Path) -> str:

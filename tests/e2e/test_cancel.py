@@ -18,7 +18,7 @@ class Cancel(WindowCase):
     def open_running(self) -> Vantreo:
         """The window in the midst of a conversion that lasts much longer than any test."""
         film = make_long_film(self.movies / "film.mkv")
-        window = self.open_window()
+        window = self.open_window(**self.unhurried())
         window.drop([film], window.movie_list)
         window.press_convert()
         wait_for(lambda: window.gauge > 0, "progress")

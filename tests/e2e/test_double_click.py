@@ -47,7 +47,7 @@ class DoubleClick(WindowCase):
         cls.long_film = make_long_film(folder / "film.mkv")
 
     def open_with_film(self, long: bool = False) -> Vantreo:
-        window = self.open_window()
+        window = self.open_window(**self.unhurried())
         film = self.long_film if long else make_film(self.movies / "film.mkv", 2)
         window.drop([film], window.movie_list)
         return window

@@ -51,7 +51,7 @@ def watch(window: Vantreo) -> list[Shown]:
 class Progress(WindowCase):
     def test_percent_and_times_move_once_a_second(self) -> None:
         film = make_long_film(self.movies / "film.mkv")
-        window = self.open_window()
+        window = self.open_window(**self.unhurried())
         window.drop([film], window.movie_list)
         shown = watch(window)
 

@@ -128,7 +128,7 @@ class ToolkitTexts(WindowCase):
         for language in "Deutsch", "русский язык":
             with self.subTest(language):
                 self.write_settings(Language=language)
-                window = self.open_on_system("fr_FR.UTF-8")
+                window = self.open_on_system("fr_FR.UTF-8", **self.unhurried())
                 window.drop([film], window.movie_list)
                 window.press_convert()
                 wait_for(lambda: window.gauge > 0, "progress")

@@ -8,6 +8,7 @@ import unittest
 from pathlib import Path
 
 from driver import Program, Vantreo, wait_for
+from samples import unhurried_ffmpeg
 
 SETTINGS = Path(os.environ["XDG_CONFIG_HOME"]) / "Vantreo.ini"
 BROWSER_LOG = Path(os.environ["BROWSER_LOG"])
@@ -52,6 +53,10 @@ class WindowCase(unittest.TestCase):
     def open_window(self, folder: Path | None = None, **environment: str) -> Vantreo:
         """Starts the program in `folder`, or the current one; it ends with the test."""
         return self.enterContext(Vantreo(folder, environment))
+
+    def unhurried(self) -> dict[str, str]:
+        """The environment in which a long movie is converted slowly and at little expense."""
+        return {"VANTREO_FFMPEG": str(unhurried_ffmpeg(self.movies.parent))}
 
     def close_window(self, window: Program) -> None:
         window.close()
