@@ -3,6 +3,7 @@
 #include "files.h"
 #include "filter_chain.h"
 #include "h264_level.h"
+#include "sound_chain.h"
 
 namespace bundle {
 
@@ -46,8 +47,8 @@ std::string stream(int index) {
 
 std::vector<std::string> encoder_arguments(const TranscodeRequest& request, const Film& film,
                                            const std::string& output, bool has_zscale) {
-    std::vector<std::string> arguments{"-i", file_url(request.input), "-map",
-                                       stream(film.video.index)};
+    std::vector<std::string> arguments = film.input_options;
+    append(arguments, {"-i", file_url(request.input), "-map", stream(film.video.index)});
     if (film.audio) {
         append(arguments, {"-map", stream(film.audio->index)});
         append(arguments, request.audio);

@@ -6,6 +6,7 @@
 
 #include "film_duration.h"
 #include "json_reading.h"
+#include "programmes.h"
 #include "stream_choice.h"
 
 namespace bundle {
@@ -54,8 +55,12 @@ VideoStream video_from(const json& stream) {
 }
 
 AudioStream audio_from(const json& stream) {
-    return {whole(stream, "index"), text(stream, "codec_name"), whole(stream, "sample_rate"),
-            whole(stream, "channels"), !text(stream, "channel_layout").empty()};
+    return {whole(stream, "index"),
+            text(stream, "codec_name"),
+            whole(stream, "sample_rate"),
+            whole(stream, "channels"),
+            !text(stream, "channel_layout").empty(),
+            whole(stream, "has_jittery_times") != 0};
 }
 
 /// ffprobe knows the format of a decoded picture or sound only where there is a decoder.
@@ -97,19 +102,22 @@ StreamFacts facts_of(const json& probed, const json& stream, const std::set<int>
     facts.is_still = is_still(disposition);
     facts.packets_seen = packets_seen(probed, facts.index);
     facts.pixels = std::int64_t{whole(stream, "width")} * whole(stream, "height");
+    facts.sound = sound_kind(disposition);
     return facts;
 }
 
-/// The streams of one kind, side by side with the facts for the choice between them.
+/// The streams of one kind without the foreign ones, side by side with the facts for the choice
+/// between them.
 struct Candidates {
     std::vector<const json*> streams;
     std::vector<StreamFacts> facts;
 };
 
-Candidates candidates(const json& probed, const char* kind, const std::set<int>& unusable) {
+Candidates candidates(const json& probed, const char* kind, const std::set<int>& unusable,
+                      const std::set<int>& foreign = {}) {
     Candidates found;
     for (const json& stream : member(probed, "streams")) {
-        if (text(stream, "codec_type") == kind) {
+        if (text(stream, "codec_type") == kind && !foreign.contains(whole(stream, "index"))) {
             found.streams.push_back(&stream);
             found.facts.push_back(facts_of(probed, stream, unusable));
         }
@@ -120,11 +128,14 @@ Candidates candidates(const json& probed, const char* kind, const std::set<int>&
 }  // namespace
 
 const char* const kFilmEntries =
-    "format=duration,start_time,bit_rate:stream=index,codec_type,codec_name,pix_fmt,width,height,"
+    "format=format_name,duration,start_time,bit_rate:stream=index,codec_type,codec_name,pix_fmt,"
+    "width,height,"
     "sample_aspect_ratio,color_range,color_space,color_transfer,color_primaries,avg_frame_rate,"
     "r_frame_rate,time_base,start_time,duration,sample_fmt,sample_rate,channels,channel_layout:"
-    "stream_disposition=default,attached_pic,timed_thumbnails,still_image:"
-    "stream_tags=DURATION,DURATION-eng:stream_side_data=rotation:packet=stream_index";
+    "stream_disposition=default,attached_pic,timed_thumbnails,still_image,dub,comment,karaoke,"
+    "hearing_impaired,visual_impaired,clean_effects,descriptions:program_stream=index:"
+    "stream_tags=DURATION,DURATION-eng:stream_side_data=rotation:"
+    "packet=stream_index,pts_time,duration_time";
 
 Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     const Candidates pictures = candidates(probed, "video", unusable);
@@ -139,10 +150,12 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     film.bit_rate = parse_integer(text(format, "bit_rate"));
     film.video = video_from(stream);
     film.video.may_be_one_frame = may_be_one_frame(pictures.facts[*picture]);
-    const Candidates sounds = candidates(probed, "audio", unusable);
+    const Candidates sounds = candidates(probed, "audio", unusable,
+                                         streams_of_other_programmes(probed, film.video.index));
     if (const auto sound = choose_sound(sounds.facts)) {
         film.audio = audio_from(*sounds.streams[*sound]);
     }
+    film.input_options = input_options(probed);
     set_duration(film, probed);
     film.has_lost_sound = !film.audio && !sounds.streams.empty();
     return film;

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "colour.h"
+#include "input_options.h"
 #include "numbers.h"
 #include "picture_geometry.h"
 #include "result.h"
@@ -33,7 +34,8 @@ struct AudioStream {
     std::string codec;
     int sample_rate = 0;  ///< Hz
     int channels = 0;
-    bool has_layout = true;  ///< it is known which channel is which speaker
+    bool has_layout = true;          ///< it is known which channel is which speaker
+    bool has_jittery_times = false;  ///< see `mark_jittery_streams`
 };
 
 /// What is known about a film before it is converted.
@@ -45,6 +47,7 @@ struct Film {
     VideoStream video;
     std::optional<AudioStream> audio;
     bool has_lost_sound = false;  ///< it holds sound, but none that can be decoded
+    InputOptions input_options;   ///< with which it was probed
 };
 
 /// What `film_from` reads, as ffprobe's `-show_entries` takes it.

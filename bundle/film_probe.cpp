@@ -8,7 +8,9 @@
 #include "ffprobe.h"
 #include "film_length.h"
 #include "json_reading.h"
+#include "packet_times.h"
 #include "probe_memory.h"
+#include "source_check.h"
 
 namespace bundle {
 
@@ -23,10 +25,17 @@ const char* const kSample = "%+#400";
 // Headers are not exact.
 constexpr double kToleratedSeconds = 2;
 
+Words joined(Words words, const Words& more) {
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
+
 /// Looks for a second packet through the whole file, if need be.
-Result<bool> is_one_frame(const std::string& path, int index, const StopSignals& stop) {
+Result<bool> is_one_frame(const std::string& path, const InputOptions& options, int index,
+                          const StopSignals& stop) {
     const Words first_two{"-select_streams", std::to_string(index), "-read_intervals", "%+#2"};
-    const auto answer = probe_entries(path, "packet=stream_index", stop, first_two);
+    const auto answer =
+        probe_entries(path, "packet=stream_index", stop, joined(options, first_two));
     if (!answer) {
         return answer.failure();
     }
@@ -44,7 +53,7 @@ Result<Film> moving_film(const std::string& path, const json& probed, std::set<i
         if (!film->video.may_be_one_frame) {
             return film;
         }
-        const auto one_frame = is_one_frame(path, film->video.index, stop);
+        const auto one_frame = is_one_frame(path, film->input_options, film->video.index, stop);
         if (!one_frame) {
             return one_frame.failure();
         }
@@ -86,8 +95,29 @@ json in_short(json probed) {
     return probed;
 }
 
+Result<json> ask_with(const std::string& path, const InputOptions& options,
+                      const StopSignals& stop) {
+    auto probed =
+        probe_entries(path, kFilmEntries, stop, joined(options, {"-read_intervals", kSample}));
+    if (probed) {
+        mark_jittery_streams(*probed);
+        keep_input_options(*probed, options);
+    }
+    return probed;
+}
+
 Result<json> ask(const std::string& path, const StopSignals& stop) {
-    return probe_entries(path, kFilmEntries, stop, {"-read_intervals", kSample});
+    if (auto failure = check_source(path, stop)) {
+        return *failure;
+    }
+    const InputOptions options = options_by_head(read_head(path));
+    auto probed = ask_with(path, options, stop);
+    if (probed && sound_may_begin_later(*probed)) {
+        if (auto farther = ask_with(path, look_far(options), stop)) {
+            return farther;
+        }
+    }
+    return probed;
 }
 
 }  // namespace

@@ -33,10 +33,4 @@ std::string picture_filters(const TranscodeRequest& request, const VideoStream& 
     return filters + plan.filters + ",format=yuv420p,setsar=1," + setparams(plan.result);
 }
 
-std::string sound_filters(const AudioStream& audio) {
-    const std::string first_two =
-        audio.channels > 2 && !audio.has_layout ? "pan=stereo|c0=c0|c1=c1," : "";
-    return first_two + "aresample=async=1";
-}
-
 }  // namespace bundle

@@ -13,8 +13,4 @@ namespace bundle {
 std::string picture_filters(const TranscodeRequest& request, const VideoStream& video,
                             bool has_zscale);
 
-/// What keeps the sound in step with the picture, as ffmpeg's "-af" takes it: gaps become silence,
-/// and speakers that nobody named become the first two.
-std::string sound_filters(const AudioStream& audio);
-
 }  // namespace bundle

@@ -35,9 +35,10 @@ bool is_discarded(const json& packet) {
 }
 
 /// The audio streams of which the first `packets` in all give nothing.
-std::set<int> silent_at_first(const std::string& path, int packets, const StopSignals& stop) {
-    const std::vector<std::string> sample{"-select_streams", "a", "-read_intervals",
-                                          "%+#" + std::to_string(packets)};
+std::set<int> silent_at_first(const std::string& path, InputOptions sample, int packets,
+                              const StopSignals& stop) {
+    sample.insert(sample.end(),
+                  {"-select_streams", "a", "-read_intervals", "%+#" + std::to_string(packets)});
     const auto answer =
         probe_entries(path, "packet=stream_index,flags:frame=stream_index", stop, sample);
     std::map<int, Decoding> streams;
@@ -59,10 +60,11 @@ std::set<int> silent_at_first(const std::string& path, int packets, const StopSi
 }
 
 /// The audio streams that cannot be decoded though there is a decoder.
-std::set<int> silent_streams(const std::string& path, int count, const StopSignals& stop) {
+std::set<int> silent_streams(const std::string& path, const InputOptions& options, int count,
+                             const StopSignals& stop) {
     std::set<int> silent;
     for (const int sample : kSoundSamples) {
-        silent = silent_at_first(path, sample * count, stop);
+        silent = silent_at_first(path, options, sample * count, stop);
         if (silent.empty()) {
             break;
         }
@@ -81,11 +83,14 @@ int count_sounds(const json& probed) {
 }  // namespace
 
 Listening::Listening(std::string path, const json& probed, const StopSignals& stop)
-    : path_(std::move(path)), sounds_(count_sounds(probed)), stop_(stop) {}
+    : path_(std::move(path)),
+      options_(input_options(probed)),
+      sounds_(count_sounds(probed)),
+      stop_(stop) {}
 
 void Listening::listen() {
     if (sounds_ > 0) {
-        silent_ = silent_streams(path_, std::exchange(sounds_, 0), stop_);
+        silent_ = silent_streams(path_, options_, std::exchange(sounds_, 0), stop_);
     }
 }
 

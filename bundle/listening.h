@@ -10,8 +10,8 @@
 namespace bundle {
 
 /// Finds out which sounds of a film are damaged or enciphered, so that nothing of them can be
-/// decoded though there is a decoder. That takes a start of ffprobe, and another one where the first
-/// finds such a sound, so it waits for a reason.
+/// decoded though there is a decoder. That takes a start of ffprobe, and another one where the
+/// first finds such a sound, so it waits for a reason.
 class Listening {
   public:
     /// The film in the file `path`, of which ffprobe told `probed`.
@@ -31,6 +31,7 @@ class Listening {
 
   private:
     std::string path_;
+    InputOptions options_;
     int sounds_;  ///< still to be listened to
     const StopSignals& stop_;
     std::set<int> silent_;

@@ -36,7 +36,7 @@ std::optional<std::size_t> choose_picture(const std::vector<StreamFacts>& stream
 std::optional<std::size_t> choose_sound(const std::vector<StreamFacts>& streams) {
     return best(
         streams, [](const StreamFacts& stream) { return stream.decodable; },
-        [](const StreamFacts& stream) { return stream.is_default; });
+        [](const StreamFacts& stream) { return std::tuple(stream.sound, stream.is_default); });
 }
 
 }  // namespace bundle

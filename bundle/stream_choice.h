@@ -4,6 +4,8 @@
 #include <optional>
 #include <vector>
 
+#include "sound_kind.h"
+
 namespace bundle {
 
 /// What the choice of a stream rests on.
@@ -14,6 +16,7 @@ struct StreamFacts {
     bool is_still = false;            ///< a cover, a thumbnail or another still picture
     std::optional<int> packets_seen;  ///< in the sample of the file's beginning; empty: no sample
     std::int64_t pixels = 0;          ///< of a frame; 0 for sound
+    SoundKind sound = SoundKind::kDialogue;  ///< of a sound
 };
 
 /// True when the sample shows at most one frame of the stream: a picture, or a film that begins
@@ -25,8 +28,8 @@ bool may_be_one_frame(const StreamFacts& stream);
 /// the first. Empty when there is none.
 std::optional<std::size_t> choose_picture(const std::vector<StreamFacts>& streams);
 
-/// The place in the list of the sound among audio streams: the first default one that can be
-/// decoded, else the first one that can. Empty when there is none.
+/// The place in the list of the sound among audio streams, of those that can be decoded: of the
+/// best kind, the default one first, then the first. Empty when there is none.
 std::optional<std::size_t> choose_sound(const std::vector<StreamFacts>& streams);
 
 }  // namespace bundle

@@ -46,7 +46,8 @@ TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
     EXPECT_EQ(
         joined(arguments),
         "-i file:-lead: in.avi -map 0:0 -map 0:1 -c:a aac -b:a 128k -ac 2 -ar 44100 "
-        "-af aresample=async=1 "
+        "-af aformat=sample_fmts=fltp:channel_layouts=mono|stereo,pan=stereo|FL=FL+FC|FR=FR+FC,"
+        "aresample=async=50:min_comp=0.01:min_hard_comp=0.015 "
         "-c:v libx264 -profile:v baseline -pix_fmt yuv420p -coder 0 -flags:v +loop "
         "-cmp +chroma -partitions +parti8x8+parti4x4+partp8x8+partb8x8 -motion-est hex "
         "-subq 6 -me_range 16 -g 250 -keyint_min 25 -sc_threshold 40 -i_qfactor 0.71 "

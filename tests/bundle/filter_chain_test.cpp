@@ -42,15 +42,5 @@ TEST(FilterChain, LeavesOutTheDeinterlacerWhereItDoesNotWork) {
     }
 }
 
-TEST(FilterChain, FillsGapsInTheSound) {
-    EXPECT_EQ(sound_filters({1, "ac3", 48000, 6, true}), "aresample=async=1");
-    EXPECT_EQ(sound_filters({1, "pcm_s16le", 48000, 2, false}), "aresample=async=1");
-}
-
-TEST(FilterChain, TakesTheFirstTwoOfUnnamedSpeakers) {
-    EXPECT_EQ(sound_filters({1, "pcm_s16le", 48000, 9, false}),
-              "pan=stereo|c0=c0|c1=c1,aresample=async=1");
-}
-
 }  // namespace
 }  // namespace bundle

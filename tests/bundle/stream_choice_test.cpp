@@ -69,5 +69,16 @@ TEST(StreamChoice, TakesTheDefaultSoundElseTheFirstThatCanBeDecoded) {
     EXPECT_EQ(choose_sound({undecodable(sound)}), std::nullopt);
 }
 
+TEST(StreamChoice, TakesTheBestKindOfSoundAndOfEqualsTheDefaultOne) {
+    StreamFacts comment = default_picture();
+    comment.sound = SoundKind::kAside;
+    StreamFacts dubbed = default_picture();
+    dubbed.sound = SoundKind::kDubbed;
+    EXPECT_EQ(choose_sound({comment, StreamFacts(), default_picture()}), 2U);
+    EXPECT_EQ(choose_sound({comment, dubbed, StreamFacts()}), 2U);
+    EXPECT_EQ(choose_sound({comment, dubbed, undecodable(StreamFacts())}), 1U);
+    EXPECT_EQ(choose_sound({comment}), 0U);
+}
+
 }  // namespace
 }  // namespace bundle

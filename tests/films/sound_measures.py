@@ -1,0 +1,88 @@
+"""What can be heard in a film: how loud each tone is on each side, and where a tone is torn."""
+
+import math
+import re
+import subprocess
+from array import array
+from pathlib import Path
+
+from film_case import DEADLINE
+
+RATE = 8000
+
+
+def samples(path: Path, rate: int, *options: str) -> array:
+    """The decoded samples of the first sound, from -1 to 1."""
+    done = subprocess.run(
+        ["ffmpeg", "-nostdin", "-v", "error", "-i", path, "-map", "0:a:0", *options]
+        + ["-ar", str(rate), "-f", "f32le", "-"],
+        stdout=subprocess.PIPE,
+        check=True,
+        timeout=DEADLINE,
+    )
+    return array("f", done.stdout)
+
+
+def level(wave: array, pitch: int) -> float:
+    """The amplitude of one tone in samples of a whole number of its waves."""
+    angle = 2 * math.pi * pitch / RATE
+    real = sum(value * math.cos(angle * at) for at, value in enumerate(wave))
+    imaginary = sum(value * math.sin(angle * at) for at, value in enumerate(wave))
+    return 2 * math.hypot(real, imaginary) / len(wave)
+
+
+def levels(path: Path, *pitches: int) -> list[list[float]]:
+    """The amplitudes of these tones, each some hundreds of Hz, on the left and on the right, in the
+    middle of a film of a second."""
+    both = samples(path, RATE, "-ac", "2")
+    return [
+        [level(both[side + RATE // 2 : side + RATE : 2], pitch) for pitch in pitches]
+        for side in (0, 1)
+    ]
+
+
+def tears(path: Path, pitch: int) -> int:
+    """How many waves of a pure tone that lasts through all of a film are not as long as the others,
+    within 5 %."""
+    rate = 44100
+    wave = samples(path, rate, "-ac", "1")
+    wave = wave[rate // 10 : -rate // 10]
+    crossings = [
+        at + a / (a - b) for at, (a, b) in enumerate(zip(wave, wave[1:])) if a < 0 <= b
+    ]
+    lengths = [(b - a) * pitch / rate for a, b in zip(crossings, crossings[1:])]
+    return sum(abs(length - 1) > 0.05 for length in lengths)
+
+
+def flashes(path: Path) -> list[float]:
+    """When a black picture turns white, in seconds."""
+    filters = "signalstats,metadata=print:key=lavfi.signalstats.YAVG:file=-"
+    found, time, was_light = [], 0.0, False
+    for line in _told(path, "-an", "-vf", filters):
+        if match := re.search(r"pts_time:([0-9.]+)", line):
+            time = float(match[1])
+        if match := re.search(r"YAVG=([0-9.]+)", line):
+            is_light = float(match[1]) > 128
+            if is_light and not was_light:
+                found.append(time)
+            was_light = is_light
+    return found
+
+
+def beeps(path: Path) -> list[float]:
+    """When silence of a fifth of a second or more ends, in seconds; that at the end of a film does
+    not count."""
+    lines = _told(path, "-vn", "-af", "silencedetect=n=-30dB:d=0.2")
+    matches = [re.search(r"silence_end: ([0-9.]+)", line) for line in lines]
+    return [float(match[1]) for match in matches if match][:-1]
+
+
+def _told(path: Path, *options: str) -> list[str]:
+    done = subprocess.run(
+        ["ffmpeg", "-nostdin", "-hide_banner", "-i", path, *options, "-f", "null", "-"],
+        stdout=subprocess.PIPE,
+        stderr=subprocess.STDOUT,
+        check=True,
+        timeout=DEADLINE,
+    )
+    return done.stdout.decode().splitlines()

@@ -1,0 +1,84 @@
+"""Every channel that has a place in stereo is heard there, as loud as it is meant."""
+
+import math
+
+from film_case import FilmCase, Path, picture
+from sound_measures import levels
+from table import row
+
+SECTION = "The film that comes in"
+PITCHES = (300, 500, 700, 900, 1100, 1300, 1500, 1700)
+HEARD = 0.02
+
+
+def numbers(amplitudes: list[float]) -> str:
+    """The numbers of the channels that are heard."""
+    return ", ".join(str(at + 1) for at, value in enumerate(amplitudes) if value > HEARD)
+
+
+class SoundLevels(FilmCase):
+    def tones(self, channels: int, loudness: float = 0.1) -> Path:
+        """A second of bare samples, a tone of its own in each channel."""
+        waves = "|".join(f"{loudness}*sin({pitch}*2*PI*t)" for pitch in PITCHES[:channels])
+        source = ("-f", "lavfi", "-i", f"aevalsrc={waves}:s=48000:d=1")
+        return self.film("tones.raw", *source, "-f", "s16le")
+
+    def convert_tones(self, name: str, channels: int, *codec: object, **more: float) -> None:
+        """Converts a film of so many channels; nobody names them where `codec` does not."""
+        raw = self.tones(channels, **more)
+        options = codec or ("-c:a", "pcm_s16le")
+        film = self.film(
+            name,
+            *(*picture(1, "64x48", 5), "-guess_layout_max", len(codec) * 8),
+            *("-f", "s16le", "-ar", 48000, "-ac", channels, "-i", raw),
+            *("-c:v", "mpeg4", *options),
+        )
+        self.convert(film)
+
+    def check_unnamed(self, name: str, channels: int, left: str, right: str) -> None:
+        self.convert_tones(name, channels)
+        heard = [numbers(side) for side in levels(self.out, *PITCHES[:channels])]
+        self.assertEqual(heard, [left, right])
+        kind = name.rpartition(".")[2].upper()
+        case = f"{channels} channels without names in {kind}"
+        row(SECTION, case, f"left: {heard[0]}; right: {heard[1]}")
+
+    def test_channels_without_names_are_mixed_in_the_usual_order(self) -> None:
+        self.check_unnamed("film.mkv", 3, "1", "2")
+        self.check_unnamed("film.mkv", 4, "1, 3, 4", "2, 3, 4")
+        self.check_unnamed("film.mkv", 6, "1, 3, 5", "2, 3, 6")
+        self.check_unnamed("film.mov", 6, "1, 3, 5", "2, 3, 6")
+        self.check_unnamed("film.mkv", 8, "1, 3, 5, 7", "2, 3, 6, 8")
+
+    def check_level(self, case: str, name: str, channels: int, *codec: object) -> None:
+        self.convert_tones(name, channels, *codec, loudness=0.4)
+        found = [max(side) for side in levels(self.out, *PITCHES[:channels])]
+        for side in found:
+            self.assertLess(abs(20 * math.log10(side / 0.4)), 0.5)
+        row(SECTION, f"loudness: {case}", "as in the source on both sides, within 0.5 dB")
+
+    def test_mono_and_stereo_keep_their_loudness(self) -> None:
+        for case, name, channels, codec in (
+            ("mono PCM in MOV", "film.mov", 1, "pcm_s16le"),
+            ("mono AAC in MP4", "film.mp4", 1, "aac"),
+            ("stereo PCM in MOV", "film.mov", 2, "pcm_s16le"),
+        ):
+            self.check_level(case, name, channels, "-c:a", codec, "-b:a", "128k")
+
+    def test_surround_keeps_its_front_and_has_the_rest_3_db_lower(self) -> None:
+        self.convert_tones("film.mkv", 6, "-c:a", "ac3", "-b:a", "448k", loudness=0.2)
+        left, right = levels(self.out, *PITCHES[:6])
+        for found, expected in (
+            (left, [0.2, 0, 0.1414, 0, 0.1414, 0]),
+            (right, [0, 0.2, 0.1414, 0, 0, 0.1414]),
+        ):
+            for value, wanted in zip(found, expected):
+                self.assertAlmostEqual(value, wanted, delta=0.005)
+        outcome = "front as in the source; centre and surround 3 dB lower; no bass channel"
+        row(SECTION, "loudness: 5.1 in AC-3", outcome)
+
+
+if __name__ == "__main__":
+    import unittest
+
+    unittest.main()

@@ -1,0 +1,91 @@
+"""Sound stays in step with the picture, and is torn only where some of it is missing."""
+
+from film_case import FilmCase, Path, picture
+from sound_measures import beeps, flashes, tears
+from table import row
+
+SECTION = "The film that comes in"
+IN_STEP = 0.04
+
+
+def small_picture(seconds: float) -> list[str]:
+    return picture(seconds, "64x48", 5)
+
+
+def pure_tone(seconds: float, rate: int = 44100) -> list[str]:
+    return ["-f", "lavfi", "-i", f"aevalsrc=sin(1000*2*PI*t)/4:s={rate}:d={seconds}"]
+
+
+class SoundTimes(FilmCase):
+    def signals(self, name: str, seconds: int, *options: object) -> Path:
+        """A film that is black and silent but for a flash and a beep every two seconds."""
+        light = "drawbox=c=white:t=fill:enable='gte(t,1.9)*lt(mod(t+0.001,2),0.2)'"
+        sound = "if(gte(t,1.9)*lt(mod(t,2),0.1),sin(1000*2*PI*t)/2,0)"
+        return self.film(
+            name,
+            *("-f", "lavfi", "-i", f"color=black:s=64x48:r=25:d={seconds},{light}"),
+            *("-f", "lavfi", "-i", f"aevalsrc='{sound}':s=48000:d={seconds}"),
+            *("-c:v", "mpeg4", *options),
+        )
+
+    def without_packets(self, film: Path, name: str, lost: str) -> Path:
+        """The film without the sound packets whose number n is `lost`."""
+        drop = f"noise=drop='{lost}'"
+        return self.film(name, "-i", film, "-map", 0, "-c", "copy", "-bsf:a", drop)
+
+    def check_step(self, case: str, film: Path, count: int) -> None:
+        self.convert(film)
+        seen, heard = flashes(self.out), beeps(self.out)
+        self.assertEqual((len(seen), len(heard)), (count, count))
+        for light, sound in zip(seen, heard):
+            self.assertAlmostEqual(light, sound, delta=IN_STEP)
+        row(SECTION, case, f"{count} flashes and beeps in step within 40 ms")
+
+    def test_each_small_gap_is_filled(self) -> None:
+        for codec, container in (("aac", "ts"), ("libopus", "mkv")):
+            film = self.signals(f"film.{container}", 7, "-c:a", codec)
+            cut = self.without_packets(film, f"cut.{container}", "eq(mod(n,25),12)")
+            case = f"a packet of {codec.removeprefix('lib')} lost each half second or so"
+            self.check_step(f"{case}, {container.upper()}", cut, 3)
+
+    def check_whole(self, case: str, film: Path) -> None:
+        self.convert(film)
+        self.assertEqual(tears(film, 1000), 0)
+        self.assertEqual(tears(self.out, 1000), 0)
+        row(SECTION, case, "a pure tone stays whole")
+
+    def test_rounded_times_tear_nothing(self) -> None:
+        for name, video, audio in (
+            ("film.flv", "flv1", "aac"),
+            ("film.wmv", "wmv2", "wmav2"),
+            ("film.avi", "mpeg4", "libmp3lame"),
+        ):
+            film = self.film(
+                name, *small_picture(5), *pure_tone(5), "-c:v", video, "-c:a", audio
+            )
+            kind = name.rpartition(".")[2].upper()
+            self.check_whole(f"rounded times of {audio.removeprefix('lib')} in {kind}", film)
+
+    def test_jittery_times_tear_nothing(self) -> None:
+        steady = self.film(
+            "steady.mkv", *small_picture(5), *pure_tone(5), "-c:v", "mpeg4", "-c:a", "aac"
+        )
+        jitter = "setts=ts='TS+15*(2*random(1)-1)'"
+        film = self.film(
+            "film.mkv", "-i", steady, "-map", 0, "-c", "copy", "-bsf:a", jitter
+        )
+        self.check_whole("sound packets up to 15 ms early or late", film)
+
+    def test_a_drifting_clock_tears_nothing(self) -> None:
+        steady = self.film(
+            "steady.mkv", *small_picture(20), *pure_tone(20, 48000), "-c:v", "mpeg4", "-c:a", "ac3"
+        )
+        drift = "setts=ts=TS*1.001"
+        film = self.film("film.mkv", "-i", steady, "-map", 0, "-c", "copy", "-bsf:a", drift)
+        self.check_whole("20 s of sound that drifts by 20 ms", film)
+
+
+if __name__ == "__main__":
+    import unittest
+
+    unittest.main()
