@@ -50,9 +50,9 @@ std::vector<std::string> encoder_arguments(const TranscodeRequest& request, cons
     std::vector<std::string> arguments = film.input_options;
     append(arguments, {"-i", file_url(request.input), "-map", stream(film.video.index)});
     if (film.audio) {
-        append(arguments, {"-map", stream(film.audio->index)});
+        const auto source = sound_source(*film.audio);
+        arguments.insert(arguments.end(), source.begin(), source.end());
         append(arguments, request.audio);
-        append(arguments, {"-af", sound_filters(*film.audio)});
     }
     append(arguments, {"-c:v", "libx264", "-profile:v", "baseline", "-pix_fmt", "yuv420p"});
     append(arguments, request.video);

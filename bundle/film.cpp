@@ -7,6 +7,7 @@
 #include "film_duration.h"
 #include "json_reading.h"
 #include "programmes.h"
+#include "stereo_pair.h"
 #include "stream_choice.h"
 
 namespace bundle {
@@ -125,6 +126,15 @@ Candidates candidates(const json& probed, const char* kind, const std::set<int>&
     return found;
 }
 
+/// The second of two sounds that can be decoded and are two sides of one.
+std::optional<int> right_side(const json& format, const Candidates& sounds) {
+    if (sounds.streams.size() == 2 && sounds.facts[0].decodable && sounds.facts[1].decodable &&
+        are_two_sides(format, *sounds.streams[0], *sounds.streams[1])) {
+        return sounds.facts[1].index;
+    }
+    return std::nullopt;
+}
+
 }  // namespace
 
 const char* const kFilmEntries =
@@ -134,7 +144,7 @@ const char* const kFilmEntries =
     "r_frame_rate,time_base,start_time,duration,sample_fmt,sample_rate,channels,channel_layout:"
     "stream_disposition=default,attached_pic,timed_thumbnails,still_image,dub,comment,karaoke,"
     "hearing_impaired,visual_impaired,clean_effects,descriptions:program_stream=index:"
-    "stream_tags=DURATION,DURATION-eng:stream_side_data=rotation:"
+    "stream_tags=language,title,DURATION,DURATION-eng:stream_side_data=rotation:"
     "packet=stream_index,pts_time,duration_time";
 
 Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
@@ -154,6 +164,7 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
                                          streams_of_other_programmes(probed, film.video.index));
     if (const auto sound = choose_sound(sounds.facts)) {
         film.audio = audio_from(*sounds.streams[*sound]);
+        film.audio->right = right_side(format, sounds);
     }
     film.input_options = input_options(probed);
     set_duration(film, probed);

@@ -27,11 +27,27 @@ bool has_unknown_order(const AudioStream& audio) {
     return audio.channels > kMostOrderedChannels && !audio.has_layout;
 }
 
+/// A mono stream as a part of ffmpeg's "-filter_complex", whatever speaker it is meant for.
+std::string one_side(const std::string& stream, const std::string& name) {
+    return "[" + stream + "]pan=mono|c0=c0," + kFillGaps + name + ";";
+}
+
 }  // namespace
 
 std::string sound_filters(const AudioStream& audio) {
     return std::string(has_unknown_order(audio) ? kFirstTwo : kStereo) +
            (audio.has_jittery_times ? kFillLargeGaps : kFillGaps);
+}
+
+std::vector<std::string> sound_source(const AudioStream& audio) {
+    const std::string stream = "0:" + std::to_string(audio.index);
+    if (!audio.right) {
+        return {"-map", stream, "-af", sound_filters(audio)};
+    }
+    return {"-filter_complex",
+            one_side(stream, "[left]") + one_side("0:" + std::to_string(*audio.right), "[right]") +
+                "[left][right]join=inputs=2:channel_layout=stereo:map=0.0-FL|1.0-FR[sound]",
+            "-map", "[sound]"};
 }
 
 }  // namespace bundle

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "film.h"
 
@@ -11,5 +12,9 @@ namespace bundle {
 /// mixed in ffmpeg's usual order of so many, and of any other number the first two are taken. A gap
 /// becomes silence where it is, unless the times are too jittery to tell a small one.
 std::string sound_filters(const AudioStream& audio);
+
+/// Where ffmpeg finds the sound and what it does with it, as options of its output: the stream
+/// through `sound_filters`, or two streams as the two sides.
+std::vector<std::string> sound_source(const AudioStream& audio);
 
 }  // namespace bundle

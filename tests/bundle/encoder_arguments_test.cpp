@@ -45,9 +45,10 @@ TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
                                              "/out/private", true);
     EXPECT_EQ(
         joined(arguments),
-        "-i file:-lead: in.avi -map 0:0 -map 0:1 -c:a aac -b:a 128k -ac 2 -ar 44100 "
+        "-i file:-lead: in.avi -map 0:0 -map 0:1 "
         "-af aformat=sample_fmts=fltp:channel_layouts=mono|stereo,pan=stereo|FL=FL+FC|FR=FR+FC,"
         "aresample=async=50:min_comp=0.01:min_hard_comp=0.015 "
+        "-c:a aac -b:a 128k -ac 2 -ar 44100 "
         "-c:v libx264 -profile:v baseline -pix_fmt yuv420p -coder 0 -flags:v +loop "
         "-cmp +chroma -partitions +parti8x8+parti4x4+partp8x8+partb8x8 -motion-est hex "
         "-subq 6 -me_range 16 -g 250 -keyint_min 25 -sc_threshold 40 -i_qfactor 0.71 "
@@ -62,7 +63,7 @@ TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
 TEST(EncoderArguments, TakeTheStreamsThatWereReported) {
     const auto text =
         joined(encoder_arguments(request_for("480x270"), film_of(2, 5, {25, 1}), "out", true));
-    EXPECT_NE(text.find("-map 0:2 -map 0:5 -c:a"), std::string::npos);
+    EXPECT_NE(text.find("-map 0:2 -map 0:5 -af"), std::string::npos);
 }
 
 TEST(EncoderArguments, SayNothingOfSoundWhereThereIsNone) {

@@ -26,5 +26,22 @@ TEST(SoundChain, FillsOnlyLargeGapsOfJitteryTimes) {
     EXPECT_EQ(sound_filters({1, "aac", 48000, 2, true, true}), kStereo + "aresample=async=1");
 }
 
+TEST(SoundChain, TakesAStreamThroughTheFilters) {
+    const AudioStream audio{3, "aac", 48000, 2};
+    EXPECT_EQ(sound_source(audio),
+              (std::vector<std::string>{"-map", "0:3", "-af", sound_filters(audio)}));
+}
+
+TEST(SoundChain, MakesTwoSidesOfTwoStreams) {
+    AudioStream audio{1, "pcm_s16le", 48000, 1};
+    audio.right = 2;
+    const std::string chain = "[0:1]pan=mono|c0=c0," + kFillGaps + "[left];[0:2]pan=mono|c0=c0," +
+                              kFillGaps +
+                              "[right];[left][right]join=inputs=2:channel_layout=stereo:"
+                              "map=0.0-FL|1.0-FR[sound]";
+    EXPECT_EQ(sound_source(audio),
+              (std::vector<std::string>{"-filter_complex", chain, "-map", "[sound]"}));
+}
+
 }  // namespace
 }  // namespace bundle

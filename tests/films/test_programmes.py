@@ -1,6 +1,7 @@
 """The sound is that of the picture's programme and of the right kind, wherever it begins."""
 
 from film_case import SMALL, FilmCase, Path, picture, pitch_of, size_of, streams, tone
+from sound_measures import levels
 from table import row
 
 SECTION = "The film that comes in"
@@ -67,6 +68,23 @@ class Programmes(FilmCase):
     def test_a_commentary_is_better_than_silence(self) -> None:
         film = self.sounds("film.mkv", 440, more=(*SMALL, "-disposition:a:0", "comment"))
         self.check_sound("a commentary of 440 Hz as the only sound", film, 440)
+
+    def test_two_mono_tracks_of_a_camera_are_the_two_sides(self) -> None:
+        for name, video in (("film.mov", "mpeg4"), ("film.mxf", "mpeg2video")):
+            more = ("-c:v", video, "-c:a", "pcm_s16le", "-ar", 48000, "-disposition:a", "default")
+            self.convert(self.sounds(name, 500, 900, more=more))
+            (left, right) = levels(self.out, 500, 900)
+            for heard, silent in (left, reversed(right)):
+                self.assertAlmostEqual(heard, 0.125, delta=0.01)
+                self.assertLess(silent, 0.005)
+            case = f"two mono tracks of PCM, all else alike, {name.rpartition('.')[2].upper()}"
+            row(SECTION, case, "the first one left, the second one right")
+
+    def test_mono_tracks_in_two_languages_are_no_stereo(self) -> None:
+        marks = ("-disposition:a", "default", "-metadata:s:a:1", "language=ger")
+        more = ("-c:v", "mpeg4", "-c:a", "pcm_s16le", *marks)
+        film = self.sounds("film.mov", 440, 880, more=more)
+        self.check_sound("two mono tracks of PCM in two languages, MOV", film, 440)
 
     def test_sound_that_begins_late_is_found(self) -> None:
         sound = self.film("sound.ac3", *tone(2, rate=48000))
