@@ -88,11 +88,11 @@ class Programmes(FilmCase):
 
     def test_sound_that_begins_late_is_found(self) -> None:
         sound = self.film("sound.ac3", *tone(2, rate=48000))
-        for kind in ("vob", "mpegts"):
+        for kind, muxer in (("vob", "vob"), ("ts", "mpegts")):
             film = self.film(
                 f"film.{kind}",
                 *(*picture(12, "64x48"), "-itsoffset", 10, "-i", sound, "-map", 0, "-map", 1),
-                *("-c:v", "mpeg2video", "-c:a", "copy", "-muxdelay", 0.5, "-f", kind),
+                *("-c:v", "mpeg2video", "-c:a", "copy", "-muxdelay", 0.5, "-f", muxer),
             )
             case = f"AC-3 sound that begins after 10 s, {kind.upper()}"
             self.check_sound(case, film, 440, after=10.5)
