@@ -31,12 +31,13 @@ def level(wave: array, pitch: int) -> float:
     return 2 * math.hypot(real, imaginary) / len(wave)
 
 
-def levels(path: Path, *pitches: int) -> list[list[float]]:
+def levels(path: Path, *pitches: int, after: float = 0) -> list[list[float]]:
     """The amplitudes of these tones, each some hundreds of Hz, on the left and on the right, in the
-    middle of a film of a second."""
+    middle of the second that begins `after` so many."""
     both = samples(path, RATE, "-ac", "2")
+    start = int(2 * RATE * after) + RATE // 2
     return [
-        [level(both[side + RATE // 2 : side + RATE : 2], pitch) for pitch in pitches]
+        [level(both[side + start : side + start + RATE // 2 : 2], pitch) for pitch in pitches]
         for side in (0, 1)
     ]
 

@@ -77,6 +77,22 @@ class SoundLevels(FilmCase):
         outcome = "front as in the source; centre and surround 3 dB lower; no bass channel"
         row(SECTION, "loudness: 5.1 in AC-3", outcome)
 
+    def test_channels_may_change_on_the_way(self) -> None:
+        film = self.folder / "film.ts"
+        parts = []
+        for channels in (1, 2):
+            raw = self.tones(channels, 0.25)
+            sound = ("-f", "s16le", "-ar", 48000, "-ac", channels, "-i", raw)
+            codecs = ("-c:v", "mpeg2video", "-c:a", "mp2", "-b:a", "192k")
+            parts.append(self.film("part.ts", *picture(1, "64x48"), *sound, *codecs).read_bytes())
+        film.write_bytes(b"".join(parts))
+        self.convert(film)
+        for after, expected in ((0, [[0.25, 0], [0.25, 0]]), (1, [[0.25, 0], [0, 0.25]])):
+            for side, wanted in zip(levels(self.out, 300, 500, after=after), expected):
+                for value, right in zip(side, wanted):
+                    self.assertAlmostEqual(value, right, delta=0.01)
+        row(SECTION, "mono, then stereo in one stream", "mono on both sides, then stereo")
+
 
 if __name__ == "__main__":
     import unittest
