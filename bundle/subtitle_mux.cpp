@@ -65,9 +65,10 @@ MaybeFailure check_container(const Container& container) {
 }
 
 /// Puts the text where players expect it, and looks whether the new film is whole.
-MaybeFailure place_and_check(const std::string& film, const Container& container) {
+MaybeFailure place_and_check(const std::string& film, const Container& container,
+                             const std::string& copied_from) {
     const TextPlace place = subtitle_place(container.width, container.height);
-    if (auto failure = place_text_track_in(film, place)) {
+    if (auto failure = place_text_track_in(film, place, copied_from)) {
         return failure;
     }
     const Streams streams{container.has_audio, container.subtitle_tracks + 1};
@@ -103,7 +104,7 @@ MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
         return cues.failure();
     }
     auto failure = mux(request, container, *cues, output->path(), stop);
-    failure = failure ? failure : place_and_check(output->path(), container);
+    failure = failure ? failure : place_and_check(output->path(), container, request.film);
     return failure ? output->explained(*failure) : output->publish_whole(stop);
 }
 
@@ -163,7 +164,9 @@ std::vector<std::string> subtitle_arguments(const std::string& film, const Conta
     // In milliseconds, longer breaks between two cues fit than in the microseconds of the default.
     append({"-time_base" + track, "1/1000"});
     append({"-metadata:s" + track, std::string("handler_name=") + kTrackName});
-    append({"-disposition" + track, "default", "-f", format, file_url(output)});
+    // Of several tracks only one may be enabled.
+    append(
+        {"-disposition:s", "0", "-disposition" + track, "default", "-f", format, file_url(output)});
     return arguments;
 }
 

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <fstream>
+#include <optional>
 #include <string_view>
+#include <vector>
 
 #include "mp4_boxes.h"
 
@@ -15,7 +17,9 @@ namespace {
 constexpr std::size_t kTkhdLayer = 32;
 constexpr std::size_t kTkhdTop = 40 + 7 * 4;  ///< the matrix's vertical offset
 constexpr std::size_t kTkhdSize = 76;
-constexpr std::size_t kTkhdLater = 12;  ///< further back in version 1
+constexpr std::size_t kTkhdLater = 12;            ///< further back in version 1
+constexpr std::size_t kMatrix = 40 - kTkhdLayer;  ///< behind the layer
+constexpr std::size_t kMatrixAndSize = 36 + 8;
 constexpr std::size_t kHandlerType = 8;
 constexpr std::size_t kHandlerName = 24;
 constexpr std::size_t kEntry = 8;                  ///< the first entry of a sample description
@@ -27,14 +31,38 @@ void put(std::string& bytes, std::size_t at, int width, std::uint64_t value) {
     }
 }
 
+bool is_text(std::string_view bytes, const Range& track) {
+    const auto handler = descendant(bytes, track, {"mdia", "hdlr"});
+    return handler && handler->size() >= kHandlerName &&
+           bytes.substr(handler->start + kHandlerType, 4) == "sbtl";
+}
+
 bool is_ours(std::string_view bytes, const Range& track) {
     const auto handler = descendant(bytes, track, {"mdia", "hdlr"});
-    if (!handler || handler->size() < kHandlerName) {
-        return false;
+    return is_text(bytes, track) &&
+           bytes.substr(handler->start + kHandlerName, handler->size() - kHandlerName)
+               .starts_with(kTrackName);
+}
+
+std::vector<Range> other_tracks(std::string_view moov) {
+    std::vector<Range> tracks;
+    Range rest{0, moov.size()};
+    while (const auto box = take_box(moov, rest)) {
+        if (box->type == "trak" && is_text(moov, box->content) && !is_ours(moov, box->content)) {
+            tracks.push_back(box->content);
+        }
     }
-    const std::string_view content = bytes.substr(handler->start, handler->size());
-    return content.substr(kHandlerType, 4) == "sbtl" &&
-           content.substr(kHandlerName).starts_with(kTrackName);
+    return tracks;
+}
+
+/// Where a track's layer stands, which its group and volume, the matrix and the size follow.
+std::optional<std::size_t> place_fields(std::string_view bytes, const Range& track) {
+    const auto head = descendant(bytes, track, {"tkhd"});
+    if (!head || head->size() == 0) {
+        return std::nullopt;
+    }
+    const std::size_t start = head->start + (bytes[head->start] == 1 ? kTkhdLater : 0);
+    return start + kTkhdSize + 8 <= head->end ? std::optional(start + kTkhdLayer) : std::nullopt;
 }
 
 /// Writes the place into one track; false when the track is not of the expected form.
@@ -77,7 +105,25 @@ bool place_text_track(std::string& moov, const TextPlace& place) {
     return false;
 }
 
-MaybeFailure place_text_track_in(const std::string& path, const TextPlace& place) {
+void keep_places(std::string& moov, const std::string& copied_from) {
+    const auto copies = other_tracks(moov);
+    const auto originals = other_tracks(copied_from);
+    if (copies.size() != originals.size()) {
+        return;
+    }
+    for (std::size_t at = 0; at < copies.size(); ++at) {
+        const auto to = place_fields(moov, copies[at]);
+        const auto from = place_fields(copied_from, originals[at]);
+        if (to && from) {
+            moov.replace(*to, 2, copied_from, *from, 2);
+            moov.replace(*to + kMatrix, kMatrixAndSize, copied_from, *from + kMatrix,
+                         kMatrixAndSize);
+        }
+    }
+}
+
+MaybeFailure place_text_track_in(const std::string& path, const TextPlace& place,
+                                 const std::string& copied_from) {
     std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
     const auto moov = find_moov(file);
     if (!moov) {
@@ -86,6 +132,10 @@ MaybeFailure place_text_track_in(const std::string& path, const TextPlace& place
     std::string bytes = read_range(file, *moov);
     if (!file || !place_text_track(bytes, place)) {
         return Failure{"the new film has no subtitle track"};
+    }
+    std::ifstream original(copied_from, std::ios::binary);
+    if (const auto index = find_moov(original)) {
+        keep_places(bytes, read_range(original, *index));
     }
     file.seekp(static_cast<std::streamoff>(moov->start));
     file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

@@ -26,7 +26,12 @@ TextPlace subtitle_place(int picture_width, int picture_height);
 /// the whole track as the text's box. False when the box holds no such track.
 bool place_text_track(std::string& moov, const TextPlace& place);
 
-/// Does the same in a file, in place.
-MaybeFailure place_text_track_in(const std::string& path, const TextPlace& place);
+/// Gives the text tracks of others the places and the layers that they have in the "moov" box of
+/// the MP4 file that they were copied from, where the copies stand in the same order.
+void keep_places(std::string& moov, const std::string& copied_from);
+
+/// Does both in a file, in place; `copied_from` is the path of the other one, or empty.
+MaybeFailure place_text_track_in(const std::string& path, const TextPlace& place,
+                                 const std::string& copied_from = {});
 
 }  // namespace bundle

@@ -243,6 +243,8 @@ TEST(SubtitleArguments, PutTheTrackInThePlaceOfEarlierOnesBehindThoseOfOthers) {
                          "1/1000",
                          "-metadata:s:s:2",
                          "handler_name=Vantreo subtitles",
+                         "-disposition:s",
+                         "0",
                          "-disposition:s:2",
                          "default",
                          "-f",

@@ -27,6 +27,23 @@ TEST(TextTrack, IsPlacedInAFilm) {
     EXPECT_EQ(only_stream(probed(folder / "film.mp4"), "subtitle")["codec_name"], "mov_text");
 }
 
+TEST(TextTrack, LeavesThoseOfOthersWhereTheyWere) {
+    const TemporaryFolder folder;
+    ASSERT_TRUE(make_film_with_subtitles(folder / "film.mp4"));
+    std::string film = content_of(folder / "film.mp4");
+    std::string original = film.substr(film.find("moov") + 4);
+    original.replace(original.find(kTrackName), 7, "Another");
+    std::string copy = original;
+    const std::size_t layer = original.rfind("tkhd") + 4 + 32;
+    original.replace(layer, 2, "\xFF\xFE");
+    original.replace(layer + 8, 44, std::string(44, 'x'));
+    keep_places(copy, original);
+    EXPECT_EQ(copy, original);
+    original.replace(layer, 2, "\1\2");
+    keep_places(copy, "");
+    EXPECT_NE(copy, original);
+}
+
 TEST(TextTrack, IsNotFoundInABrokenIndex) {
     const TemporaryFolder folder;
     ASSERT_TRUE(make_film_with_subtitles(folder / "film.mp4"));
