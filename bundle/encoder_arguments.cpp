@@ -24,6 +24,10 @@ void append(std::vector<std::string>& arguments, const std::vector<Option>& opti
     }
 }
 
+void append(std::vector<std::string>& arguments, const std::vector<std::string>& more) {
+    arguments.insert(arguments.end(), more.begin(), more.end());
+}
+
 int reference_frames(const TranscodeRequest& request) {
     for (const auto& [name, value] : request.video) {
         if (name == "-refs") {
@@ -62,6 +66,7 @@ std::vector<std::string> encoder_arguments(const TranscodeRequest& request, cons
         append(arguments, {"-fps_mode", "vfr", "-enc_time_base", kFineTimeBase});
     }
     append(arguments, request.general);
+    append(arguments, tag_arguments(film.tags));
     append(arguments, {file_url(output)});
     return arguments;
 }

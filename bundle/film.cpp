@@ -138,13 +138,16 @@ std::optional<int> right_side(const json& format, const Candidates& sounds) {
 }  // namespace
 
 const char* const kFilmEntries =
-    "format=format_name,duration,start_time,bit_rate:stream=index,codec_type,codec_name,pix_fmt,"
-    "width,height,"
-    "sample_aspect_ratio,color_range,color_space,color_transfer,color_primaries,avg_frame_rate,"
-    "r_frame_rate,time_base,start_time,duration,sample_fmt,sample_rate,channels,channel_layout:"
+    "format=format_name,duration,start_time,bit_rate:"
+    "format_tags=creation_time,date,location,com.apple.quicktime.creationdate,"
+    "com.apple.quicktime.location.ISO6709:"
+    "stream=index,codec_type,codec_name,pix_fmt,width,height,sample_aspect_ratio,color_range,"
+    "color_space,color_transfer,color_primaries,avg_frame_rate,r_frame_rate,time_base,start_time,"
+    "duration,sample_fmt,sample_rate,channels,channel_layout:"
     "stream_disposition=default,attached_pic,timed_thumbnails,still_image,dub,comment,karaoke,"
-    "hearing_impaired,visual_impaired,clean_effects,descriptions:program_stream=index:"
-    "stream_tags=language,title,DURATION,DURATION-eng:stream_side_data=rotation:"
+    "hearing_impaired,visual_impaired,clean_effects,descriptions:"
+    "stream_tags=language,title,DURATION,DURATION-eng,creation_time:"
+    "stream_side_data=rotation:program_stream=index:"
     "packet=stream_index,pts_time,duration_time";
 
 Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
@@ -162,10 +165,13 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     film.video.may_be_one_frame = may_be_one_frame(pictures.facts[*picture]);
     const Candidates sounds = candidates(probed, "audio", unusable,
                                          streams_of_other_programmes(probed, film.video.index));
+    json heard;
     if (const auto sound = choose_sound(sounds.facts)) {
-        film.audio = audio_from(*sounds.streams[*sound]);
+        heard = *sounds.streams[*sound];
+        film.audio = audio_from(heard);
         film.audio->right = right_side(format, sounds);
     }
+    film.tags = movie_tags(format, stream, heard);
     film.input_options = input_options(probed);
     set_duration(film, probed);
     film.has_lost_sound = !film.audio && !sounds.streams.empty();

@@ -8,6 +8,7 @@
 
 #include "colour.h"
 #include "input_options.h"
+#include "movie_tags.h"
 #include "numbers.h"
 #include "picture_geometry.h"
 #include "result.h"
@@ -49,6 +50,7 @@ struct Film {
     std::optional<AudioStream> audio;
     bool has_lost_sound = false;  ///< it holds sound, but none that can be decoded
     InputOptions input_options;   ///< with which it was probed
+    MovieTags tags = {};
 };
 
 /// What `film_from` reads, as ffprobe's `-show_entries` takes it.

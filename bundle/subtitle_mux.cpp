@@ -11,6 +11,7 @@
 #include "ffprobe.h"
 #include "files.h"
 #include "film_check.h"
+#include "movie_tags.h"
 #include "private_file.h"
 #include "progress.h"
 #include "subtitle_text.h"
@@ -120,13 +121,14 @@ Result<SubtitleRequest> parse_subtitle_request(const std::vector<std::string>& a
 }
 
 const char* const kContainerEntries =
-    "format=format_name:format_tags=major_brand:stream=index,codec_type,width,height:"
+    "format=format_name:format_tags=major_brand,creation_time:stream=index,codec_type,width,height:"
     "stream_tags=handler_name:stream_disposition=attached_pic";
 
 Container container_from(const nlohmann::json& probed) {
     using pointer = nlohmann::json::json_pointer;
     Container container;
     container.brand = probed.value(pointer("/format/tags/major_brand"), "");
+    container.recorded = recording_time(probed.value(pointer("/format/tags/creation_time"), ""));
     const std::string format = probed.value(pointer("/format/format_name"), "");
     container.is_mp4 =
         format.find("mp4") != std::string::npos && !container.brand.starts_with("qt");
@@ -164,6 +166,10 @@ std::vector<std::string> subtitle_arguments(const std::string& film, const Conta
     // In milliseconds, longer breaks between two cues fit than in the microseconds of the default.
     append({"-time_base" + track, "1/1000"});
     append({"-metadata:s" + track, std::string("handler_name=") + kTrackName});
+    // The only tag that ffmpeg does not copy by itself.
+    if (!container.recorded.empty()) {
+        append({"-metadata", "creation_time=" + container.recorded});
+    }
     // Of several tracks only one may be enabled.
     append(
         {"-disposition:s", "0", "-disposition" + track, "default", "-f", format, file_url(output)});

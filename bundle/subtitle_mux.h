@@ -23,7 +23,8 @@ Result<SubtitleRequest> parse_subtitle_request(const std::vector<std::string>& a
 struct Container {
     int subtitle_tracks = 0;  ///< that this tool has not added
     std::string brand;        ///< of the MP4 file, as "M4V "
-    bool is_mp4 = false;      ///< by its content, not by its name
+    std::string recorded;  ///< when the movie was recorded, as ffmpeg reads times; empty: unknown
+    bool is_mp4 = false;   ///< by its content, not by its name
     bool has_audio = false;
     int width = 0;                ///< of the picture in pixels; 0: none
     int height = 0;               ///< as above

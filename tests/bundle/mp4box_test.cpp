@@ -220,6 +220,7 @@ TEST(SubtitleArguments, PutTheTrackInThePlaceOfEarlierOnesBehindThoseOfOthers) {
     bundle::Container container;
     container.subtitle_tracks = 2;
     container.brand = "isom";
+    container.recorded = "2024-05-01T12:00:00.000000Z";
     container.own_tracks = {4};
     const Names expected{"-i",
                          "file:f:1",
@@ -243,6 +244,8 @@ TEST(SubtitleArguments, PutTheTrackInThePlaceOfEarlierOnesBehindThoseOfOthers) {
                          "1/1000",
                          "-metadata:s:s:2",
                          "handler_name=Vantreo subtitles",
+                         "-metadata",
+                         "creation_time=2024-05-01T12:00:00.000000Z",
                          "-disposition:s",
                          "0",
                          "-disposition:s:2",
