@@ -36,6 +36,7 @@ struct Launch {
     int errors = -1;
     int report = -1;  ///< closed by the exec, or takes its errno
     pid_t parent = 0;
+    const std::vector<int>* inherited = nullptr;
 };
 
 /// Handled signals go back to their default before they are let in; ignored ones stay ignored,
@@ -66,6 +67,9 @@ void restore_signals() {
     ::dup2(input, STDIN_FILENO);
     ::dup2(launch.output, STDOUT_FILENO);
     ::dup2(launch.errors, STDERR_FILENO);
+    for (const int descriptor : *launch.inherited) {
+        ::fcntl(descriptor, F_SETFD, 0);
+    }
     restore_signals();
     ::execv(launch.path, launch.arguments.data());
     const int error = errno;
@@ -159,7 +163,7 @@ Result<Child> Child::start(const Command& command) {
     words.insert(words.end(), command.arguments.begin(), command.arguments.end());
     const Launch launch{
         alias->path().c_str(), argument_pointers(words), command.input, output->writer.get(),
-        errors->writer.get(),  report->writer.get(),     ::getpid()};
+        errors->writer.get(),  report->writer.get(),     ::getpid(),    &command.inherited};
     const pid_t id = fork_into(launch);
     if (id < 0) {
         return start_failure(command, errno);

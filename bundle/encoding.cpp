@@ -11,6 +11,7 @@
 #include "ffmpeg_run.h"
 #include "film_check.h"
 #include "film_probe.h"
+#include "inner_subtitles.h"
 #include "listening.h"
 #include "progress.h"
 
@@ -46,18 +47,21 @@ class Encoder {
           listening_(request.input, probed, stop) {}
 
     Result<EncodedFilm> encode(const Film& film, bool has_zscale) {
-        const auto messages = run_ffmpeg(work_on(film, has_zscale), show_, stop_);
-        if (!messages) {
-            return messages.failure();
+        auto made = attempt(film, has_zscale);
+        if (made || !may_fail_by_subtitles(film)) {
+            return made;
         }
-        const auto duration = check_film(output_.path(), {film.audio.has_value()});
-        if (!duration) {
-            consider_lost_sound(film);
-            return stop_.received() != 0
-                       ? stop_.failure()
-                       : Failure{duration.failure().message, kStatusFailed, *messages};
+        has_subtitles_ = false;
+        if (auto failure = output_.renew()) {
+            return *failure;
         }
-        return EncodedFilm{film, *duration, *messages};
+        auto without = attempt(film, has_zscale);
+        if (without) {
+            complain("ffmpeg",
+                     in_quotes(request_.input) +
+                         ": the subtitles inside it are left out: " + made.failure().message);
+        }
+        return without;
     }
 
     /// True when the work on the film has failed by a sound that nobody can hear.
@@ -74,6 +78,47 @@ class Encoder {
     }
 
   private:
+    Result<EncodedFilm> attempt(const Film& film, bool has_zscale) {
+        const InnerSubtitles subtitles(subtitles_of(film), request_.input, film.start, stop_);
+        const auto messages = run(film, has_zscale, subtitles);
+        if (!messages) {
+            return messages.failure();
+        }
+        const auto duration = check_film(output_.path(), {film.audio.has_value()});
+        if (!duration) {
+            consider_lost_sound(film);
+            return stop_.received() != 0
+                       ? stop_.failure()
+                       : Failure{duration.failure().message, kStatusFailed, *messages};
+        }
+        if (auto failure = subtitles.add_to(output_.path(), *duration)) {
+            return *failure;
+        }
+        return EncodedFilm{film, *duration, *messages};
+    }
+
+    /// True when the work on a film with subtitles inside has failed before its first frame, which
+    /// may be because of them.
+    bool may_fail_by_subtitles(const Film& film) const {
+        return !subtitles_of(film).empty() && !has_begun_ && !has_lost_its_sound(film) &&
+               stop_.received() == 0;
+    }
+
+    std::vector<TextStream> subtitles_of(const Film& film) const {
+        return has_subtitles_ ? film.subtitles : std::vector<TextStream>();
+    }
+
+    Result<std::string> run(const Film& film, bool has_zscale, const InnerSubtitles& subtitles) {
+        const double rate = request_.rate ? request_.rate->value() : frame_rate(film.video);
+        const auto show = [&](const Progress& progress) {
+            has_begun_ = has_begun_ || progress.frames > 0;
+            show_(subtitles.empty() ? progress : timed_by_frames(progress, rate));
+        };
+        FfmpegWork work = work_on(film, has_zscale);
+        subtitles.extend(work);
+        return run_ffmpeg(work, show, stop_);
+    }
+
     FfmpegWork work_on(const Film& film, bool has_zscale) {
         FfmpegWork work{encoder_arguments(request_, film, output_.path(), has_zscale)};
         work.subject = request_.input;
@@ -99,6 +144,8 @@ class Encoder {
     PrivateFile& output_;
     const StopSignals& stop_;
     Listening listening_;
+    bool has_subtitles_ = true;
+    bool has_begun_ = false;
     FurthestProgress furthest_;
     const std::function<void(const Progress&)> show_ = [this](const Progress& progress) {
         write_if_ready(STDERR_FILENO, old_progress_line(furthest_.with(progress)));

@@ -7,16 +7,30 @@
 
 namespace bundle {
 
-bool has_colour_filters(const StopSignals& stop) {
+namespace {
+
+/// What the system's ffmpeg lists; empty when it can't be asked.
+std::string list_of(const char* option, const StopSignals& stop) {
     const auto program = find_ffmpeg();
     if (!program) {
-        return false;
+        return {};
     }
     std::string list;
     const auto collect = [&list](std::string_view piece) { list.append(piece); };
-    const auto status = run({*program, {"-v", "quiet", "-filters"}}, {collect, {}, {}}, stop);
-    return status && list.find(" zscale ") != std::string::npos &&
+    const auto status = run({*program, {"-v", "quiet", option}}, {collect, {}, {}}, stop);
+    return status ? list : "";
+}
+
+}  // namespace
+
+bool has_colour_filters(const StopSignals& stop) {
+    const std::string list = list_of("-filters", stop);
+    return list.find(" zscale ") != std::string::npos &&
            list.find(" tonemap ") != std::string::npos;
+}
+
+bool has_teletext_decoder(const StopSignals& stop) {
+    return list_of("-decoders", stop).find(" libzvbi_teletextdec ") != std::string::npos;
 }
 
 }  // namespace bundle

@@ -8,4 +8,7 @@ namespace bundle {
 /// dynamic range; Debian's has.
 bool has_colour_filters(const StopSignals& stop);
 
+/// True when the system's ffmpeg has a decoder for teletext; Debian's has.
+bool has_teletext_decoder(const StopSignals& stop);
+
 }  // namespace bundle

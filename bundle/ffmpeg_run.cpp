@@ -60,7 +60,8 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
                             },
                             [&] { show(latest); }, [&] { return is_useless; }};
     const auto status =
-        run({*program, with_manners(work.arguments), work.alias, work.input}, listener, stop);
+        run({*program, with_manners(work.arguments), work.alias, work.input, {}, work.inherited},
+            listener, stop);
     if (!status) {
         Failure failure = status.failure();
         failure.message += on(work.subject);

@@ -144,8 +144,8 @@ const char* const kFilmEntries =
     "stream=index,codec_type,codec_name,pix_fmt,width,height,sample_aspect_ratio,color_range,"
     "color_space,color_transfer,color_primaries,avg_frame_rate,r_frame_rate,time_base,start_time,"
     "duration,sample_fmt,sample_rate,channels,channel_layout:"
-    "stream_disposition=default,attached_pic,timed_thumbnails,still_image,dub,comment,karaoke,"
-    "hearing_impaired,visual_impaired,clean_effects,descriptions:"
+    "stream_disposition=default,forced,attached_pic,timed_thumbnails,still_image,dub,comment,"
+    "karaoke,hearing_impaired,visual_impaired,clean_effects,descriptions:"
     "stream_tags=language,title,DURATION,DURATION-eng,creation_time:"
     "stream_side_data=rotation:program_stream=index:"
     "packet=stream_index,pts_time,duration_time";
@@ -163,14 +163,15 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     film.bit_rate = parse_integer(text(format, "bit_rate"));
     film.video = video_from(stream);
     film.video.may_be_one_frame = may_be_one_frame(pictures.facts[*picture]);
-    const Candidates sounds = candidates(probed, "audio", unusable,
-                                         streams_of_other_programmes(probed, film.video.index));
+    const std::set<int> foreign = streams_of_other_programmes(probed, film.video.index);
+    const Candidates sounds = candidates(probed, "audio", unusable, foreign);
     json heard;
     if (const auto sound = choose_sound(sounds.facts)) {
         heard = *sounds.streams[*sound];
         film.audio = audio_from(heard);
         film.audio->right = right_side(format, sounds);
     }
+    film.subtitles = text_streams(candidates(probed, "subtitle", unusable, foreign).streams);
     film.tags = movie_tags(format, stream, heard);
     film.input_options = input_options(probed);
     set_duration(film, probed);

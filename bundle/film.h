@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "colour.h"
 #include "input_options.h"
@@ -12,6 +13,7 @@
 #include "numbers.h"
 #include "picture_geometry.h"
 #include "result.h"
+#include "subtitle_choice.h"
 
 namespace bundle {
 
@@ -50,6 +52,7 @@ struct Film {
     std::optional<AudioStream> audio;
     bool has_lost_sound = false;  ///< it holds sound, but none that can be decoded
     InputOptions input_options;   ///< with which it was probed
+    std::vector<TextStream> subtitles = {};
     MovieTags tags = {};
 };
 

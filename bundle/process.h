@@ -18,14 +18,15 @@ struct Command {
     std::string alias = {};              ///< name in the system's process list; empty: its own
     int input = -1;                      ///< descriptor of its standard input, not owned; -1: empty
     std::chrono::milliseconds longest_run{0};  ///< it is killed then; 0: no limit
+    std::vector<int> inherited = {};           ///< descriptors that it gets as they are, not owned
 };
 
 /// What `run` calls while the program runs, all from the calling thread; any may be empty.
 struct Listener {
     std::function<void(std::string_view)> on_output;  ///< a piece of its standard output
     std::function<void(std::string_view)> on_error;   ///< a piece of its error stream
-    std::function<void()> on_tick;                    ///< every `kTick`, if none of these takes longer
-    std::function<bool()> is_enough = {};             ///< true ends the program
+    std::function<void()> on_tick;         ///< every `kTick`, if none of these takes longer
+    std::function<bool()> is_enough = {};  ///< true ends the program
 };
 
 inline constexpr std::chrono::milliseconds kTick{250};

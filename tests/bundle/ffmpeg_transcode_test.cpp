@@ -143,12 +143,12 @@ TEST_F(Transcode, ConvertsAFilmWithoutSound) {
     EXPECT_EQ(film["streams"].size(), 1U);
 }
 
-TEST_F(Transcode, LeavesTheSourcesSubtitlesOut) {
+TEST_F(Transcode, KeepsTheSourcesSubtitles) {
     ASSERT_TRUE(make_film(folder_ / "film.avi"));
     const std::string text = folder_.write("in.srt", "1\n00:00:00,500 --> 00:00:01,000\nText\n");
     ASSERT_TRUE(run_ffmpeg({"-i", folder_ / "film.avi", "-i", text, folder_ / "in.mkv"}));
     ASSERT_EQ(transcode(transcode_words(folder_ / "in.mkv", "160x120", folder_ / "out.mp4")), 0);
-    EXPECT_EQ(probed(folder_ / "out.mp4")["streams"].size(), 2U);
+    EXPECT_EQ(only_stream(probed(folder_ / "out.mp4"), "subtitle")["codec_tag_string"], "tx3g");
 }
 
 TEST_F(Transcode, ShowsProgressThatTheProgramReads) {

@@ -19,6 +19,7 @@ SECTIONS = [
     "The film that comes in",
     "The file that goes out",
     "Subtitles",
+    "Subtitles inside the movie",
     "The program around them",
 ]
 

@@ -62,7 +62,7 @@ class Metadata(FilmCase):
         film = self.tagged("film.mkv", f"creation_time={DATE}Z", "location=nowhere")
         content = film.read_bytes()
         at = content.index(b"\x44\x61\x88") + 3  # DateUTC, nanoseconds from 2001 on
-        for name, nanoseconds in (("1904", -97 * 365), ("1970", -11323), ("2190", 69_000)):
+        for name, nanoseconds in (("1904", -97 * 365), ("2190", 69_000)):
             date = (nanoseconds * 86_400 * 10**9).to_bytes(8, "big", signed=True)
             film.write_bytes(content[:at] + date + content[at + 8 :])
             found = probe(film)["format"]["tags"]["creation_time"]
@@ -70,7 +70,7 @@ class Metadata(FilmCase):
             self.convert(film)
             self.assertEqual(self.ended.messages, [])
             self.assertNotIn("creation_time", self.tags())
-        row(SECTION, "dates of 1904, 1970 and 2190, a place “nowhere”", "converted, without a date")
+        row(SECTION, "dates of 1904 and 2190, a place “nowhere”", "converted, without a date")
 
     def test_what_else_stays(self) -> None:
         said = {

@@ -127,7 +127,7 @@ class Streams(FilmCase):
         damage_sound(film, count=50)
         self.check_sound("the first 50 packets of the sound damaged", film, 440, after=1.5)
 
-    def test_data_and_subtitles_stay_out_and_chapters_and_title_stay_in(self) -> None:
+    def test_data_stays_out_and_chapters_title_and_subtitles_stay_in(self) -> None:
         text = self.folder / "text.srt"
         text.write_text("1\n00:00:00,100 --> 00:00:00,900\nText\n")
         facts = self.folder / "facts.txt"
@@ -147,7 +147,7 @@ class Streams(FilmCase):
         facts = probe(self.out)
         kinds = [stream["codec_type"] for stream in facts["streams"]]
         # Chapters are kept twice, as players want them: one form shows up as a text track.
-        self.assertEqual(kinds, ["video", "audio", "data"])
+        self.assertEqual(kinds, ["video", "audio", "data", "subtitle"])
         self.assertEqual(facts["streams"][2]["codec_tag_string"], "text")
         chapters = [
             f"{chapter['tags']['title']} at {float(chapter['start_time']):.1f} s"
@@ -159,5 +159,6 @@ class Streams(FilmCase):
         row(
             SECTION,
             "timecode track, subtitles, title, two chapters",
-            f"picture, sound, title “{title}”, chapters {', '.join(chapters)}; nothing else",
+            f"picture, sound, title “{title}”, chapters {', '.join(chapters)}, "
+            "subtitles; nothing else",
         )
