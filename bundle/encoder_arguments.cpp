@@ -2,6 +2,7 @@
 
 #include "files.h"
 #include "filter_chain.h"
+#include "frame_times.h"
 #include "h264_level.h"
 #include "sound_chain.h"
 
@@ -11,11 +12,12 @@ namespace {
 
 constexpr int kDefaultReferenceFrames = 2;
 
-// Left alone, ffmpeg repeats and drops frames to make one rate of all.
-const char* const kFineTimeBase = "1:90000";
-
 void append(std::vector<std::string>& arguments, std::initializer_list<std::string> more) {
     arguments.insert(arguments.end(), more);
+}
+
+void append(std::vector<std::string>& arguments, const std::vector<std::string>& more) {
+    arguments.insert(arguments.end(), more.begin(), more.end());
 }
 
 void append(std::vector<std::string>& arguments, const std::vector<Option>& options) {
@@ -38,7 +40,7 @@ int reference_frames(const TranscodeRequest& request) {
 }
 
 int level(const TranscodeRequest& request, const Film& film) {
-    const double rate = request.rate ? request.rate->value() : frame_rate(film.video);
+    const double rate = highest_rate(request, film.video);
     const Size size = even({request.width, request.height});
     return h264_level(request.level, size.width, size.height, rate, reference_frames(request));
 }
@@ -62,9 +64,7 @@ std::vector<std::string> encoder_arguments(const TranscodeRequest& request, cons
     append(arguments, request.video);
     append(arguments, {"-level:v", std::to_string(level(request, film))});
     append(arguments, {"-vf", picture_filters(request, film.video, has_zscale)});
-    if (!request.rate && has_variable_rate(film.video)) {
-        append(arguments, {"-fps_mode", "vfr", "-enc_time_base", kFineTimeBase});
-    }
+    append(arguments, time_options(request, film.video));
     append(arguments, request.general);
     append(arguments, tag_arguments(film.tags));
     append(arguments, {file_url(output)});

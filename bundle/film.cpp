@@ -45,6 +45,7 @@ VideoStream video_from(const json& stream) {
     video.index = whole(stream, "index");
     video.codec = text(stream, "codec_name");
     video.pixel_format = text(stream, "pix_fmt");
+    video.field_order = text(stream, "field_order");
     video.stored = {whole(stream, "width"), whole(stream, "height")};
     video.shown = shown_size(video.stored, parse_rational(text(stream, "sample_aspect_ratio"), ':'),
                              rotation_of(stream));
@@ -141,9 +142,9 @@ const char* const kFilmEntries =
     "format=format_name,duration,start_time,bit_rate:"
     "format_tags=creation_time,date,location,com.apple.quicktime.creationdate,"
     "com.apple.quicktime.location.ISO6709:"
-    "stream=index,codec_type,codec_name,pix_fmt,width,height,sample_aspect_ratio,color_range,"
-    "color_space,color_transfer,color_primaries,avg_frame_rate,r_frame_rate,time_base,start_time,"
-    "duration,sample_fmt,sample_rate,channels,channel_layout:"
+    "stream=index,codec_type,codec_name,pix_fmt,width,height,sample_aspect_ratio,field_order,"
+    "color_range,color_space,color_transfer,color_primaries,avg_frame_rate,r_frame_rate,time_base,"
+    "start_time,duration,sample_fmt,sample_rate,channels,channel_layout:"
     "stream_disposition=default,forced,attached_pic,timed_thumbnails,still_image,dub,comment,"
     "karaoke,hearing_impaired,visual_impaired,clean_effects,descriptions:"
     "stream_tags=language,title,DURATION,DURATION-eng,creation_time:"

@@ -22,6 +22,7 @@ struct VideoStream {
     int index = 0;  ///< its number in the file
     std::string codec;
     std::string pixel_format;
+    std::string field_order;               ///< in ffprobe's words: "progressive", "tt", ...
     Size stored;                           ///< in the file
     Size shown;                            ///< upright and in square pixels
     Colour colour;                         ///< as the file tells it

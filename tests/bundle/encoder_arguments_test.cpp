@@ -83,6 +83,13 @@ TEST(EncoderArguments, KeepTheFrameTimesOfAVariableRate) {
     EXPECT_EQ(value_of(encoder_arguments(request, film, "out", true), "-enc_time_base"), "");
 }
 
+TEST(EncoderArguments, ChooseTheLevelForBurstsOfFrames) {
+    Film film = film_of(0, 1, {15, 1});
+    film.video.base_rate = Rational{60, 1};
+    EXPECT_EQ(value_of(encoder_arguments(request_for("720x576"), film, "out", true), "-level:v"),
+              "31");
+}
+
 TEST(EncoderArguments, ChooseTheLevelForTheOutputRate) {
     auto request = request_for("720x480");
     const Film fast = film_of(0, 1, {60, 1});

@@ -36,11 +36,5 @@ TEST(FilterChain, MakesTheAskedRateAfterDeinterlacing) {
         kDeinterlacing + "fps=30000/1001,scale=320:240:out_range=tv," + kEnd);
 }
 
-TEST(FilterChain, LeavesOutTheDeinterlacerWhereItDoesNotWork) {
-    for (const auto& video : {video_of("rgb24"), video_of("yuv420p", {64, 8}), video_of("pal8")}) {
-        EXPECT_FALSE(picture_filters(request_of(64, 8), video, true).starts_with("bwdif"));
-    }
-}
-
 }  // namespace
 }  // namespace bundle

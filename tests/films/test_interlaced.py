@@ -40,6 +40,18 @@ class Interlaced(FilmCase):
             self.fields("film.mov", "-pix_fmt", "yuv420p", "-c:v", "dvvideo", size="720x576"),
         )
 
+    def test_interlaced_captures(self) -> None:
+        fields = ("-field_order", "tt", "-top", 1)
+        for case, name, coding in (
+            ("packed 4:2:2 (uyvy422) in MOV", "film.mov", ("rawvideo", "-pix_fmt", "uyvy422")),
+            ("packed 4:2:2 (yuyv422) in Matroska", "film.mkv", ("rawvideo", "-pix_fmt", "yuyv422")),
+            ("4:2:2 of 10 bits (v210) in MOV", "film.mov", ("v210",)),
+            ("HuffYUV in MOV, which marks no frames", "film.mov", ("huffyuv",)),
+        ):
+            self.check(
+                f"an interlaced capture: {case}", self.fields(name, "-c:v", *coding, *fields)
+            )
+
     def filters_used_on(self, film: Path) -> str:
         """Converts the film; what the tool has the system's ffmpeg do with its pictures."""
         recorder = self.folder / "ffmpeg"

@@ -8,6 +8,7 @@ from film_case import DEADLINE, FilmCase, Path, ffmpeg, frame_times, picture, ra
 from table import row
 
 SECTION = "The film that comes in"
+X264 = ("-c:v", "libx264", "-preset", "ultrafast", "-bf", 0)
 NTSC = Fraction(30000, 1001)
 
 
@@ -80,6 +81,69 @@ class Rates(FilmCase):
             "uneven frames, fewer than 29.97 a second",
             "every frame, each shown when it was, within 2 ms",
         )
+
+    def test_bursts_of_a_screen_recording(self) -> None:
+        film = self.film(
+            "film.mp4",
+            *picture(6, rate=60, more="select='between(t,1.99,3.99)+not(mod(n,6))'"),
+            *("-fps_mode", "passthrough", "-enc_time_base", "1:90000", *X264),
+        )
+        report = self.convert(film)
+        self.assertLess(report.rate, 29.97)
+        before, after = frame_times(film), frame_times(self.out)
+        seconds = [sum(n <= time < n + 1 for time in after) for n in range(6)]
+        self.assertEqual(seconds, [10, 10, 31, 30, 10, 10])
+        self.assertLess(max(min(abs(a - b) for b in before) for a in after), 0.002)
+        row(
+            SECTION,
+            f"10 frames a second with 2 s of 60, {report.rate} on average",
+            f"in each second {', '.join(map(str, seconds))} frames, each shown when it was",
+        )
+
+    def test_slow_pictures_that_begin_late(self) -> None:
+        for rate, late in (("1", 0.45), ("2", 0.2), ("5", 0.09)):
+            film = self.film(
+                "film.mkv",
+                *("-itsoffset", late, *picture(4, rate=rate, more="settb=1/1000"), *tone(5)),
+                *("-map", "0:v", "-map", "1:a", *X264, "-fps_mode", "passthrough"),
+                *("-enc_time_base", "1:90000", "-c:a", "pcm_s16le"),
+            )
+            before = frame_times(film)
+            self.assertAlmostEqual(before[0], late, delta=0.002)
+            self.convert(film)
+            after = frame_times(self.out)
+            self.assertEqual(len(before), len(after))
+            farthest = max(abs(a - b) for a, b in zip(before, after))
+            self.assertLess(farthest, 0.005)
+            self.assertEqual(rate_of(self.out), Fraction(rate))
+            row(
+                SECTION,
+                f"{rate} frames a second that begin {late} s after the sound",
+                "every frame within 5 ms of its time; the rate as before",
+            )
+
+    def flash(self, rate: str, late: float) -> Path:
+        """The picture, which begins late, turns white when the sound begins."""
+        white = "settb=1/1000,drawbox=c=white:t=fill:enable='gte(t,4)'"
+        return self.film(
+            "film.mkv",
+            *("-itsoffset", late, "-f", "lavfi", "-i", f"color=black:s=64x48:r={rate}:d=8,{white}"),
+            *("-f", "lavfi", "-i", f"sine=f=1000:r=44100:d=8,volume=0:enable='lt(t,{4 + late})'"),
+            *("-map", "0:v", "-map", "1:a", "-fps_mode", "passthrough", "-c:v", "mpeg4"),
+            *("-enc_time_base", "1:1000", "-c:a", "pcm_s16le"),
+        )
+
+    def test_slow_pictures_stay_in_step_with_the_sound(self) -> None:
+        for rate, late in (("1", 0.45), ("2", 0.2), ("5", 0.09)):
+            film = self.flash(rate, late)
+            self.assertLess(abs(first_light(film) - first_sound(film)), 0.03)
+            self.convert(film)
+            self.assertLess(abs(first_light(self.out) - first_sound(self.out)), 0.04)
+            row(
+                SECTION,
+                f"a flash and a beep in {rate} frames a second that begin {late} s late",
+                "in step within 40 ms",
+            )
 
     def phone_film(self, rate: int) -> Path:
         """Four minutes in which frames come late or not at all; light and sound begin at 235 s."""
