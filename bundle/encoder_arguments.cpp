@@ -4,6 +4,7 @@
 #include "filter_chain.h"
 #include "frame_times.h"
 #include "h264_level.h"
+#include "shape_fit.h"
 #include "sound_chain.h"
 
 namespace bundle {
@@ -26,10 +27,6 @@ void append(std::vector<std::string>& arguments, const std::vector<Option>& opti
     }
 }
 
-void append(std::vector<std::string>& arguments, const std::vector<std::string>& more) {
-    arguments.insert(arguments.end(), more.begin(), more.end());
-}
-
 int reference_frames(const TranscodeRequest& request) {
     for (const auto& [name, value] : request.video) {
         if (name == "-refs") {
@@ -45,6 +42,14 @@ int level(const TranscodeRequest& request, const Film& film) {
     return h264_level(request.level, size.width, size.height, rate, reference_frames(request));
 }
 
+/// ffmpeg places the filters that make a rotated movie upright, and knows no other way to turn
+/// frames of another size than to place all filters again.
+std::vector<std::string> reading_options(const VideoStream& video) {
+    return can_fit_shapes(video) && !video.rotation
+               ? std::vector<std::string>{"-reinit_filter", "0"}
+               : std::vector<std::string>{};
+}
+
 std::string stream(int index) {
     return "0:" + std::to_string(index);
 }
@@ -54,10 +59,10 @@ std::string stream(int index) {
 std::vector<std::string> encoder_arguments(const TranscodeRequest& request, const Film& film,
                                            const std::string& output, bool has_zscale) {
     std::vector<std::string> arguments = film.input_options;
+    append(arguments, reading_options(film.video));
     append(arguments, {"-i", file_url(request.input), "-map", stream(film.video.index)});
     if (film.audio) {
-        const auto source = sound_source(*film.audio);
-        arguments.insert(arguments.end(), source.begin(), source.end());
+        append(arguments, sound_source(*film.audio));
         append(arguments, request.audio);
     }
     append(arguments, {"-c:v", "libx264", "-profile:v", "baseline", "-pix_fmt", "yuv420p"});

@@ -52,6 +52,24 @@ std::vector<std::string> probe_options(std::initializer_list<std::string> more) 
     return options;
 }
 
+/// Hands over each line that ffprobe prints of what comes through the descriptor `input`.
+MaybeFailure read_lines(int input, const std::vector<std::string>& options, const StopSignals& stop,
+                        const std::function<void(std::string_view)>& on_line) {
+    const auto program = find_ffprobe();
+    if (!program) {
+        return program.failure();
+    }
+    Command command{*program, probe_options({"-of", "csv=p=0"})};
+    command.arguments.insert(command.arguments.end(), options.begin(), options.end());
+    command.arguments.insert(command.arguments.end(), {"-i", "pipe:0"});
+    command.input = input;
+    command.longest_run = kLongestProbe;
+    Lines lines(on_line);
+    const auto status =
+        run(command, {[&lines](std::string_view piece) { lines.add(piece); }, {}, {}}, stop);
+    return status ? MaybeFailure() : status.failure();
+}
+
 }  // namespace
 
 Result<nlohmann::json> probe_entries(const std::string& path, const std::string& entries,
@@ -90,18 +108,16 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
 
 MaybeFailure read_packets(int input, const std::string& fields, const StopSignals& stop,
                           const std::function<void(std::string_view)>& on_packet) {
-    const auto program = find_ffprobe();
-    if (!program) {
-        return program.failure();
-    }
-    Command command{*program, probe_options({"-of", "csv=p=0", "-show_entries", "packet=" + fields,
-                                             "-i", "pipe:0"})};
-    command.input = input;
-    command.longest_run = kLongestProbe;
-    Lines lines(on_packet);
-    const auto status =
-        run(command, {[&lines](std::string_view piece) { lines.add(piece); }, {}, {}}, stop);
-    return status ? MaybeFailure() : status.failure();
+    return read_lines(input, {"-show_entries", "packet=" + fields}, stop, on_packet);
+}
+
+MaybeFailure read_key_frames(int input, int stream, const std::string& fields,
+                             const StopSignals& stop,
+                             const std::function<void(std::string_view)>& on_frame) {
+    return read_lines(input,
+                      {"-skip_frame", "nokey", "-select_streams", std::to_string(stream),
+                       "-show_entries", "frame=" + fields},
+                      stop, on_frame);
 }
 
 }  // namespace bundle

@@ -25,4 +25,9 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
 MaybeFailure read_packets(int input, const std::string& fields, const StopSignals& stop,
                           const std::function<void(std::string_view)>& on_packet);
 
+/// The same for the frames of a film: lines of `frame` fields, of whole frames that need no others.
+MaybeFailure read_key_frames(int input, int stream, const std::string& fields,
+                             const StopSignals& stop,
+                             const std::function<void(std::string_view)>& on_frame);
+
 }  // namespace bundle

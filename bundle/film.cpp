@@ -19,14 +19,14 @@ using nlohmann::json;
 // Rounded times make an even rate differ from its average by less.
 constexpr double kUneven = 0.01;
 
-double rotation_of(const json& stream) {
+std::optional<double> rotation_of(const json& stream) {
     for (const json& side_data : member(stream, "side_data_list")) {
         const json& rotation = member(side_data, "rotation");
         if (rotation.is_number()) {
             return rotation.get<double>();
         }
     }
-    return 0;
+    return std::nullopt;
 }
 
 /// A colour's name; a number without a meaning tells nothing.
@@ -47,8 +47,9 @@ VideoStream video_from(const json& stream) {
     video.pixel_format = text(stream, "pix_fmt");
     video.field_order = text(stream, "field_order");
     video.stored = {whole(stream, "width"), whole(stream, "height")};
-    video.shown = shown_size(video.stored, parse_rational(text(stream, "sample_aspect_ratio"), ':'),
-                             rotation_of(stream));
+    video.aspect = parse_rational(text(stream, "sample_aspect_ratio"), ':');
+    video.rotation = rotation_of(stream);
+    video.shown = shown_size(video.stored, video.aspect, video.rotation.value_or(0));
     video.colour = colour_of(stream);
     video.average_rate = parse_rational(text(stream, "avg_frame_rate"));
     video.base_rate = parse_rational(text(stream, "r_frame_rate"));

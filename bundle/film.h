@@ -24,6 +24,8 @@ struct VideoStream {
     std::string pixel_format;
     std::string field_order;               ///< in ffprobe's words: "progressive", "tt", ...
     Size stored;                           ///< in the file
+    std::optional<Rational> aspect;        ///< of a stored pixel
+    std::optional<double> rotation;        ///< in degrees; ffmpeg makes the frames upright
     Size shown;                            ///< upright and in square pixels
     Colour colour;                         ///< as the file tells it
     bool may_be_one_frame = false;         ///< the sample of the beginning shows no second one

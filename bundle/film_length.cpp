@@ -1,7 +1,6 @@
 #include "film_length.h"
 
 #include <fcntl.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
@@ -10,6 +9,7 @@
 #include <vector>
 
 #include "ffprobe.h"
+#include "file_pieces.h"
 #include "files.h"
 #include "numbers.h"
 #include "pipe_feed.h"
@@ -24,42 +24,10 @@ constexpr std::int64_t kHead = std::int64_t{2} << 20;
 constexpr std::array<std::int64_t, 3> kTails{std::int64_t{8} << 20, std::int64_t{32} << 20,
                                              std::int64_t{128} << 20};
 
-constexpr std::int64_t kScan = std::int64_t{1} << 20;
-
-constexpr std::string_view kMatroska = "\x1A\x45\xDF\xA3";
-constexpr std::string_view kCluster = "\x1F\x43\xB6\x75";
-
-std::string read_piece(int file, std::int64_t from, std::int64_t size) {
-    std::string piece(static_cast<std::size_t>(size), '\0');
-    std::size_t filled = 0;
-    while (filled < piece.size()) {
-        const ssize_t count = ::pread(file, piece.data() + filled, piece.size() - filled,
-                                      from + static_cast<off_t>(filled));
-        if (count <= 0) {
-            break;
-        }
-        filled += static_cast<std::size_t>(count);
-    }
-    piece.resize(filled);
-    return piece;
-}
-
 /// Where the head ends, so that it is not cut in the middle of a cluster.
 std::int64_t head_end(std::string_view head) {
     const std::size_t cluster = head.starts_with(kMatroska) ? head.rfind(kCluster) : head.npos;
     return static_cast<std::int64_t>(std::min(cluster, head.size()));
-}
-
-/// Where the first cluster begins at or behind `from`; the file's end when there is none.
-std::int64_t cluster_behind(int file, std::int64_t from, std::int64_t size) {
-    constexpr std::int64_t kOverlap = kCluster.size() - 1;
-    for (std::int64_t at = from; at < size; at += kScan - kOverlap) {
-        const std::size_t found = read_piece(file, at, kScan).find(kCluster);
-        if (found != std::string::npos) {
-            return at + static_cast<std::int64_t>(found);
-        }
-    }
-    return size;
 }
 
 /// The file's beginning and its last `tail_size` bytes, or all of a smaller file.

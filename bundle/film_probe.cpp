@@ -8,6 +8,7 @@
 #include "ffprobe.h"
 #include "film_length.h"
 #include "json_reading.h"
+#include "main_shape.h"
 #include "packet_times.h"
 #include "probe_memory.h"
 #include "source_check.h"
@@ -114,8 +115,11 @@ Result<json> ask(const std::string& path, const StopSignals& stop) {
     auto probed = ask_with(path, options, stop);
     if (probed && sound_may_begin_later(*probed)) {
         if (auto farther = ask_with(path, look_far(options), stop)) {
-            return farther;
+            probed = std::move(farther);
         }
+    }
+    if (probed) {
+        set_main_shape(*probed, path, stop);
     }
     return probed;
 }

@@ -3,6 +3,7 @@
 #include "colour.h"
 #include "frame_times.h"
 #include "interlacing.h"
+#include "shape_fit.h"
 
 namespace bundle {
 
@@ -11,7 +12,8 @@ std::string picture_filters(const TranscodeRequest& request, const VideoStream& 
     const Size size = even({request.width, request.height});
     const Colour colour = assumed_colour(video.colour, video.pixel_format, video.stored);
     const ColourPlan plan = colour_plan(colour, size, has_zscale);
-    std::string filters = deinterlacer(video);
+    std::string filters = fit_filters(video);
+    filters += deinterlacer(video);
     filters += rate_filter(request, video);
     return filters + plan.filters + ",format=yuv420p,setsar=1," + setparams(plan.result);
 }

@@ -11,18 +11,20 @@ namespace {
 // Beyond it, an aspect is damage: no film has pixels ten times as wide as high.
 constexpr double kFlattest = 10;
 
+}  // namespace
+
+double pixel_aspect(const std::optional<Rational>& aspect) {
+    const double factor = aspect ? aspect->value() : 1;
+    return factor < kFlattest && factor > 1 / kFlattest ? factor : 1;
+}
+
 bool is_quarter_turn(double rotation) {
     return std::abs(std::fmod(std::abs(rotation), 180) - 90) < 1;
 }
 
-}  // namespace
-
 Size shown_size(Size stored, const std::optional<Rational>& aspect, double rotation) {
     Size shown = stored;
-    const double factor = aspect ? aspect->value() : 1;
-    if (factor < kFlattest && factor > 1 / kFlattest) {
-        shown.width = static_cast<int>(std::lround(stored.width * factor));
-    }
+    shown.width = static_cast<int>(std::lround(stored.width * pixel_aspect(aspect)));
     if (is_quarter_turn(rotation)) {
         std::swap(shown.width, shown.height);
     }

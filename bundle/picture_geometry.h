@@ -13,6 +13,12 @@ struct Size {
     bool operator==(const Size&) const = default;
 };
 
+/// How much wider than high a stored pixel is shown; 1 when unknown or beyond any movie's.
+double pixel_aspect(const std::optional<Rational>& aspect);
+
+/// True for a rotation, in degrees, that exchanges the sides.
+bool is_quarter_turn(double rotation);
+
 /// The size of a picture as a player shows it: in square pixels and upright. `aspect` is that of a
 /// stored pixel, empty when unknown; `rotation` is in degrees, and only quarter turns exchange the
 /// sides, as the system's ffmpeg turns films.

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "samples.h"
+#include "shape_fit.h"
 
 namespace bundle {
 namespace {
@@ -45,7 +46,7 @@ TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
                                              "/out/private", true);
     EXPECT_EQ(
         joined(arguments),
-        "-i file:-lead: in.avi -map 0:0 -map 0:1 "
+        "-reinit_filter 0 -i file:-lead: in.avi -map 0:0 -map 0:1 "
         "-af aformat=sample_fmts=fltp:channel_layouts=mono|stereo,pan=stereo|FL=FL+FC|FR=FR+FC,"
         "aresample=async=50:min_comp=0.01:min_hard_comp=0.015 "
         "-c:a aac -b:a 128k -ac 2 -ar 44100 "
@@ -55,9 +56,11 @@ TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
         "-b_strategy 1 -qcomp 0.6 -qmin 10 -qmax 51 -qdiff 4 -bf 0 -refs 2 -direct-pred 1 "
         "-trellis 1 -b-pyramid 1 -mixed-refs 1 -fast-pskip 1 -weightp 0 -rc-lookahead 30 "
         "-maxrate:v 10000000 -bufsize:v 10000000 -crf 21 -level:v 30 "
-        "-vf bwdif=mode=send_frame:deint=interlaced,scale=480:270:out_range=tv,format=yuv420p,"
-        "setsar=1,setparams=range=tv:color_primaries=smpte170m:color_trc=smpte170m:"
-        "colorspace=smpte170m -threads 0 -f ipod file:/out/private");
+        "-vf " +
+            fit_filters(film_of(0, 1, {24000, 1001}).video) +
+            "bwdif=mode=send_frame:deint=interlaced,scale=480:270:out_range=tv,format=yuv420p,"
+            "setsar=1,setparams=range=tv:color_primaries=smpte170m:color_trc=smpte170m:"
+            "colorspace=smpte170m -threads 0 -f ipod file:/out/private");
 }
 
 TEST(EncoderArguments, TakeTheStreamsThatWereReported) {
@@ -81,6 +84,13 @@ TEST(EncoderArguments, KeepTheFrameTimesOfAVariableRate) {
     EXPECT_EQ(value_of(encoder_arguments(request, film, "out", true), "-fps_mode"), "vfr");
     request.rate = Rational{30000, 1001};
     EXPECT_EQ(value_of(encoder_arguments(request, film, "out", true), "-enc_time_base"), "");
+}
+
+TEST(EncoderArguments, LetFfmpegPlaceItsFiltersAnewWhereItTurnsTheFilm) {
+    Film film = film_of(0, 1, {25, 1});
+    film.video.rotation = 90;
+    const auto arguments = encoder_arguments(request_for("480x270"), film, "out", true);
+    EXPECT_EQ(value_of(arguments, "-reinit_filter"), "");
 }
 
 TEST(EncoderArguments, ChooseTheLevelForBurstsOfFrames) {

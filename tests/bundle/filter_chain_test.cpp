@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "shape_fit.h"
+
 namespace bundle {
 namespace {
 
@@ -26,14 +28,16 @@ const std::string kEnd =
     "colorspace=smpte170m";
 
 TEST(FilterChain, MakesOddSidesEven) {
-    EXPECT_EQ(picture_filters(request_of(321, 241), video_of("yuv420p"), true),
-              kDeinterlacing + "scale=320:240:out_range=tv," + kEnd);
+    const VideoStream video = video_of("yuv420p");
+    EXPECT_EQ(picture_filters(request_of(321, 241), video, true),
+              fit_filters(video) + kDeinterlacing + "scale=320:240:out_range=tv," + kEnd);
 }
 
 TEST(FilterChain, MakesTheAskedRateAfterDeinterlacing) {
+    const VideoStream video = video_of("yuv422p");
     EXPECT_EQ(
-        picture_filters(request_of(320, 240, Rational{30000, 1001}), video_of("yuv422p"), true),
-        kDeinterlacing + "fps=30000/1001,scale=320:240:out_range=tv," + kEnd);
+        picture_filters(request_of(320, 240, Rational{30000, 1001}), video, true),
+        fit_filters(video) + kDeinterlacing + "fps=30000/1001,scale=320:240:out_range=tv," + kEnd);
 }
 
 }  // namespace
