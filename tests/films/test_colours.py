@@ -131,6 +131,31 @@ class Colours(FilmCase):
                 f"{names(self.out)}; shown as the same orange",
             )
 
+    def test_colours_that_only_the_container_tells(self) -> None:
+        silent = "colorprim=undef:transfer=undef:colormatrix=undef:fullrange=off"
+        for name, bare, coding in (
+            ("film.mov", "raw.h264", ("libx264", "-x264-params", silent)),
+            ("film.mp4", "raw.h264", ("libx264", "-x264-params", silent)),
+            ("film.mkv", "raw.h264", ("libx264", "-x264-params", silent)),
+            ("film.mov", "raw.m4v", ("mpeg4", "-q:v", 1)),
+        ):
+            film = self.film(
+                name,
+                *("-f", "lavfi", "-i", "color=0xE04020:s=160x120:r=25:d=0.2,format=gbrp"),
+                *("-vf", f"scale=out_color_matrix=bt709:out_range=tv,format=yuv420p,{BT709}"),
+                *("-c:v", *coding),
+            )
+            raw = self.film(bare, "-i", film, "-c", "copy")
+            self.assertNotIn("bt709", names(raw))
+            self.convert(film)
+            for is_value, expected in zip(rgb_of(self.out, (40, 40)), (0xE0, 0x40, 0x20)):
+                self.assertAlmostEqual(is_value, expected, delta=6)
+            row(
+                SECTION,
+                f"{coding[0].removeprefix('lib')} of 160x120 in BT.709 by {name[-3:].upper()} only",
+                f"{names(self.out)}; shown as the same orange",
+            )
+
     def hdr_film(self, transfer: str) -> tuple[Path, Path]:
         """A film in high dynamic range, and the ordinary one that it was made of."""
         plain = self.film(
