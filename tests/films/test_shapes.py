@@ -89,12 +89,6 @@ class Shapes(FilmCase):
             "256x144",
             "10 frames: at the sides, 30 frames: none",
         )
-        self.check(
-            "a transport stream of 180x144, 30 frames at 16:9, then 10 at 4:3",
-            self.joined("other.ts", show, ad),
-            "256x144",
-            "30 frames: none, 10 frames: at the sides",
-        )
 
     def test_television_that_grows(self) -> None:
         lace = (*X264, "-flags", "+ildct+ilme")
