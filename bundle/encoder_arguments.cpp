@@ -60,7 +60,10 @@ std::vector<std::string> encoder_arguments(const TranscodeRequest& request, cons
                                            const std::string& output, bool has_zscale) {
     std::vector<std::string> arguments = film.input_options;
     append(arguments, reading_options(film.video));
-    append(arguments, {"-i", file_url(request.input), "-map", stream(film.video.index)});
+    // What can be decoded of a damaged movie is kept, however little; how much that is, is judged
+    // by what comes out.
+    append(arguments, {"-max_error_rate", "1", "-i", file_url(request.input), "-map",
+                       stream(film.video.index)});
     if (film.audio) {
         append(arguments, sound_source(*film.audio));
         append(arguments, request.audio);

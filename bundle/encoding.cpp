@@ -2,9 +2,11 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <functional>
 #include <nlohmann/json.hpp>
 
+#include "chapter_clip.h"
 #include "console.h"
 #include "encoder_arguments.h"
 #include "ffmpeg_filters.h"
@@ -84,6 +86,7 @@ class Encoder {
         if (!messages) {
             return messages.failure();
         }
+        clip_chapters(output_.path());
         const auto duration = check_film(output_.path(), {film.audio.has_value()});
         if (!duration) {
             consider_lost_sound(film);
@@ -91,10 +94,23 @@ class Encoder {
                        ? stop_.failure()
                        : Failure{duration.failure().message, kStatusFailed, *messages};
         }
+        const auto seen = messages->empty() ? duration : length_seen(film);
+        if (!seen) {
+            return Failure{seen.failure().message, kStatusFailed, *messages};
+        }
         if (auto failure = subtitles.add_to(output_.path(), *duration)) {
             return *failure;
         }
-        return EncodedFilm{film, *duration, *messages};
+        return EncodedFilm{film, std::min(*duration, *seen), *messages};
+    }
+
+    /// How long the new picture lasts, in seconds: where the old one can't be decoded, the audio
+    /// alone may still be as long as the movie.
+    Result<double> length_seen(const Film& film) const {
+        const double picture = picture_length(output_.path());
+        return is_nearly_nothing(film.duration.value_or(0), picture)
+                   ? Result<double>(Failure{"nearly nothing of the picture can be decoded"})
+                   : picture;
     }
 
     /// True when the work on a film with subtitles inside has failed before its first frame, which

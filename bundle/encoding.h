@@ -13,7 +13,7 @@ namespace bundle {
 /// A film that was made.
 struct EncodedFilm {
     Film film;             ///< the one that it was made of
-    double duration = 0;   ///< of what was made, in seconds
+    double duration = 0;   ///< of what was made, in seconds; without what was damaged at its end
     std::string messages;  ///< what the system's ffmpeg had to say, usually nothing
 };
 

@@ -73,8 +73,8 @@ MaybeFailure read_lines(int input, const std::vector<std::string>& options, cons
 }  // namespace
 
 Result<nlohmann::json> probe_entries(const std::string& path, const std::string& entries,
-                                     const StopSignals& stop,
-                                     const std::vector<std::string>& more) {
+                                     const StopSignals& stop, const std::vector<std::string>& more,
+                                     std::int64_t most_read) {
     if (auto failure = check_source(path, stop)) {
         return *failure;
     }
@@ -87,6 +87,7 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
     command.arguments.insert(command.arguments.end(), more.begin(), more.end());
     command.arguments.insert(command.arguments.end(), {"-i", file_url(path)});
     command.longest_run = kLongestProbe;
+    command.most_read = most_read;
     std::string answer;
     const auto collect = [&answer](std::string_view piece) {
         if (answer.size() + piece.size() <= kLongestAnswer) {
@@ -97,7 +98,8 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
     if (!status) {
         return stop.received() != 0 ? status.failure()
                                     : Failure{"cannot look into " + in_quotes(path) + ": " +
-                                              status.failure().message};
+                                                  status.failure().message,
+                                              status.failure().status};
     }
     auto parsed = nlohmann::json::parse(answer, nullptr, false);
     if (*status != 0 || !parsed.is_object()) {

@@ -49,6 +49,7 @@ struct AudioStream {
 struct Film {
     std::optional<double> duration;    ///< seconds
     bool duration_is_certain = false;  ///< it is not that of streams that are left out
+    bool duration_may_be_end = false;  ///< it may be the time on the clock when the film ends
     double start = 0;                  ///< seconds
     std::optional<std::int64_t> bit_rate;
     VideoStream video;

@@ -15,6 +15,7 @@ namespace {
 
 constexpr double kToleratedSeconds = 2;
 constexpr double kToleratedShare = 0.02;
+constexpr double kLeastShare = 0.01;
 
 // As ffmpeg writes them. What it calls "text" are the names of the chapters.
 constexpr std::array<std::string_view, 4> kSubtitles{"sbtl", "subp", "subt", "clcp"};
@@ -66,6 +67,20 @@ Result<double> check_film(const std::string& path, const Streams& streams) {
         return incomplete("it has no subtitles");
     }
     return duration_of(*index);
+}
+
+double picture_length(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    const auto index = read_mp4_index(file);
+    double longest = 0;
+    for (const Mp4Track& track : index ? index->tracks : std::vector<Mp4Track>{}) {
+        longest = std::max(longest, is_any_of(track, kPicture) ? track.duration : 0);
+    }
+    return longest;
+}
+
+bool is_nearly_nothing(double promised, double made) {
+    return made < promised * kLeastShare;
 }
 
 std::string shortfall(double promised, double made) {

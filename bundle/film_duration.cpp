@@ -11,6 +11,9 @@ namespace {
 
 using nlohmann::json;
 
+// Seconds. The difference does not matter for less.
+constexpr double kLateStart = 2;
+
 /// A time as Matroska's makers write it, "01:02:03.456000000", in seconds.
 std::optional<double> parse_clock(const std::string& clock) {
     const std::size_t minutes = clock.find(':');
@@ -49,6 +52,12 @@ std::optional<double> positive(std::optional<double> seconds) {
     return seconds && *seconds > 0 ? seconds : std::nullopt;
 }
 
+/// True when the duration may be the time on the clock at which the film ends.
+bool may_be_end(const Film& film, const std::string& format) {
+    return film.duration && film.start > kLateStart && *film.duration > film.start &&
+           (format == "asf" || format.starts_with("matroska"));
+}
+
 bool is_taken(const Film& film, int index) {
     return index == film.video.index || (film.audio && index == film.audio->index);
 }
@@ -74,7 +83,14 @@ void set_duration(Film& film, const json& probed) {
     } else if (!alone && told) {
         film.duration = std::min(film.duration, longest);
     }
-    film.duration_is_certain = film.duration && (alone || told);
+    film.duration_may_be_end = may_be_end(film, text(member(probed, "format"), "format_name"));
+    film.duration_is_certain = film.duration && (alone || told) && !film.duration_may_be_end;
+}
+
+double length_by_header(const Film& film, double last_end) {
+    const double duration = film.duration.value_or(0);
+    return film.duration_may_be_end && last_end <= duration + kLateStart ? duration - film.start
+                                                                         : duration;
 }
 
 }  // namespace bundle

@@ -20,9 +20,9 @@ namespace bundle {
 namespace {
 
 constexpr std::int64_t kHead = std::int64_t{2} << 20;
-// A cluster of a browser's recording may hold half a minute.
-constexpr std::array<std::int64_t, 3> kTails{std::int64_t{8} << 20, std::int64_t{32} << 20,
-                                             std::int64_t{128} << 20};
+// The larger ones are for clusters: one of a browser's recording may hold half a minute.
+constexpr std::array<std::int64_t, 3> kTails{std::int64_t{2} << 20, std::int64_t{8} << 20,
+                                             std::int64_t{32} << 20};
 
 /// Where the head ends, so that it is not cut in the middle of a cluster.
 std::int64_t head_end(std::string_view head) {

@@ -6,12 +6,16 @@
 
 #include "console.h"
 #include "ffprobe.h"
+#include "film_duration.h"
 #include "film_length.h"
 #include "json_reading.h"
 #include "main_shape.h"
 #include "packet_times.h"
 #include "probe_memory.h"
+#include "process.h"
+#include "read_limits.h"
 #include "source_check.h"
+#include "stream_clock.h"
 
 namespace bundle {
 
@@ -19,9 +23,6 @@ namespace {
 
 using nlohmann::json;
 using Words = std::vector<std::string>;
-
-// Enough to meet every stream of a film that is laid out as it plays.
-const char* const kSample = "%+#400";
 
 // Headers are not exact.
 constexpr double kToleratedSeconds = 2;
@@ -74,9 +75,14 @@ std::optional<double> measured_duration(const std::string& path, const Film& fil
         streams.insert(film.audio->index);
     }
     const auto ends = packet_ends(path, streams, stop);
-    if (!ends || (film.duration &&
-                  (!ends->wanted || ends->any - film.start < *film.duration - kToleratedSeconds))) {
+    if (!ends) {
         return film.duration;
+    }
+    if (film.duration) {
+        const double told = length_by_header(film, ends->any);
+        if (!ends->wanted || ends->any - film.start < told - kToleratedSeconds) {
+            return told;
+        }
     }
     const double duration = ends->wanted.value_or(ends->any) - film.start;
     return duration > 0 ? std::optional(duration) : film.duration;
@@ -96,10 +102,23 @@ json in_short(json probed) {
     return probed;
 }
 
+/// A sample of the beginning, a short one where a longer one means to read too much.
+Result<json> sample(const std::string& path, const InputOptions& options, const StopSignals& stop) {
+    auto probed = probe_entries(path, kFilmEntries, stop,
+                                joined(options, {"-read_intervals", kSample}), kMostReadForReport);
+    if (probed || probed.failure().status != kStatusReadTooMuch) {
+        return probed;
+    }
+    if (looks_blank(path)) {
+        return Failure{in_quotes(path) + " is not a movie: it holds nothing but zeros"};
+    }
+    return probe_entries(path, kFilmEntries, stop,
+                         joined(options, {"-read_intervals", kShortSample}));
+}
+
 Result<json> ask_with(const std::string& path, const InputOptions& options,
                       const StopSignals& stop) {
-    auto probed =
-        probe_entries(path, kFilmEntries, stop, joined(options, {"-read_intervals", kSample}));
+    auto probed = sample(path, options, stop);
     if (probed) {
         mark_jittery_streams(*probed);
         keep_input_options(*probed, options);
@@ -144,6 +163,11 @@ Result<Film> find_film(const std::string& path, const json& probed, const std::s
     auto film = moving_film(path, probed, unusable, stop);
     if (film && !film->duration_is_certain) {
         film->duration = measured_duration(path, *film, stop);
+    }
+    const std::string format = text(member(probed, "format"), "format_name");
+    if (film && (format == "mpegts" || format == "mpeg")) {
+        const auto length = length_without_jumps(path);
+        film->duration = length ? length : film->duration;
     }
     if (stop.received() != 0) {
         return stop.failure();

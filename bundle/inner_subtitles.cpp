@@ -121,8 +121,6 @@ void InnerSubtitles::extend(FfmpegWork& work) const {
         return;
     }
     auto& arguments = work.arguments;
-    // Whatever becomes of a subtitle, it is no reason to fail.
-    arguments.insert(arguments.begin(), {"-max_error_rate", "1"});
     const auto behind_input = std::find(arguments.begin(), arguments.end(), "-i") + 2;
     const auto more = second_offset_ ? second_input() : stream_arguments();
     arguments.insert(second_offset_ ? behind_input : arguments.begin(), more.begin(), more.end());

@@ -6,6 +6,7 @@
 #include <array>
 #include <cerrno>
 
+#include "bytes_read.h"
 #include "child.h"
 #include "stall_watch.h"
 
@@ -52,11 +53,12 @@ class Stream {
     const std::function<void(std::string_view)>& receiver_;
 };
 
-void wait_for_news(const Stream& output, const Stream& errors, const StopSignals& stop) {
+void wait_for_news(const Stream& output, const Stream& errors, std::chrono::milliseconds longest,
+                   const StopSignals& stop) {
     std::array<pollfd, 3> sources{{{stop.wake_descriptor(), POLLIN, 0},
                                    {output.descriptor(), POLLIN, 0},
                                    {errors.descriptor(), POLLIN, 0}}};
-    ::poll(sources.data(), sources.size(), static_cast<int>(kTick.count()));
+    ::poll(sources.data(), sources.size(), static_cast<int>(longest.count()));
     stop.drain();
 }
 
@@ -67,9 +69,23 @@ std::string name_of(const Command& command) {
 /// Keeps the limits of a running program.
 class Limits {
   public:
-    Limits(const Command& command, pid_t id) : command_(command), stall_(id, kLongestStall) {}
+    Limits(const Command& command, pid_t id)
+        : command_(command), id_(id), stall_(id, kLongestStall) {}
+
+    /// How long may pass between two looks at the limits.
+    std::chrono::milliseconds longest_wait() const {
+        return command_.most_read > 0 ? kGlance : kTick;
+    }
 
     void heard() { stall_.heard(); }
+
+    /// Costs little: asked more often than `exceeded`.
+    MaybeFailure has_read_too_much() const {
+        if (command_.most_read == 0 || bytes_read(id_) <= command_.most_read) {
+            return std::nullopt;
+        }
+        return Failure{name_of(command_) + " has read more than it may", kStatusReadTooMuch};
+    }
 
     MaybeFailure exceeded() {
         if (stall_.stalled()) {
@@ -86,7 +102,10 @@ class Limits {
   private:
     using Clock = StallWatch::Clock;
 
+    static constexpr std::chrono::milliseconds kGlance{20};
+
     const Command& command_;
+    pid_t id_;
     StallWatch stall_;
     Clock::time_point start_ = Clock::now();
 };
@@ -124,7 +143,10 @@ Result<int> run(const Command& command, const Listener& listener, const StopSign
                 return *failure;
             }
         }
-        wait_for_news(output, errors, stop);
+        if (auto failure = limits.has_read_too_much()) {
+            return *failure;
+        }
+        wait_for_news(output, errors, limits.longest_wait(), stop);
     }
     return stop.failure();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -19,6 +20,7 @@ struct Command {
     int input = -1;                      ///< descriptor of its standard input, not owned; -1: empty
     std::chrono::milliseconds longest_run{0};  ///< it is killed then; 0: no limit
     std::vector<int> inherited = {};           ///< descriptors that it gets as they are, not owned
+    std::int64_t most_read = 0;  ///< bytes; it is killed soon after it has read more; 0: no limit
 };
 
 /// What `run` calls while the program runs, all from the calling thread; any may be empty.
@@ -30,6 +32,9 @@ struct Listener {
 };
 
 inline constexpr std::chrono::milliseconds kTick{250};
+
+/// The status of the failure of a program that has read more than it may.
+inline constexpr int kStatusReadTooMuch = 3;
 
 /// How long a program may stand still before it is given up; see `StallWatch`.
 inline constexpr std::chrono::milliseconds kLongestStall{8000};

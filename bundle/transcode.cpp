@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "console.h"
@@ -10,6 +11,7 @@
 #include "film_check.h"
 #include "film_probe.h"
 #include "film_report.h"
+#include "intended_length.h"
 #include "private_file.h"
 #include "source_check.h"
 #include "trace.h"
@@ -30,7 +32,9 @@ MaybeFailure check_output(const TranscodeRequest& request) {
 
 /// What a finished film lacks, as a trace tells it; usually nothing.
 std::optional<Report> lacking(const TranscodeRequest& request, const EncodedFilm& made) {
-    const std::string missing = shortfall(made.film.duration.value_or(0), made.duration);
+    const double promised =
+        std::max(made.film.duration.value_or(0), intended_length(request.input, made.duration));
+    const std::string missing = shortfall(promised, made.duration);
     const std::string silent =
         made.film.has_lost_sound
             ? "The film has no sound: there is some in the source, but none that can be decoded."

@@ -46,7 +46,7 @@ TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
                                              "/out/private", true);
     EXPECT_EQ(
         joined(arguments),
-        "-reinit_filter 0 -i file:-lead: in.avi -map 0:0 -map 0:1 "
+        "-reinit_filter 0 -max_error_rate 1 -i file:-lead: in.avi -map 0:0 -map 0:1 "
         "-af aformat=sample_fmts=fltp:channel_layouts=mono|stereo,pan=stereo|FL=FL+FC|FR=FR+FC,"
         "aresample=async=50:min_comp=0.01:min_hard_comp=0.015 "
         "-c:a aac -b:a 128k -ac 2 -ar 44100 "

@@ -22,6 +22,12 @@ TEST(Shortfall, IsNotToldForLess) {
     EXPECT_EQ(shortfall(0, 30), "");
 }
 
+TEST(NearlyNothing, IsLessThanAHundredth) {
+    EXPECT_TRUE(is_nearly_nothing(100, 0.9));
+    EXPECT_FALSE(is_nearly_nothing(100, 1));
+    EXPECT_FALSE(is_nearly_nothing(0, 0));
+}
+
 /// Why a film of which these streams are wanted is refused; empty when it is not.
 std::string refusal(const std::string& path, const Streams& streams) {
     const auto duration = check_film(path, streams);

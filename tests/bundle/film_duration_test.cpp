@@ -75,5 +75,29 @@ TEST(FilmDuration, IsNotTouchedByCoversAndAttachments) {
     EXPECT_TRUE(film.duration_is_certain);
 }
 
+/// A film whose clock starts at `start`, in a file of which the header gives `duration`.
+Film film_starting_at(double start, const char* duration, const char* format = "asf") {
+    Film film;
+    film.start = start;
+    set_duration(film, {{"streams", {stream(0, "")}},
+                        {"format", {{"duration", duration}, {"format_name", format}}}});
+    return film;
+}
+
+TEST(FilmDuration, IsUncertainWhereItMayBeTheTimeOnTheClock) {
+    EXPECT_FALSE(film_starting_at(3600, "3604").duration_is_certain);
+    EXPECT_TRUE(film_starting_at(3600, "4").duration_is_certain);
+    EXPECT_TRUE(film_starting_at(1, "4").duration_is_certain);
+    EXPECT_TRUE(film_starting_at(3600, "3604", "mpegts").duration_is_certain);
+    EXPECT_FALSE(film_starting_at(3600, "3604", "matroska,webm").duration_is_certain);
+}
+
+TEST(LengthByHeader, IsCountedFromTheStartUnlessPacketsEndLater) {
+    EXPECT_EQ(length_by_header(film_starting_at(3600, "3604"), 3604), 4);
+    EXPECT_EQ(length_by_header(film_starting_at(3600, "3604"), 3602), 4);
+    EXPECT_EQ(length_by_header(film_starting_at(3600, "3700"), 7300), 3700);
+    EXPECT_EQ(length_by_header(film_starting_at(1, "4"), 3), 4);
+}
+
 }  // namespace
 }  // namespace bundle

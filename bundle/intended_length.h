@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace bundle {
+
+/// What the header of a truncated AVI or ASF (WMV) file says about the whole movie, in seconds, by
+/// the beginning of the file and its size in bytes. Empty for any other file, and where the file is
+/// as large as its header says.
+///
+/// AVI: the sizes of the RIFF chunk and the length of the video stream ("strh"). ASF: the File
+/// Properties Object (Advanced Systems Format Specification, 3.2).
+std::optional<double> length_in_header(std::string_view head, std::int64_t size);
+
+/// Where the zeros at the end of a file begin, to the nearest 16 KiB; the file's size when there
+/// are none. A download that has reserved the room for all of a movie ends in zeros.
+std::int64_t content_end(const std::string& path);
+
+/// How long the movie in the file was before it was truncated, as far as that can be found out, in
+/// seconds; 0 when nothing shows that it was. `readable` is how many seconds can be read: with
+/// zeros at the end, the rest is taken to be as long for its size.
+double intended_length(const std::string& path, double readable);
+
+}  // namespace bundle

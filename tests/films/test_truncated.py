@@ -1,0 +1,99 @@
+"""Truncated and damaged movies are converted up to the truncation, and that is reported."""
+
+from film_case import FilmCase, frame_times, picture, probe, tone
+from table import row
+
+SECTION = "The film that comes in"
+SECONDS = 6
+CODECS = {
+    "avi": ("mpeg4", "libmp3lame"),
+    "wmv": ("wmv2", "wmav2"),
+    "flv": ("flv", "libmp3lame"),
+    "mkv": ("mpeg4", "aac"),
+    "ts": ("mpeg2video", "mp2"),
+    "mpg": ("mpeg2video", "mp2"),
+    "mp4": ("mpeg4", "aac"),
+}
+
+
+class Truncated(FilmCase):
+    def movie(self, container: str, *more: object):
+        video, audio = CODECS[container]
+        coding = ("-c:v", video, "-b:v", "400k", "-g", 5, "-c:a", audio, *more)
+        return self.film(f"movie.{container}", *picture(SECONDS), *tone(SECONDS), *coding)
+
+    def trace(self) -> str:
+        path = self.out.with_name("out.mp4.failed.txt")
+        return path.read_text(encoding="utf-8") if path.exists() else ""
+
+    def check_reported(self, case: str) -> None:
+        end = frame_times(self.out)[-1]
+        self.assertTrue(1 < end < SECONDS - 1, end)
+        self.assertIn("are missing", self.trace())
+        row(SECTION, case, "what is there is converted; the trace reports what is missing")
+
+    def test_half_a_movie(self) -> None:
+        for container in ("avi", "wmv", "flv", "mkv"):
+            movie = self.movie(container)
+            if container in ("avi", "wmv"):
+                self.convert(movie)
+                self.assertEqual(self.trace(), "")
+            with movie.open("r+b") as file:
+                file.truncate(movie.stat().st_size // 2)
+            self.convert(movie)
+            self.check_reported(f"half of a movie in {container.upper()}")
+
+    def test_half_a_movie_filled_up_with_zeros(self) -> None:
+        for container in ("ts", "mpg", "flv"):
+            movie = self.movie(container)
+            size = movie.stat().st_size
+            with movie.open("r+b") as file:
+                file.truncate(size // 2)
+                file.truncate(size)
+            self.convert(movie)
+            self.check_reported(f"half of a movie in {container.upper()}, then zeros")
+
+    def damage_picture(self, movie, first: int) -> None:
+        data = bytearray(movie.read_bytes())
+        packets = probe(movie, "-show_packets", "-select_streams", "v")["packets"]
+        for packet in packets[first:]:
+            start, size = int(packet["pos"]), int(packet["size"])
+            data[start : start + size] = b"\xff" * size
+        movie.write_bytes(data)
+
+    def test_a_picture_that_is_damaged_after_its_first_fifth(self) -> None:
+        movie = self.movie("mp4")
+        self.damage_picture(movie, 30)
+        self.convert(movie)
+        self.check_reported("four fifths of the picture damaged")
+
+    def test_a_picture_that_is_all_damaged(self) -> None:
+        movie = self.movie("mp4")
+        self.damage_picture(movie, 1)
+        self.out.write_text("old")
+        ended = self.transcode(movie, 160, 120)
+        self.assertEqual(ended.status, 1, ended.text)
+        self.assertEqual(self.out.read_text(), "old")
+        self.assertNotEqual(self.trace(), "")
+        row(SECTION, "all of the picture but one frame damaged", "refused; the older file stays")
+
+    def test_chapters_of_a_longer_movie(self) -> None:
+        chapters = self.folder / "chapters"
+        text = ";FFMETADATA1\n"
+        for at, title in ((0, "One"), (1, "Two"), (600, "Three")):
+            text += f"[CHAPTER]\nTIMEBASE=1/1\nSTART={at}\nEND={at + 2100}\ntitle={title}\n"
+        chapters.write_text(text)
+        movie = self.film(
+            "chapters.mkv",
+            *(*picture(2), *tone(2), "-i", chapters, "-map_chapters", 2),
+            *("-c:v", "mpeg4", "-c:a", "aac"),
+        )
+        self.convert(movie)
+        made = probe(self.out)
+        self.assertAlmostEqual(float(made["format"]["duration"]), 2, delta=0.1)
+        found = [
+            (chapter["tags"]["title"], round(float(chapter["end_time"]))) for chapter in made["chapters"]
+        ]
+        self.assertEqual(found, [("One", 1), ("Two", 2)])
+        case = "2 s with chapters One, Two and Three up to 45 minutes"
+        row(SECTION, case, "2 s long; the chapters One and Two")
