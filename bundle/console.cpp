@@ -61,9 +61,13 @@ void write_patiently(int descriptor, std::string_view text) {
 }
 
 void complain(std::string_view tool, std::string_view message) {
-    std::string line(tool);
-    line.append(": ").append(printable(message)).append("\n");
-    write_patiently(STDERR_FILENO, line);
+    const std::string prefix = std::string(tool) + ": ";
+    std::string lines = prefix;
+    for (const char c : printable(message)) {
+        lines += c;
+        lines += c == '\n' ? prefix : "";
+    }
+    write_patiently(STDERR_FILENO, lines + "\n");
 }
 
 std::string printable(std::string_view text) {
@@ -88,7 +92,11 @@ std::string in_quotes(std::string_view name) {
         }
         text.replace(first, last - first, "...");
     }
-    text = printable(text);
+    return whole_in_quotes(text);
+}
+
+std::string whole_in_quotes(std::string_view path) {
+    std::string text = printable(path);
     std::replace(text.begin(), text.end(), '\n', '?');
     return "'" + text + "'";
 }

@@ -13,7 +13,8 @@ void write_if_ready(int descriptor, std::string_view text);
 /// As `write_if_ready`, but waits up to a second for a slow reader before it drops the text.
 void write_patiently(int descriptor, std::string_view text);
 
-/// Writes a line "TOOL: message" to the error stream, patiently. The message is made printable.
+/// Writes the message to the error stream, patiently, each of its lines as "TOOL: line": the
+/// program passes on no others. The message is made printable.
 void complain(std::string_view tool, std::string_view message);
 
 /// `text` with every control character but the line feed shown as '?', so that a name or a message
@@ -23,6 +24,9 @@ std::string printable(std::string_view text);
 
 /// A name in a message: printable, on one line, in single quotes, shortened in its middle.
 std::string in_quotes(std::string_view name);
+
+/// A path as a person copies it: printable, on one line, in single quotes, however long.
+std::string whole_in_quotes(std::string_view path);
 
 /// Keeps the end of what another program printed, never more than `kLimit` bytes.
 class MessageTail {

@@ -1,5 +1,7 @@
 #include "ffmpeg_run.h"
 
+#include <unistd.h>
+
 #include <csignal>
 #include <cstring>
 #include <utility>
@@ -22,10 +24,19 @@ std::vector<std::string> with_manners(const std::vector<std::string>& arguments)
     return all;
 }
 
+constexpr int kKilled = 128;
+
+bool is_killed(int status) {
+    return status > kKilled && status < kKilled + NSIG;
+}
+
+Cause cause_of(int status) {
+    return is_killed(status) ? Cause::kEnded : Cause::kUnknown;
+}
+
 /// An exit status in words.
 std::string told(int status) {
-    constexpr int kKilled = 128;
-    if (status <= kKilled || status >= kKilled + NSIG) {
+    if (!is_killed(status)) {
         return "the system's ffmpeg failed with status " + std::to_string(status);
     }
     return "the system's ffmpeg was ended from outside by signal " +
@@ -71,16 +82,17 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
     if (*status != 0) {
         judge();
         // A stop that reaches both may be heard after ffmpeg has ended by it.
-        return stop.received() != 0
-                   ? stop.failure()
-                   : Failure{told(*status) + on(work.subject), kStatusFailed, std::move(text)};
+        return stop.received() != 0 ? stop.failure()
+                                    : Failure{told(*status) + on(work.subject), kStatusFailed,
+                                              std::move(text), cause_of(*status)};
     }
     return text;
 }
 
 void tell_messages(const std::string& messages, const std::string& subject) {
     if (!messages.empty()) {
-        complain("the system's ffmpeg" + on(subject), messages);
+        write_patiently(STDERR_FILENO,
+                        "the system's ffmpeg" + on(subject) + ": " + printable(messages) + "\n");
     }
 }
 

@@ -20,8 +20,9 @@ constexpr std::chrono::seconds kLongestProbe{60};
 
 Failure unreadable(const std::string& path, const nlohmann::json& answer) {
     const std::string reason = text(member(answer, "error"), "string");
-    return {in_quotes(path) +
-            " is not a movie: " + (reason.empty() ? "ffprobe gives no answer" : printable(reason))};
+    return failure_by(Cause::kNoMovie,
+                      in_quotes(path) + " is not a movie: " +
+                          (reason.empty() ? "ffprobe gives no answer" : printable(reason)));
 }
 
 /// Cuts what a program prints into lines, however it comes; the end of an overlong line is dropped.
@@ -96,10 +97,9 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
     };
     const auto status = run(command, {collect, {}, {}}, stop);
     if (!status) {
-        return stop.received() != 0 ? status.failure()
-                                    : Failure{"cannot look into " + in_quotes(path) + ": " +
-                                                  status.failure().message,
-                                              status.failure().status};
+        return stop.received() != 0
+                   ? status.failure()
+                   : about("cannot look into " + in_quotes(path), status.failure());
     }
     auto parsed = nlohmann::json::parse(answer, nullptr, false);
     if (*status != 0 || !parsed.is_object()) {

@@ -7,6 +7,7 @@
 #include "film_duration.h"
 #include "json_reading.h"
 #include "programmes.h"
+#include "rejection.h"
 #include "stereo_pair.h"
 #include "stream_choice.h"
 
@@ -143,20 +144,24 @@ const char* const kFilmEntries =
     "format=format_name,duration,start_time,bit_rate:"
     "format_tags=creation_time,date,location,com.apple.quicktime.creationdate,"
     "com.apple.quicktime.location.ISO6709:"
-    "stream=index,codec_type,codec_name,pix_fmt,width,height,sample_aspect_ratio,field_order,"
+    "stream=index,codec_type,codec_name,codec_tag_string,pix_fmt,width,height,"
+    "sample_aspect_ratio,field_order,"
     "color_range,color_space,color_transfer,color_primaries,avg_frame_rate,r_frame_rate,time_base,"
     "start_time,duration,sample_fmt,sample_rate,channels,channel_layout:"
     "stream_disposition=default,forced,attached_pic,timed_thumbnails,still_image,dub,comment,"
     "karaoke,hearing_impaired,visual_impaired,clean_effects,descriptions:"
     "stream_tags=language,title,DURATION,DURATION-eng,creation_time:"
     "stream_side_data=rotation:program_stream=index:"
-    "packet=stream_index,pts_time,duration_time";
+    "packet=stream_index,pts_time,duration_time:packet_side_data=side_data_type";
 
 Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
+    if (is_protected(probed)) {
+        return protected_film();
+    }
     const Candidates pictures = candidates(probed, "video", unusable);
     const auto picture = choose_picture(pictures.facts);
     if (!picture) {
-        return Failure{"there is no moving picture in it that can be decoded"};
+        return no_picture(probed);
     }
     const json& stream = *pictures.streams[*picture];
     const json& format = member(probed, "format");

@@ -50,7 +50,7 @@ Result<Film> moving_film(const std::string& path, const json& probed, std::set<i
     while (true) {
         auto film = film_from(probed, unusable);
         if (!film) {
-            return Failure{in_quotes(path) + " is not a movie: " + film.failure().message};
+            return about(in_quotes(path) + " is not a movie", film.failure());
         }
         if (!film->video.may_be_one_frame) {
             return film;

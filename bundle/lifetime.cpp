@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 
 #ifdef __linux__
@@ -91,7 +92,11 @@ int StopSignals::received() const {
 }
 
 Failure StopSignals::failure() const {
-    return {"stopped by signal " + std::to_string(received()), 128 + received()};
+    return {
+        "stopped by signal " + std::to_string(received()) + " (" + ::strsignal(received()) + ")",
+        128 + received(),
+        {},
+        Cause::kEnded};
 }
 
 int StopSignals::wake_descriptor() const {

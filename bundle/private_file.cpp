@@ -30,7 +30,8 @@ constexpr int kAttempts = 5;
 constexpr std::size_t kProbeSize = 262144;
 
 Failure failure(const char* what) {
-    return {std::string(what) + ": " + std::strerror(errno)};
+    const int error = errno;
+    return failure_by(write_cause(error), std::string(what) + ": " + std::strerror(error));
 }
 
 bool is_private_name(std::string_view name) {
@@ -93,7 +94,7 @@ void flush_folder(const std::string& folder) {
 
 Result<PrivateFile> PrivateFile::create(const std::string& target) {
     if (exists(target) && !is_regular_file(target)) {
-        return Failure{"the output is not an ordinary file"};
+        return failure_by(Cause::kTargetIsNoFile, "the output is not an ordinary file");
     }
     const std::string folder = folder_of(target);
     sweep(folder);
@@ -170,7 +171,9 @@ MaybeFailure PrivateFile::still_there() const {
         status.st_dev == found.st_dev && status.st_ino == found.st_ino) {
         return std::nullopt;
     }
-    return Failure{"the output's folder, or the unfinished file in it, was removed or moved away"};
+    return failure_by(
+        Cause::kFolderGone,
+        "the output's folder, or the unfinished file in it, was removed or moved away");
 }
 
 MaybeFailure PrivateFile::takes_more() const {
@@ -192,6 +195,7 @@ Failure PrivateFile::explained(Failure failure) const {
     trouble = trouble ? trouble : takes_more();
     if (trouble) {
         failure.message = trouble->message;
+        failure.cause = trouble->cause;
     }
     return failure;
 }

@@ -89,12 +89,14 @@ class Limits {
 
     MaybeFailure exceeded() {
         if (stall_.stalled()) {
-            return Failure{name_of(command_) + " gave no sign of life for " +
-                           std::to_string(kLongestStall.count() / 1000) + " seconds"};
+            return failure_by(Cause::kStalled, name_of(command_) + " gave no sign of life for " +
+                                                   std::to_string(kLongestStall.count() / 1000) +
+                                                   " seconds");
         }
         if (command_.longest_run.count() > 0 && Clock::now() - start_ > command_.longest_run) {
-            return Failure{name_of(command_) + " came to no end within " +
-                           std::to_string(command_.longest_run.count() / 1000) + " seconds"};
+            return failure_by(Cause::kStalled,
+                              name_of(command_) + " came to no end within " +
+                                  std::to_string(command_.longest_run.count() / 1000) + " seconds");
         }
         return std::nullopt;
     }

@@ -5,6 +5,8 @@
 #include <utility>
 #include <variant>
 
+#include "cause.h"
+
 namespace bundle {
 
 /// Exit statuses of both tools; a run ended by a signal gives 128 plus the signal's number.
@@ -16,7 +18,13 @@ struct Failure {
     std::string message;
     int status = kStatusFailed;
     std::string details = {};  ///< the last lines of the tool that failed; may be empty
+    Cause cause = Cause::kUnknown;
 };
+
+/// A failure of a known cause.
+inline Failure failure_by(Cause cause, std::string message) {
+    return {std::move(message), kStatusFailed, {}, cause};
+}
 
 /// The failure with what it is about in front of its message.
 inline Failure about(const std::string& what, Failure failure) {

@@ -77,16 +77,17 @@ void dismiss(pid_t id, bool hangs) {
 
 MaybeFailure judge(const std::string& path, const Finding& finding) {
     if (finding.error != 0) {
-        return Failure{"cannot read " + in_quotes(path) + ": " + std::strerror(finding.error)};
+        return failure_by(read_cause(finding.error),
+                          "cannot read " + in_quotes(path) + ": " + std::strerror(finding.error));
     }
     if (S_ISDIR(finding.mode)) {
-        return Failure{in_quotes(path) + " is a folder"};
+        return failure_by(Cause::kNoFile, in_quotes(path) + " is a folder");
     }
     if (!S_ISREG(finding.mode)) {
-        return Failure{in_quotes(path) + " is not an ordinary file"};
+        return failure_by(Cause::kNoFile, in_quotes(path) + " is not an ordinary file");
     }
     if (finding.size == 0) {
-        return Failure{in_quotes(path) + " is empty"};
+        return failure_by(Cause::kMovieEmpty, in_quotes(path) + " is empty");
     }
     return std::nullopt;
 }
@@ -112,7 +113,8 @@ MaybeFailure check_source(const std::string& path, const StopSignals& stop) {
         return stop.failure();
     }
     if (!finding) {
-        return Failure{in_quotes(path) + " cannot be reached: its drive does not answer"};
+        return failure_by(Cause::kDriveSilent,
+                          in_quotes(path) + " cannot be reached: its drive does not answer");
     }
     return judge(path, *finding);
 }

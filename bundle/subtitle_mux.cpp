@@ -15,6 +15,7 @@
 #include "private_file.h"
 #include "progress.h"
 #include "subtitle_text.h"
+#include "telling.h"
 #include "text_track.h"
 #include "trace.h"
 
@@ -50,19 +51,27 @@ MaybeFailure mux(const SubtitleRequest& request, const Container& container,
     return std::nullopt;
 }
 
+Subject subject_of(const SubtitleRequest& request) {
+    return {request.film, request.subtitles};
+}
+
 MaybeFailure check_request(const SubtitleRequest& request) {
     if (same_file(request.subtitles, request.film)) {
         return Failure{"the film and the subtitles are the same file"};
     }
-    if (tells_of_no_output(request.film)) {
-        return Failure{"its conversion has failed, and what lies there is older"};
+    if (tells_of_no_output(subject_of(request))) {
+        return failure_by(Cause::kNotConverted, exists(request.film)
+                                                    ? "the movie was not converted, and what lies "
+                                                      "there is an older MP4 file"
+                                                    : "the movie was not converted");
     }
     return std::nullopt;
 }
 
 MaybeFailure check_container(const Container& container) {
-    return container.is_mp4 && container.width > 0 ? MaybeFailure()
-                                                   : Failure{"the film is not an MP4 film"};
+    return container.is_mp4 && container.width > 0
+               ? MaybeFailure()
+               : failure_by(Cause::kNotMp4, "the film is not an MP4 film");
 }
 
 /// Puts the text where players expect it, and looks whether the new film is whole.
@@ -79,9 +88,9 @@ MaybeFailure place_and_check(const std::string& film, const Container& container
 
 std::string what_was_left(const SubtitleRequest& request) {
     const std::string film = in_quotes(request.film);
-    return (exists(request.film) ? "The film " + film + " is there, without these subtitles; "
-                                 : "There is no film " + film + "; ") +
-           in_quotes(request.subtitles) + " is as it was.";
+    return (exists(request.film) ? "The MP4 file " + film + " is there, without these subtitles. "
+                                 : "There is no MP4 file " + film + ". ") +
+           "The subtitle file " + in_quotes(request.subtitles) + " is as it was.";
 }
 
 MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
@@ -181,11 +190,11 @@ MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& st
         auto failure = about("cannot add the subtitles " + in_quotes(request.subtitles) + " to " +
                                  in_quotes(request.film),
                              *reason);
-        tell_in_trace(request.film, Step::kSubtitles,
-                      {failure.message, what_was_left(request), failure.details});
+        tell_in_trace(subject_of(request), Step::kSubtitles,
+                      failed_report(Step::kSubtitles, failure, what_was_left(request)));
         return failure;
     }
-    clear_trace(request.film, Step::kSubtitles);
+    clear_trace(subject_of(request), Step::kSubtitles);
     write_if_ready(STDOUT_FILENO, file_progress_line(100));
     return std::nullopt;
 }

@@ -16,15 +16,16 @@ constexpr std::int64_t kLargestFile = std::int64_t{16} << 20;
 
 Result<std::string> read_file(const std::string& path) {
     if (auto failure = check_input(path)) {
+        failure->cause = Cause::kSubtitles;
         return *failure;
     }
     if (file_size(path) > kLargestFile) {
-        return Failure{"the subtitle file is too large to be one"};
+        return failure_by(Cause::kSubtitles, "the subtitle file is too large to be one");
     }
     std::ifstream file(path, std::ios::binary);
     std::string content(std::istreambuf_iterator<char>(file), {});
     if (file.bad()) {
-        return Failure{"cannot read the subtitle file"};
+        return failure_by(Cause::kSubtitles, "cannot read the subtitle file");
     }
     return content;
 }
@@ -37,15 +38,16 @@ Result<std::vector<Cue>> read_subtitles(const std::string& path) {
         return content.failure();
     }
     if (content->empty()) {
-        return Failure{"the subtitle file is empty"};
+        return failure_by(Cause::kSubtitles, "the subtitle file is empty");
     }
     const auto text = text_in_utf8(*content);
     if (!text) {
-        return Failure{"the subtitle file can't be read: " + text.failure().message};
+        return failure_by(Cause::kSubtitles,
+                          "the subtitle file can't be read: " + text.failure().message);
     }
     auto cues = one_at_a_time(read_subrip(*text));
     if (cues.empty()) {
-        return Failure{"the subtitle file holds no subtitles in SubRip form"};
+        return failure_by(Cause::kSubtitles, "the subtitle file holds no subtitles in SubRip form");
     }
     return cues;
 }

@@ -58,8 +58,9 @@ Result<std::string> find_system_tool(const std::string& name, const char* variab
         if (*named == '/' && is_usable(named)) {
             return std::string(named);
         }
-        return Failure{std::string(variable) +
-                       " does not name a program by its full path: " + in_quotes(named)};
+        return failure_by(Cause::kToolMissing,
+                          std::string(variable) +
+                              " does not name a program by its full path: " + in_quotes(named));
     }
     const char* path = std::getenv("PATH");
     std::istringstream folders(path == nullptr ? "" : path);
@@ -72,8 +73,9 @@ Result<std::string> find_system_tool(const std::string& name, const char* variab
             return candidate;
         }
     }
-    return Failure{"the system's " + name + " is missing: it is in no folder of PATH, and " +
-                   variable + " is not set"};
+    return failure_by(Cause::kToolMissing, "the system's " + name +
+                                               " is missing: it is in no folder of PATH, and " +
+                                               variable + " is not set");
 }
 
 Result<std::string> find_ffmpeg() {

@@ -13,7 +13,9 @@
 #include "film_report.h"
 #include "intended_length.h"
 #include "private_file.h"
+#include "rejection.h"
 #include "source_check.h"
+#include "telling.h"
 #include "trace.h"
 
 namespace bundle {
@@ -22,12 +24,20 @@ namespace {
 
 MaybeFailure check_output(const TranscodeRequest& request) {
     if (same_file(request.input, request.output)) {
-        return Failure{in_quotes(request.output) + " is the input file itself"};
+        return failure_by(Cause::kTargetIsMovie,
+                          in_quotes(request.output) + " is the input file itself");
     }
     if (!request.overwrite && exists(request.output)) {
         return Failure{in_quotes(request.output) + " exists already and -y is not given"};
     }
     return std::nullopt;
+}
+
+std::string advice_on_lacking(bool is_whole) {
+    return is_whole ? "Check whether the movie has sound when it plays. Keep the movie until you "
+                      "have a copy whose sound can be converted."
+                    : "Check whether the movie plays to its end. If it does not, get the whole "
+                      "movie and convert it again; keep this one until then.";
 }
 
 /// What a finished film lacks, as a trace tells it; usually nothing.
@@ -37,16 +47,20 @@ std::optional<Report> lacking(const TranscodeRequest& request, const EncodedFilm
     const std::string missing = shortfall(promised, made.duration);
     const std::string silent =
         made.film.has_lost_sound
-            ? "The film has no sound: there is some in the source, but none that can be decoded."
+            ? "The MP4 file has no sound: the movie has some, but none that can be decoded."
             : "";
     if (missing.empty() && silent.empty()) {
         return std::nullopt;
     }
     return Report{in_quotes(request.input) + ": " + missing +
                       (missing.empty() || silent.empty() ? "" : " ") + silent,
-                  missing.empty() ? "The film was delivered without sound."
-                                  : "The film was delivered as far as it goes.",
-                  made.messages, true};
+                  "The MP4 file " + in_quotes(request.output) + " was made, " +
+                      (missing.empty() ? "without sound." : "with what there is of the movie."),
+                  made.messages,
+                  true,
+                  advice_on_lacking(missing.empty()),
+                  missing.empty() ? "The MP4 file has no sound: the movie's cannot be decoded."
+                                  : "The MP4 file is shorter than the movie should be."};
 }
 
 /// Makes the output; what a trace has to tell about it.
@@ -73,8 +87,21 @@ Result<std::optional<Report>> convert(const TranscodeRequest& request, const Sto
 
 /// What became of an output that was not made; `was_there` tells whether there was an older one.
 std::string untouched(const std::string& output, bool was_there) {
-    return was_there ? "What was at " + in_quotes(output) + " before is still there."
-                     : "Nothing was put at " + in_quotes(output) + ".";
+    return was_there ? "The older MP4 file " + in_quotes(output) + " is still there."
+                     : "There is no MP4 file " + in_quotes(output) + ".";
+}
+
+/// Where the traces of a conversion go. Nothing is written to a drive that does not answer.
+Subject subject_of(const TranscodeRequest& request, Cause cause = Cause::kUnknown) {
+    const bool hangs = cause == Cause::kDriveSilent || cause == Cause::kStalled;
+    return {request.output, hangs ? "" : request.input};
+}
+
+/// Says on the console why the program will not take a movie that was reported on.
+void tell_rejection(const std::string& path, const Film& film) {
+    if (const auto reason = rejection_of(film)) {
+        complain("ffmpeg", in_quotes(path) + " cannot be converted: " + *reason);
+    }
 }
 
 }  // namespace
@@ -89,6 +116,7 @@ MaybeFailure report_film(const std::string& path, const StopSignals& stop) {
         return film.failure();
     }
     write_patiently(STDERR_FILENO, film_report(*film));
+    tell_rejection(path, *film);
     return std::nullopt;
 }
 
@@ -101,26 +129,28 @@ MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop)
                   outcome.failure());
         // Who stops a conversion knows about it.
         if (stop.received() == 0) {
-            tell_in_trace(request.output, Step::kConversion,
-                          {failure.message,
-                           "The movie " + in_quotes(request.input) + " was only read. " +
-                               untouched(request.output, was_there),
-                           failure.details});
+            tell_in_trace(
+                subject_of(request, failure.cause), Step::kConversion,
+                failed_report(Step::kConversion, failure,
+                              "The movie " + in_quotes(request.input) + " was only read. " +
+                                  untouched(request.output, was_there)));
         }
         return failure;
     }
-    clear_trace(request.output, Step::kConversion);
+    clear_trace(subject_of(request), Step::kConversion);
     if (*outcome) {
         complain("ffmpeg", (*outcome)->happened);
-        tell_in_trace(request.output, Step::kConversion, **outcome);
+        tell_in_trace(subject_of(request), Step::kConversion, **outcome);
     }
     return std::nullopt;
 }
 
 void tell_of_refusal(const std::string& output, const Failure& failure) {
-    tell_in_trace(output, Step::kConversion,
-                  {"The command line was not understood: " + failure.message,
-                   "No movie was read. " + untouched(output, exists(output)), ""});
+    const Failure why = failure_by(Cause::kNotUnderstood,
+                                   "The command line was not understood: " + failure.message);
+    tell_in_trace({output, ""}, Step::kConversion,
+                  failed_report(Step::kConversion, why,
+                                "No movie was read. " + untouched(output, exists(output))));
 }
 
 }  // namespace bundle

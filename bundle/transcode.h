@@ -9,7 +9,7 @@
 namespace bundle {
 
 /// Writes the report on a film to the error stream. Nothing else is written there, whether it
-/// succeeds or not.
+/// succeeds or not, but for the reason why the program will not take a film that says too little.
 MaybeFailure report_film(const std::string& path, const StopSignals& stop);
 
 /// Converts a film, with progress lines in the old form on the error stream.

@@ -42,6 +42,12 @@ TEST(Console, DropsWhatAFullPipeDoesNotTake) {
     EXPECT_TRUE(rest.ends_with("kept"));
 }
 
+TEST(Console, NamesTheToolOnEveryLineOfAComplaint) {
+    testing::internal::CaptureStderr();
+    complain("ffmpeg", "first\nsecond\r");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "ffmpeg: first\nffmpeg: second?\n");
+}
+
 TEST(MessageTail, KeepsTheLastWholeLines) {
     MessageTail tail;
     for (int line = 0; line < 1000; ++line) {

@@ -194,7 +194,8 @@ TEST_F(Subtitles, TellInTheTraceWhetherThereIsAFilm) {
     EXPECT_NE(content_of(film_ + ".failed.txt").find("' is there, without"), std::string::npos);
     const std::string missing = folder_ / "missing.mp4";
     EXPECT_EQ(add(text, missing), 1);
-    EXPECT_NE(content_of(missing + ".failed.txt").find("There is no film '"), std::string::npos);
+    EXPECT_NE(content_of(missing + ".failed.txt").find("There is no MP4 file '"),
+              std::string::npos);
 }
 
 TEST(SubtitleRequest, CutsOnlyTheLastHandler) {

@@ -11,6 +11,9 @@ from table import row, unmeasured
 
 SECTION = "The film that comes in"
 LIMIT = 10
+CENC = ["-c:v", "libx264", "-encryption_scheme", "cenc-aes-ctr"]
+CENC += ["-encryption_key", "76a6c65c5ea762046bd749a2e632ccbb"]
+CENC += ["-encryption_kid", "a7e61c373e219033c21091fa607bf3b8"]
 
 DEAD_DRIVE = """
 import ctypes, os, subprocess, sys
@@ -24,7 +27,7 @@ sys.exit(subprocess.run(sys.argv[2:]).returncode)
 
 
 class Broken(FilmCase):
-    def ends(self, path: object, **more: object) -> str:
+    def ends(self, path: object, name: str = "", **more: object) -> str:
         """Report and conversion end in time with one message that names it; what they say."""
         said = set()
         self.out.write_text("old")
@@ -35,7 +38,7 @@ class Broken(FilmCase):
             self.assertEqual(ended.status, 1, ended.text)
             self.assertIsNone(self.read(ended))
             (message,) = ended.messages
-            self.assertIn(os.path.basename(path)[-40:], message)
+            self.assertIn(name or os.path.basename(path)[-40:], message)
             step = f"cannot convert '{path}' to '{self.out}': "
             said.add(message.removeprefix("ffmpeg: ").removeprefix(step))
         self.assertEqual(self.out.read_text(), "old")
@@ -69,6 +72,24 @@ class Broken(FilmCase):
         self.check("only zeros", zeros)
         self.check("text called .avi", text)
         self.check("a link to itself", loop)
+        self.check("sound alone", self.film("song.avi", *tone(0.2)))
+        self.check("encrypted packets (CENC)", self.film("cenc.mp4", *picture(0.2), *CENC))
+        bought = self.film("bought.mp4", *picture(0.2), "-c:v", "libx264")
+        bought.write_bytes(bought.read_bytes().replace(b"avc1", b"drmi"))
+        self.check("encrypted as a bought movie (FairPlay)", bought)
+        everything = {self.ends(path) for path in (folder, fifo, empty, noise, loop, bought)}
+        self.assertEqual(len(everything), 6)
+
+    def test_a_film_of_less_than_a_second(self) -> None:
+        film = self.film("short.avi", *picture(0.6), "-c:v", "mpeg4")
+        said = self.ask(film).messages[-1]
+        self.assertEqual(said, f"ffmpeg: '{film}' cannot be converted: it is shorter than a second")
+        row(SECTION, "a movie of 0.6 seconds", said.replace(str(film), "FILE"))
+
+    def test_a_system_without_ffprobe(self) -> None:
+        film = self.film("film.avi", *picture(0.2), "-c:v", "mpeg4")
+        said = self.ends(film, environment={"PATH": "/nowhere"}, name="ffprobe")
+        row(SECTION, "the system has no ffprobe", said)
 
     def test_a_file_without_permission(self) -> None:
         secret = self.film("secret.avi", *picture(0.2), "-c:v", "mpeg4")

@@ -1,5 +1,6 @@
 """Disks that are full, folders that can't be written or go away, limits on files."""
 
+import os
 import shutil
 import unittest
 from pathlib import Path
@@ -18,6 +19,13 @@ from output_case import (
 from table import row, unmeasured
 
 SECTION = "The file that goes out"
+
+# All but the home folder takes nothing.
+SEALED = """
+mount --bind "$SEALED" "$SEALED" && mount --bind "$HOME" "$HOME" || exit 99
+mount -o remount,bind,ro "$SEALED" || exit 99
+exec "$@"
+"""
 
 
 class Faults(OutputCase):
@@ -45,13 +53,19 @@ class Faults(OutputCase):
                 self.assertEqual((after / "film.mp4").read_bytes(), before)
                 left = [name for name in names(after) if name != "filler"]
                 trace = trace_of(after / "film.mp4")
-                if trace.exists():
-                    self.assertIn(cause, trace.read_text(encoding="utf-8"))
-                    told = "the trace and the console tell"
-                else:
-                    self.assertIn("no trace of this beside the film", said)
-                    told = "the console alone tells"
-                self.tell(case, words, f"the older film, byte for byte; {told}: {cause}")
+                where = "beside it"
+                if not trace.exists():
+                    (trace,) = self.folder.glob("film.mp4~*.failed.txt")
+                    self.assertIn(f"what happened is written in '{trace}'", said)
+                    where = "beside the movie"
+                self.assertIn(cause, trace.read_text(encoding="utf-8"))
+                trace.unlink()
+                self.tell(
+                    case,
+                    words,
+                    f"the older MP4 file, byte for byte; the trace {where} and the console say: "
+                    f"{cause}",
+                )
                 self.assertLessEqual(len(left), 2, left)
             shutil.rmtree(self.folder / "after", ignore_errors=True)
             shutil.rmtree(self.folder / "seed", ignore_errors=True)
@@ -89,6 +103,26 @@ class Faults(OutputCase):
                     "the older film, byte for byte; the trace and the console tell: File too large",
                 )
 
+    def test_the_trace_goes_home_where_nothing_else_can_be_written(self) -> None:
+        case = "neither the output folder nor the movie's can be written"
+        home = self.folder / "home"
+        for tool, words in self.both_steps().items():
+            if not can_mount():
+                unmeasured(SECTION, f"{tool}: {case}")
+                continue
+            with self.subTest(tool):
+                self.make_film(self.out)
+                home.mkdir()
+                within = ["unshare", "-Ur", "--mount", "sh", "-c", SEALED, "sh", *words]
+                places = {"HOME": str(home), "SEALED": str(self.folder)}
+                status, said = self.run_words(within, env=os.environ | places)
+                self.assertEqual(status, 1, said)
+                (trace,) = home.iterdir()
+                self.assertIn(f"what happened is written in '{trace}'", said)
+                self.assertIn(str(self.out), trace.read_text(encoding="utf-8"))
+                shutil.rmtree(home)
+                self.tell(case, words, "the trace in the home folder, as the console says")
+
     def test_a_folder_that_is_removed_is_not_made_again(self) -> None:
         self.make_source(8, "320x240")
         started = Started(transcoding(self.source, self.out, "320x240"))
@@ -98,10 +132,12 @@ class Faults(OutputCase):
         self.assertEqual(status, 1, said)
         self.assertIn("was removed or moved away", said)
         self.assertFalse(self.place.exists())
+        (trace,) = self.folder.glob("film.mp4~*.failed.txt")
+        self.assertIn("Connect its drive again", trace.read_text(encoding="utf-8"))
         row(
             SECTION,
             "ffmpeg: the folder is removed during the work",
-            "nothing; the console tells that it was removed",
+            "the trace beside the movie and the console say that it was removed",
         )
 
     def test_a_folder_that_is_not_there_is_told(self) -> None:
@@ -109,7 +145,13 @@ class Faults(OutputCase):
         status, said = self.run_words(transcoding(self.source, Path(self.folder / "no" / "a.mp4")))
         self.assertEqual(status, 1)
         self.assertIn("No such file or directory", said)
-        row(SECTION, "ffmpeg: the folder is missing", "nothing; the console tells")
+        (trace,) = self.folder.glob("a.mp4~*.failed.txt")
+        self.assertIn(str(trace), said)
+        self.out = self.folder / "no" / "a.mp4"
+        self.out.parent.mkdir()
+        self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
+        self.assertFalse(trace.exists())
+        row(SECTION, "ffmpeg: the folder is missing", "a trace beside the movie until a success")
 
 
 if __name__ == "__main__":

@@ -156,5 +156,8 @@ class Length(FilmCase):
         self.assertIsNone(self.read(ended))
         line = ended.messages[0].strip().split(",")[0]
         self.assertEqual(line, "Duration: N/A")
-        row(SECTION, "raw H.264, without any times", f"“{line}”: the program rejects it")
+        said = ended.messages[-1].replace(str(film), "FILE")
+        self.assertIn("its length cannot be found", said)
+        outcome = f"“{line}”: the program rejects it; {said}"
+        row(SECTION, "raw H.264, without any times", outcome)
 

@@ -12,7 +12,7 @@ from output_case import OutputCase, Started, eventually, names, trace_of, transc
 from table import row
 
 SECTION = "The film that comes in"
-SILENT = "The film was delivered without sound."
+SILENT = "was made, without sound."
 
 # Passes its words on to the system's tool and writes them down; "$listens" tells of ffprobe whether
 # it is to decode sound, "$hears" of ffmpeg whether it is to encode some.

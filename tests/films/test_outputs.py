@@ -91,8 +91,11 @@ class Traces(OutputCase):
         self.assertEqual(names(self.place), ["film.mp4.failed.txt"])
         text = self.trace()
         self.assertTrue(text.startswith(FIRST_LINE), text)
-        for words in ("film.avi", "film.mp4", "not a movie", "was only read", "Nothing was put"):
+        expected = ("film.avi", "film.mp4", "not a movie", "was only read", "There is no MP4 file")
+        for words in expected:
             self.assertIn(words, text)
+        self.assertEqual(text.splitlines()[3], "What you can do:")
+        self.assertIn("Check that the file plays.", text.splitlines()[4])
         self.make_source()
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
         self.assertEqual(names(self.place), ["film.mp4"])
@@ -104,7 +107,7 @@ class Traces(OutputCase):
         words = transcoding(self.source, self.out, "big")
         self.assertEqual(self.run_words(words)[0], 2)
         self.assertIn("not a picture size: 'big'", self.trace())
-        self.assertIn("is still there", self.trace())
+        self.assertIn("The older MP4 file", self.trace())
         self.assertEqual(self.out.read_bytes(), before)
         row(SECTION, "A command line that is not understood", "the older film; the trace tells")
 
@@ -112,29 +115,43 @@ class Traces(OutputCase):
         self.make_source()
         words = transcoding(self.source, self.out)
         words[-3:-3] = ["-threads", "many"]
-        self.assertEqual(self.run_words(words)[0], 1)
-        self.assertIn("many", self.trace().split("The last lines of the tool:")[1])
-        row(SECTION, "The system's ffmpeg fails", "a trace with its last lines")
+        status, said = self.run_words(words)
+        self.assertEqual(status, 1)
+        last_lines = self.trace().split("The last lines of the tool:")[1]
+        self.assertIn("many", last_lines)
+        for line in last_lines.splitlines()[1:-1]:
+            self.assertIn(f"\nffmpeg: {line.strip()}\n", said)
+        row(
+            SECTION,
+            "The system's ffmpeg fails",
+            "a trace with its last lines, which the console has too",
+        )
 
     def test_a_file_of_the_same_name_that_is_not_a_trace_stays(self) -> None:
         trace_of(self.out).write_text("my notes")
         self.source.write_text("no film at all")
         status, said = self.run_words(transcoding(self.source, self.out))
         self.assertEqual(status, 1)
-        self.assertIn("is somebody else's file", said)
+        (away,) = self.folder.glob("film.mp4~*.failed.txt")
+        self.assertIn(f"what happened is written in '{away}'", said)
+        self.assertIn("is a file of your own, which stays", said)
         self.make_source()
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
         self.assertEqual(trace_of(self.out).read_text(), "my notes")
+        self.assertFalse(away.exists())
         row(
             SECTION,
-            "A user's own file bears the trace's name",
-            "stays, after a failure and after a success; the console alone tells",
+            "A person's own file has the trace's name",
+            "stays, after a failure and after a success; the trace goes beside the movie, as the "
+            "console says",
         )
 
     def test_subtitles_do_not_go_into_an_older_film_after_a_failed_conversion(self) -> None:
         before = self.make_film(self.out)
         self.source.write_text("no film at all")
-        self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 1)
+        status, said = self.run_words(transcoding(self.source, self.out))
+        self.assertEqual(status, 1)
+        self.assertTrue(all(line.startswith("ffmpeg: ") for line in said.splitlines()), said)
         self.assertEqual(self.run_words(adding(self.text, self.out))[0], 1)
         self.assertEqual(self.out.read_bytes(), before)
         text = self.trace()
@@ -158,6 +175,8 @@ class Traces(OutputCase):
         self.assertIn(f"the film holds {duration:.1f} of 10.0 seconds", self.trace())
         self.assertEqual(self.run_words(adding(self.text, self.out))[0], 0)
         self.assertIn("are missing", self.trace())
+        self.assertIn("was made, with what there is", self.trace())
+        self.assertTrue(self.trace().endswith("The MP4 file was made.\n"))
         self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
         row(
             SECTION,

@@ -1,0 +1,47 @@
+#include "telling.h"
+
+#include "advice.h"
+#include "console.h"
+#include "trace.h"
+
+namespace bundle {
+
+namespace {
+
+std::string headline(Step step, const Failure& failure) {
+    // The failure of the conversion has been shown.
+    if (failure.cause == Cause::kNotConverted) {
+        return {};
+    }
+    const std::string what =
+        step == Step::kConversion ? "It was not converted: " : "The subtitles were not added: ";
+    return what + std::string(words_for(failure.cause).reason) + ".";
+}
+
+void say_where(const char* tool, const Result<Left>& left) {
+    if (!left) {
+        complain(tool, "no file about this could be written: " + left.failure().message);
+    } else if (!left->why_not_beside.empty()) {
+        complain(tool, "what happened is written in " + whole_in_quotes(left->path) +
+                           ", not beside the MP4 file: " + left->why_not_beside);
+    }
+}
+
+}  // namespace
+
+Report failed_report(Step step, const Failure& failure, const std::string& untouched) {
+    return {failure.message,
+            untouched,
+            failure.details,
+            false,
+            std::string(words_for(failure.cause).advice),
+            headline(step, failure)};
+}
+
+void tell_in_trace(const Subject& subject, Step step, const Report& report) {
+    const bool is_conversion = step == Step::kConversion;
+    const auto left = leave_trace(subject, step, report);
+    say_where(is_conversion ? "ffmpeg" : "MP4Box", left);
+}
+
+}  // namespace bundle
