@@ -22,6 +22,8 @@ namespace {
 volatile std::sig_atomic_t first_signal = 0;
 std::array<int, 2> wake_pipe{-1, -1};
 
+int started_by = 0;
+
 void wake() {
     const int saved = errno;
     const char byte = 0;
@@ -109,7 +111,15 @@ void StopSignals::drain() const {
     }
 }
 
-void end_with_parent([[maybe_unused]] int parent) {
+int first_parent() {
+    if (started_by == 0) {
+        started_by = ::getppid();
+    }
+    return started_by;
+}
+
+void end_with_parent(int parent) {
+    started_by = parent;
 #ifdef __linux__
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (::getppid() != parent) {

@@ -35,4 +35,8 @@ class StopSignals {
 /// was not tried) nothing happens and the tool runs to its end.
 void end_with_parent(int parent);
 
+/// The process id that `end_with_parent` was given; without it that of the parent at the first
+/// call.
+int first_parent();
+
 }  // namespace bundle

@@ -14,6 +14,7 @@
 #include <string_view>
 #include <utility>
 
+#include "console.h"
 #include "files.h"
 
 namespace bundle {
@@ -118,12 +119,19 @@ PrivateFile::PrivateFile(std::string target, std::string path, UniqueFd descript
 PrivateFile::PrivateFile(PrivateFile&& other) noexcept
     : target_(std::move(other.target_)),
       path_(std::exchange(other.path_, {})),
-      descriptor_(std::move(other.descriptor_)) {}
+      descriptor_(std::move(other.descriptor_)),
+      expected_(other.expected_),
+      is_bound_(other.is_bound_) {}
 
 PrivateFile::~PrivateFile() {
     if (!path_.empty()) {
         ::unlink(path_.c_str());
     }
+}
+
+void PrivateFile::replace_only(const std::optional<FileIdentity>& expected) {
+    expected_ = expected;
+    is_bound_ = true;
 }
 
 MaybeFailure PrivateFile::renew() {
@@ -155,6 +163,10 @@ MaybeFailure PrivateFile::publish() {
     (void)::fchmod(descriptor_.get(), target_mode(target_));
     if (::fsync(descriptor_.get()) != 0) {
         return failure("cannot write the output to the disk");
+    }
+    if (is_bound_ && identity_of(target_) != expected_) {
+        return failure_by(Cause::kReplaced,
+                          in_quotes(target_) + " was replaced or removed meanwhile");
     }
     if (::rename(path_.c_str(), target_.c_str()) != 0) {
         return failure("cannot put the output in its place");

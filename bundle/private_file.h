@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "file_identity.h"
 #include "lifetime.h"
 #include "result.h"
 #include "unique_fd.h"
@@ -26,6 +28,9 @@ class PrivateFile {
 
     /// Where to write; truncate this file, never replace it. Another place after `renew`.
     const std::string& path() const { return path_; }
+
+    /// Fails to publish unless this is what lies at the target then; empty: nothing.
+    void replace_only(const std::optional<FileIdentity>& expected);
 
     /// Begins anew with an empty file of another name. What may still write to the old one, as the
     /// rest of a program that was ended, does no harm then.
@@ -54,6 +59,8 @@ class PrivateFile {
     std::string target_;
     std::string path_;  ///< empty: nothing to remove
     UniqueFd descriptor_;
+    std::optional<FileIdentity> expected_;
+    bool is_bound_ = false;  ///< only what is expected is replaced
 };
 
 }  // namespace bundle

@@ -9,6 +9,7 @@
 #include "console.h"
 #include "ffmpeg_run.h"
 #include "ffprobe.h"
+#include "file_identity.h"
 #include "files.h"
 #include "film_check.h"
 #include "movie_tags.h"
@@ -93,14 +94,26 @@ std::string what_was_left(const SubtitleRequest& request) {
            "The subtitle file " + in_quotes(request.subtitles) + " is as it was.";
 }
 
+/// True when the film was replaced meanwhile by one to which this tool has added subtitles.
+bool is_done_by_another(const SubtitleRequest& request, const Failure& failure,
+                        const StopSignals& stop) {
+    if (failure.cause != Cause::kReplaced) {
+        return false;
+    }
+    const auto probed = probe_entries(request.film, kContainerEntries, stop);
+    return probed && !container_from(*probed).own_tracks.empty();
+}
+
 MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
     if (auto failure = check_request(request)) {
         return failure;
     }
+    const auto read = identity_of(request.film);
     auto output = PrivateFile::create(request.film);
     if (!output) {
         return output.failure();
     }
+    output->replace_only(read);
     const auto probed = probe_entries(request.film, kContainerEntries, stop);
     if (!probed) {
         return probed.failure();
@@ -190,8 +203,10 @@ MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& st
         auto failure = about("cannot add the subtitles " + in_quotes(request.subtitles) + " to " +
                                  in_quotes(request.film),
                              *reason);
-        tell_in_trace(subject_of(request), Step::kSubtitles,
-                      failed_report(Step::kSubtitles, failure, what_was_left(request)));
+        if (!is_done_by_another(request, failure, stop)) {
+            tell_in_trace(subject_of(request), Step::kSubtitles,
+                          failed_report(Step::kSubtitles, failure, what_was_left(request)));
+        }
         return failure;
     }
     clear_trace(subject_of(request), Step::kSubtitles);

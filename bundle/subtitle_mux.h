@@ -46,7 +46,8 @@ std::vector<std::string> subtitle_arguments(const std::string& film, const Conta
 ///
 /// Blocks to the end of the work. The film is replaced in one step when the new one is whole; after
 /// a failure or a stop it is as it was, and a trace tells why. Subtitles that this tool added
-/// before are replaced, those of others are kept. Refuses what is no MP4 film, and a film that an
+/// before are replaced, those of others are kept. A film that was replaced meanwhile by another run
+/// is left alone. Refuses what is no MP4 film, and a film that an
 /// earlier, failed conversion was to replace.
 MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& stop);
 

@@ -12,6 +12,7 @@
 #include "film_probe.h"
 #include "film_report.h"
 #include "intended_length.h"
+#include "own_end.h"
 #include "private_file.h"
 #include "rejection.h"
 #include "source_check.h"
@@ -97,6 +98,11 @@ Subject subject_of(const TranscodeRequest& request, Cause cause = Cause::kUnknow
     return {request.output, hangs ? "" : request.input};
 }
 
+/// True for the end of a conversion about which the person knows.
+bool is_expected(const StopSignals& stop) {
+    return stop.received() != 0 ? is_ended_by_program() : is_being_canceled();
+}
+
 /// Says on the console why the program will not take a movie that was reported on.
 void tell_rejection(const std::string& path, const Film& film) {
     if (const auto reason = rejection_of(film)) {
@@ -127,8 +133,7 @@ MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop)
         auto failure =
             about("cannot convert " + in_quotes(request.input) + " to " + in_quotes(request.output),
                   outcome.failure());
-        // Who stops a conversion knows about it.
-        if (stop.received() == 0) {
+        if (!is_expected(stop)) {
             tell_in_trace(
                 subject_of(request, failure.cause), Step::kConversion,
                 failed_report(Step::kConversion, failure,

@@ -12,6 +12,7 @@
 
 #include "convert/Movie.h"
 #include "i18n/toolkit_language.h"
+#include "stop_mark.h"
 #include "tools/ffmpeg_processes.h"
 
 namespace {
@@ -61,6 +62,7 @@ FFmpeg::FFmpeg(Movie* job) : wxProcess(nullptr, wxID_ANY), movie(job) {
 }
 
 void FFmpeg::Run(const wxString& command) {
+    stop_mark::remove();  // what a stop has left that gave up waiting
     millis = 0;
     watch.Start(0);
     starting = true;
@@ -78,6 +80,7 @@ void FFmpeg::Stop(std::chrono::milliseconds limit) {
     constexpr long kNoneFound = 1;
     // Whoever presses a button meanwhile means the window as it was before.
     const wxWindowDisabler disabled;
+    stop_mark::leave();
     std::vector<long> asked = running_ffmpegs();
     const long status = wxExecute("killall ffmpeg", wxEXEC_SYNC);
     const bool missing = status < 0 || status > kNoneFound;
@@ -102,6 +105,7 @@ void FFmpeg::Stop(std::chrono::milliseconds limit) {
         wxTheApp->Yield(true);
         wxMilliSleep(kRoundMillis);
     }
+    stop_mark::remove();
 }
 
 std::string FFmpeg::ReadAvailable(wxInputStream& stream) {

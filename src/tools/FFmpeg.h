@@ -41,8 +41,9 @@ class FFmpeg : public wxProcess {
 
     /// Runs "killall ffmpeg", which asks every process named ffmpeg to end, and returns when none
     /// of the user's is left. Those that are left after `limit` are named on the console. The
-    /// window takes no input meanwhile. A running MP4Box goes on. On a system without killall only
-    /// the runner's own child is asked to end and waited for.
+    /// window takes no input meanwhile, and a mark says to the program's own tools who ends them. A
+    /// running MP4Box goes on. On a system without killall only the runner's own child is asked to
+    /// end and waited for.
     void Stop(std::chrono::milliseconds limit = kStopLimit);
 
     /// What can be read from the error stream without waiting: several lines, and the beginning of

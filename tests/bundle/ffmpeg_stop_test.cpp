@@ -7,6 +7,7 @@
 #include <array>
 
 #include "stand_in.h"
+#include "stop_mark.h"
 
 namespace {
 
@@ -23,6 +24,15 @@ class StoppedTranscode : public testing::Test {
     void expect_nothing_changed() const {
         EXPECT_EQ(content_of(old_), "old");
         EXPECT_EQ(folder_.names(), (Names{"in.avi", "out.mp4"}));
+    }
+
+    /// The older film is there, and a trace says what happened, of which this is a part.
+    void expect_trace(const std::string& words) {
+        EXPECT_EQ(content_of(old_), "old");
+        EXPECT_EQ(folder_.names(), (Names{"in.avi", "out.mp4", "out.mp4.failed.txt"}));
+        const std::string trace = old_ + ".failed.txt";
+        EXPECT_NE(content_of(trace).find(words), std::string::npos) << content_of(trace);
+        std::filesystem::remove(trace);
     }
 
     HeldWork work_;
@@ -51,8 +61,50 @@ TEST_F(StoppedTranscode, EndsWithItsEncoderOnASignal) {
         tool.send(signal);
         EXPECT_EQ(tool.wait(), 128 + signal);
         EXPECT_FALSE(is_running(encoder));
-        expect_nothing_changed();
+        expect_trace("stopped by signal " + std::to_string(signal) + " (");
     }
+}
+
+TEST_F(StoppedTranscode, LeavesNoTraceWhenTheProgramSaysThatItStopsIt) {
+    const TemporaryFolder session;
+    ::setenv("XDG_RUNTIME_DIR", session.path().c_str(), 1);
+    ChildRun tool(words_, work_.variables());
+    const pid_t encoder = work_.encoder_id();
+    ASSERT_NE(encoder, 0);
+    stop_mark::leave();
+    tool.send(SIGTERM);
+    EXPECT_EQ(tool.wait(), 128 + SIGTERM);
+    stop_mark::remove();
+    EXPECT_FALSE(is_running(encoder));
+    expect_nothing_changed();
+    EXPECT_FALSE(std::filesystem::exists(session / "vantreo/cancel-" + std::to_string(::getpid())));
+}
+
+TEST_F(StoppedTranscode, LeavesNoTraceWhenOnlyItsEncoderHasHeardOfACancel) {
+    const TemporaryFolder session;
+    ::setenv("XDG_RUNTIME_DIR", session.path().c_str(), 1);
+    ChildRun tool(words_, work_.variables());
+    const pid_t encoder = work_.encoder_id();
+    ASSERT_NE(encoder, 0);
+    stop_mark::leave();
+    ::kill(encoder, SIGKILL);
+    EXPECT_EQ(tool.wait(), 1);
+    stop_mark::remove();
+    expect_nothing_changed();
+}
+
+TEST_F(StoppedTranscode, LeavesATraceWhenAnotherProgramStopsIt) {
+    const TemporaryFolder session;
+    ::setenv("XDG_RUNTIME_DIR", session.path().c_str(), 1);
+    ChildRun tool(words_, work_.variables());
+    ASSERT_NE(work_.encoder_id(), 0);
+    ChildRun other({"true"});
+    EXPECT_EQ(other.wait(), 0);
+    std::filesystem::create_directory(session / "vantreo");
+    session.write("vantreo/cancel-" + std::to_string(other.id()), "");
+    tool.send(SIGTERM);
+    EXPECT_EQ(tool.wait(), 128 + SIGTERM);
+    expect_trace("Convert the movie again.");
 }
 
 TEST_F(StoppedTranscode, HearsSignalsThatWereBlockedOrIgnoredAbove) {
@@ -67,7 +119,7 @@ TEST_F(StoppedTranscode, HearsSignalsThatWereBlockedOrIgnoredAbove) {
     ASSERT_NE(work_.encoder_id(), 0);
     tool.send(SIGTERM);
     EXPECT_EQ(tool.wait(), 128 + SIGTERM);
-    expect_nothing_changed();
+    expect_trace("stopped by signal 15");
 }
 
 TEST_F(StoppedTranscode, EndsWhenItsEncoderIsKilled) {
@@ -126,7 +178,7 @@ TEST_F(StoppedTranscode, IsEndedWithItsEncoderByKillall) {
     ChildRun run(script, work_.stubborn_variables());
     EXPECT_EQ(run.wait(), 0) << run.errors();
     EXPECT_EQ(content_of(work_.held() / "status"), "143\n") << run.errors();
-    expect_nothing_changed();
+    expect_trace("stopped by signal 15");
 }
 
 TEST_F(StoppedTranscode, NeverWaitsForAReaderThatHasStoppedReading) {

@@ -110,6 +110,37 @@ TEST_F(StoppedSubtitles, LeaveTheFilmAsItIsWhenTheEncoderIsKilled) {
     expect_nothing_changed();
 }
 
+TEST_F(StoppedSubtitles, LeaveAFilmAloneThatHasReplacedTheirs) {
+    ChildRun tool(words_, variables());
+    ASSERT_NE(work_.encoder_id(), 0);
+    std::filesystem::rename(folder_.write("newer", "newer"), film_);
+    work_.let_go();
+    EXPECT_EQ(tool.wait(), 1);
+    EXPECT_EQ(content_of(film_), "newer");
+    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.mp4.failed.txt", "film.srt"}));
+    EXPECT_NE(content_of(film_ + ".failed.txt").find("was replaced or removed meanwhile"),
+              std::string::npos);
+}
+
+TEST_F(StoppedSubtitles, LeaveNoTraceBesideANewerFilmThatHasSubtitles) {
+    ChildRun tool(words_, variables());
+    ASSERT_NE(work_.encoder_id(), 0);
+    std::filesystem::rename(folder_.write("newer", work_.whole()), film_);
+    work_.let_go();
+    EXPECT_EQ(tool.wait(), 1);
+    EXPECT_EQ(content_of(film_), work_.whole());
+    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt"}));
+}
+
+TEST_F(StoppedSubtitles, DoNotBringBackAFilmThatWasRemoved) {
+    ChildRun tool(words_, variables());
+    ASSERT_NE(work_.encoder_id(), 0);
+    std::filesystem::remove(film_);
+    work_.let_go();
+    EXPECT_EQ(tool.wait(), 1);
+    EXPECT_EQ(folder_.names(), (Names{"film.mp4.failed.txt", "film.srt"}));
+}
+
 TEST_F(StoppedSubtitles, AreFinishedWhenTheProgramDies) {
     // The program's end closes the pipe that it read from and may hang up the terminal.
     Names program{"sh", "-c", R"("$@" | { read -r first; kill -9 $$; })", "sh"};

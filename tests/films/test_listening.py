@@ -156,7 +156,8 @@ class Listening(OutputCase):
                 started.send(started.tool(), by)
                 status, _ = started.end()
                 self.assertEqual(status, 128 + by)
-                self.assertEqual(names(self.place), [])
+                self.assertEqual(names(self.place), ["film.mp4.failed.txt"])
+                trace_of(self.out).unlink()
 
     def test_a_stop_while_it_is_listened_ends_all(self) -> None:
         self.record("ffprobe", before='[ -z "$listens" ] || exec sleep 60')

@@ -44,13 +44,17 @@ class Stops(OutputCase):
         return sum(path.stat().st_size for path in self.place.glob(".vantreo-*.part"))
 
     def stop_in_the_middle(
-        self, words: list[str], whom: Callable[[Started], int | None], by: signal.Signals
+        self,
+        words: list[str],
+        whom: Callable[[Started], int | None],
+        by: signal.Signals,
+        **variables: str,
     ) -> int:
         """Stops a conversion that takes far longer than it takes to stop it."""
         if not self.has_long_source:
             self.make_source(40, "320x240")
             self.has_long_source = True
-        started = Started(words)
+        started = Started(words, **variables)
         self.wait_for_work(started)
         started.send(whom(started), by)
         status, _ = started.end()
@@ -72,14 +76,38 @@ class Stops(OutputCase):
                 expected = -by if by == signal.SIGKILL else 128 + by
                 self.assertEqual(status, expected)
                 left = names(self.place)
-                self.assertFalse(trace_of(self.out).exists())
-                debris = "one private file until the next run" if len(left) > 1 else "no debris"
+                is_kill = by == signal.SIGKILL
+                self.assertEqual(trace_of(self.out).exists(), not is_kill)
+                if not is_kill:
+                    self.assertIn(f"stopped by signal {by.value}", trace_of(self.out).read_text())
+                    trace_of(self.out).unlink()
+                self.assertEqual(len(left), 2)
+                outcome = (
+                    "one private file until the next run, no trace"
+                    if is_kill
+                    else "no debris, a trace"
+                )
                 self.assert_old_film_and_no_debris_after_the_next_run()
                 row(
                     SECTION,
                     f"ffmpeg: {by.name} in the middle of a conversion",
-                    f"the older film, nothing running, {debris}, no trace",
+                    f"the older film, nothing running, {outcome}",
                 )
+
+    def test_a_cancel_leaves_no_trace(self) -> None:
+        session = self.folder / "session"
+        mark = session / "vantreo" / f"cancel-{os.getpid()}"
+        mark.parent.mkdir(parents=True)
+        mark.touch()
+        for whom in (Started.tool, lambda started: started.number_of("ffmpeg")):
+            self.stop_in_the_middle(self.words, whom, signal.SIGTERM, XDG_RUNTIME_DIR=str(session))
+            self.assertEqual(names(self.place), ["film.mp4"])
+            self.assertEqual(self.out.read_bytes(), self.old)
+        row(
+            SECTION,
+            "ffmpeg: SIGTERM to it or to the system's ffmpeg, by Cancel in its own window",
+            "the older film, nothing running, no debris, no trace",
+        )
 
     def test_a_signal_to_the_systems_ffmpeg_is_a_failure(self) -> None:
         for by in STOPPING:
@@ -159,6 +187,22 @@ class Stops(OutputCase):
         self.assertEqual(self.run_words(words, env=environment)[0], 0)
         self.assertEqual((names(self.place), names(self.temporary)), (["film.mp4"], []))
 
+    def test_subtitles_that_come_late_leave_a_newer_film_alone(self) -> None:
+        started, real = self.held_adding()
+        newer = self.make_film(self.place / "newer.mp4")
+        (self.place / "newer.mp4").rename(self.out)
+        started.send(real, signal.SIGCONT)
+        status, said = started.end()
+        self.assertEqual(status, 1, said)
+        self.assertEqual(self.out.read_bytes(), newer)
+        self.assertIn("was replaced or removed meanwhile", trace_of(self.out).read_text())
+        self.add_subtitles_without_debris()
+        row(
+            SECTION,
+            "MP4Box: the MP4 file is replaced by a newer one meanwhile",
+            "the newer MP4 file, byte for byte; a trace until it has its subtitles",
+        )
+
     def test_a_hangup_does_not_stop_mp4box(self) -> None:
         for whom in (Started.tool, lambda started: started.number_of("mp4mux")):
             started, real = self.held_adding()
@@ -222,6 +266,7 @@ class Stops(OutputCase):
             if len(seen) >= MOMENTS and seen[-1] == "new":
                 break
         self.assertEqual(set(seen), {"old", "new"}, seen)
+        trace_of(self.out).unlink(missing_ok=True)
         self.assertLessEqual(len(list(self.place.glob(".vantreo-*.part"))), 1)
         self.out.write_bytes(self.old)
         self.assert_old_film_and_no_debris_after_the_next_run()

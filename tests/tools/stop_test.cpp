@@ -15,6 +15,7 @@
 #include <string>
 
 #include "convert/Movie.h"
+#include "stop_mark.h"
 #include "support/environment.h"
 #include "support/frame_test.h"
 #include "tools/FFmpeg.h"
@@ -109,7 +110,8 @@ class Neighbour {
     pid_t pid_ = -1;
 };
 
-/// Records whether the frame takes input, a little later.
+/// Records whether the frame takes input, and whether the tools are told of the stop, a little
+/// later.
 class InputWatch : public wxTimer {
   public:
     explicit InputWatch(const wxWindow* watched) : window(watched) {
@@ -118,10 +120,12 @@ class InputWatch : public wxTimer {
     void Notify() override {
         hasLooked = true;
         tookInput = window->IsEnabled();
+        isMarked = stop_mark::is_left_by(::getpid());
     }
 
     bool hasLooked = false;
     bool tookInput = false;
+    bool isMarked = false;
 
   private:
     const wxWindow* window;
@@ -231,6 +235,25 @@ TEST_F(Stop, TakesNoInputWhileItWaits) {
     EXPECT_TRUE(watch.hasLooked);
     EXPECT_FALSE(watch.tookInput);
     EXPECT_TRUE(frame->IsEnabled());
+}
+
+TEST_F(Stop, SaysToItsOwnToolsThatItIsTheOneThatStopsThem) {
+    const Neighbour slow("ffmpeg", ends_slowly);
+    InputWatch watch(frame);
+    stop();
+    EXPECT_TRUE(watch.isMarked);
+    EXPECT_FALSE(stop_mark::is_left_by(::getpid()));
+}
+
+TEST_F(Stop, TakesItsMarkBackAtTheNextStartWhenAToolHasNotEnded) {
+    {
+        const Neighbour stubborn("ffmpeg", stays);
+        stop(100ms);
+    }
+    EXPECT_TRUE(stop_mark::is_left_by(::getpid()));
+    tool->Run("true");
+    EXPECT_FALSE(stop_mark::is_left_by(::getpid()));
+    EXPECT_TRUE(wait_until([this] { return tool->Ended(); }));
 }
 
 TEST_F(Stop, EndsAndAwaitsItsOwnToolAloneWithoutKillall) {
