@@ -78,6 +78,10 @@ Result<std::string> find_system_tool(const std::string& name, const char* variab
                                                variable + " is not set");
 }
 
+std::string beside_this_tool(const std::string& name) {
+    return (own_executable().parent_path() / name).string();
+}
+
 Result<std::string> find_ffmpeg() {
     return find_system_tool("ffmpeg", "VANTREO_FFMPEG");
 }

@@ -14,6 +14,9 @@ namespace bundle {
 /// never the answer, by whatever link they are reached.
 Result<std::string> find_system_tool(const std::string& name, const char* variable);
 
+/// The path of a program that lies beside this one, whether there is one or not.
+std::string beside_this_tool(const std::string& name);
+
 /// The system's ffmpeg, or the one that VANTREO_FFMPEG names.
 Result<std::string> find_ffmpeg();
 

@@ -2,6 +2,7 @@
 
 #include "advice.h"
 #include "console.h"
+#include "notice.h"
 #include "trace.h"
 
 namespace bundle {
@@ -16,6 +17,10 @@ std::string headline(Step step, const Failure& failure) {
     const std::string what =
         step == Step::kConversion ? "It was not converted: " : "The subtitles were not added: ";
     return what + std::string(words_for(failure.cause).reason) + ".";
+}
+
+std::string name_in(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);  // npos + 1 is 0
 }
 
 void say_where(const char* tool, const Result<Left>& left) {
@@ -42,6 +47,12 @@ void tell_in_trace(const Subject& subject, Step step, const Report& report) {
     const bool is_conversion = step == Step::kConversion;
     const auto left = leave_trace(subject, step, report);
     say_where(is_conversion ? "ffmpeg" : "MP4Box", left);
+    if (!report.headline.empty()) {
+        const bool is_named = is_conversion && !subject.source.empty();
+        show_notice({subject.output, name_in(is_named ? subject.source : subject.output),
+                     report.headline, left ? left->path : ""},
+                    step);
+    }
 }
 
 }  // namespace bundle

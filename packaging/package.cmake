@@ -51,6 +51,9 @@ install(FILES ${here}/icon/vantreo.svg DESTINATION share/icons/hicolor/scalable/
 
 install(TARGETS vantreo DESTINATION lib/vantreo)
 install(TARGETS tool_ffmpeg tool_mp4box DESTINATION lib/vantreo/Vantreo.app/Contents/Resources)
+if(TARGET tool_notify)
+    install(TARGETS tool_notify DESTINATION lib/vantreo/Vantreo.app/Contents/Resources)
+endif()
 install(PROGRAMS ${here}/launcher.sh DESTINATION lib/vantreo/bin RENAME vantreo)
 file(CREATE_LINK ../lib/vantreo/bin/vantreo ${made}/vantreo SYMBOLIC)
 install(FILES ${made}/vantreo DESTINATION bin)

@@ -13,6 +13,7 @@ FILES = {
     "usr/bin/vantreo",
     "usr/lib/vantreo/Vantreo.app/Contents/Resources/MP4Box",
     "usr/lib/vantreo/Vantreo.app/Contents/Resources/ffmpeg",
+    "usr/lib/vantreo/Vantreo.app/Contents/Resources/notify",
     "usr/lib/vantreo/bin/vantreo",
     "usr/lib/vantreo/vantreo",
     "usr/share/applications/vantreo.desktop",
@@ -32,6 +33,7 @@ PROGRAMS = {name for name in FILES if name.startswith("usr/lib/")}
 LINKED = {
     "libc6",
     "libcurl3-gnutls",
+    "libglib2.0-0",
     "libgtk-3-0",
     "libicu72",
     "libstdc++6",

@@ -1,0 +1,68 @@
+// Shows a notification about a step that did not go well. The tools start it and forget it:
+//
+//   notify OUTPUT STEP NAME SENTENCE TRACE
+//
+// It ends by itself within some seconds, whatever the desktop does.
+
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+#include "notice_queue.h"
+#include "session_bus.h"
+
+namespace {
+
+constexpr int kWords = 6;
+constexpr unsigned kLongestLife = 20;
+
+/// The session's folder for the program's files; empty where there is none.
+std::string session_folder() {
+    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
+    return runtime != nullptr && *runtime == '/' ? std::string(runtime) + "/vantreo" : "";
+}
+
+notices::Milliseconds now() {
+    return std::chrono::duration_cast<notices::Milliseconds>(
+        std::chrono::steady_clock::now().time_since_epoch());
+}
+
+void show_with_others(const SessionBus& bus, const notices::Entry& entry,
+                      const std::string& folder) {
+    notices::NoticeQueue queue(folder);
+    const auto wait = queue.join(entry, now());
+    if (!wait) {
+        return;
+    }
+    std::this_thread::sleep_for(*wait);
+    auto batch = queue.take_all(now());
+    if (batch.entries.empty()) {
+        batch.entries = {entry};  // nothing can be kept here
+    }
+    const auto message = notices::message_on(batch.entries, bus.reads_markup());
+    queue.remember(bus.show(message, batch.replaces), batch.entries);
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    if (count != kWords) {
+        return 2;
+    }
+    ::alarm(kLongestLife);
+    const SessionBus bus;
+    if (!bus.has_notifications()) {
+        return 0;
+    }
+    const notices::Entry entry{words[1], words[2], words[3], words[4], words[5]};
+    const std::string folder = session_folder();
+    if (folder.empty()) {
+        bus.show(notices::message_on({entry}, bus.reads_markup()), "");
+    } else {
+        show_with_others(bus, entry, folder);
+    }
+    return 0;
+}

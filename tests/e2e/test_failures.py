@@ -1,0 +1,141 @@
+"""What a person sees of steps that fail while the window says that all is done."""
+
+import json
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+from driver import Vantreo, click, press_key, wait_for
+from samples import ffmpeg, make_film
+from window_case import WindowCase
+
+SERVICE = Path(__file__).with_name("notification_service.py")
+# A movie of ten seconds of which half is there; its header says how long it was.
+TRUNCATED = ("half.mp4", ("-movflags", "+faststart"))
+
+
+def make_truncated_film(path: Path, options: tuple[str, ...]) -> Path:
+    ffmpeg(
+        *("-f", "lavfi", "-i", "testsrc2=size=160x120", "-f", "lavfi", "-i", "sine", "-t", 10),
+        *("-c:v", "mpeg4", "-g", 10, "-c:a", "aac", *options, path),
+    )
+    with path.open("r+b") as file:
+        file.truncate(path.stat().st_size // 2)
+    return path
+
+
+class Failures(WindowCase):
+    def setUp(self) -> None:
+        super().setUp()
+        self.shown = self.movies.parent / "shown"
+        self.shown.touch()
+        service = subprocess.Popen(
+            [sys.executable, SERVICE, self.shown], stdout=subprocess.PIPE, text=True
+        )
+        self.addCleanup(service.communicate)
+        self.addCleanup(service.kill)
+        self.assertEqual(service.stdout.readline(), "ready\n")
+
+    def notifications(self) -> list[dict]:
+        return [json.loads(line) for line in self.shown.read_text().splitlines()]
+
+    def on_screen(self) -> list[str]:
+        """What the notifications say that no later one has replaced."""
+        replaced = {one["replaces"] for one in self.notifications()}
+        return [
+            f"{one['summary']}\n{one['body']}"
+            for one in self.notifications()
+            if one["number"] not in replaced
+        ]
+
+    def wait_for_notification(self, *words: str) -> str:
+        """Waits until a notification says all these words; what it says."""
+
+        def found() -> str | None:
+            return next((text for text in self.on_screen() if all(w in text for w in words)), None)
+
+        return wait_for(found, f"a notification of {words}")
+
+    def mount(self, name: str, options: str) -> Path:
+        """A small file system of its own in the output folder."""
+        place = self.output / name
+        place.mkdir()
+        subprocess.run(["mount", "-t", "tmpfs", "-o", options, "tmpfs", place], check=True)
+        self.addCleanup(subprocess.run, ["umount", place], check=True)
+        return place
+
+    def convert_into(self, window: Vantreo, film: Path, folder: Path) -> None:
+        window.type_output_folder(folder)
+        window.drop([film], window.movie_list)
+        window.convert()
+
+    def check_refused_movie(self, window: Vantreo) -> None:
+        raw = self.movies / "raw.h264"
+        ffmpeg("-f", "lavfi", "-i", "testsrc2=size=160x120:duration=1", "-c:v", "libx264", raw)
+        window.drop([raw], window.movie_list)
+        window.press_convert()
+        window.answer("OK")
+        self.assertIn(f"ffmpeg: '{raw}' cannot be converted: its length", self.said())
+        click(window.movie_entry(0))
+        press_key("Delete")
+        wait_for(lambda: not window.movies, "an empty list")
+
+    def check_read_only_folder(self, window: Vantreo) -> None:
+        film = make_film(self.movies / "R&B <live>.mkv", 1)
+        self.convert_into(window, film, self.mount("sealed", "ro,size=64k"))
+        text = self.wait_for_notification(film.name)
+        (trace,) = self.movies.glob("R&B <live>.mp4~*.failed.txt")
+        name = trace.name.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;")
+        self.assertEqual(
+            text,
+            f"{film.name}\nIt was not converted: the output folder cannot be written to.\n"
+            f"More is in {self.movies}/{name}",
+        )
+        self.assertIn("Choose another output folder", trace.read_text())
+        self.assertIn(f"what happened is written in '{trace}'", self.said())
+
+    def check_full_disk(self, window: Vantreo) -> Path:
+        film = make_film(self.movies / "large.mkv", 2, grain=50)
+        folder = self.mount("full", "size=64k")
+        self.convert_into(window, film, folder)
+        self.assertEqual([path.name for path in folder.iterdir()], ["large.mp4.failed.txt"])
+        self.assertIn("Free some space", (folder / "large.mp4.failed.txt").read_text())
+        return film
+
+    def check_truncated_film(self, window: Vantreo) -> Path:
+        name, options = TRUNCATED
+        film = make_truncated_film(self.movies / name, options)
+        film.with_suffix(".srt").write_text("no subtitles")
+        self.convert_into(window, film, self.output)
+        trace = self.output / "half.mp4.failed.txt"
+        self.assertTrue(trace.with_name("half.mp4").is_file())
+        for words in ("Check whether the movie plays to its end", "holds no subtitles"):
+            self.assertIn(words, trace.read_text())
+        return film
+
+    def said(self) -> str:
+        return Path(self.console.name).read_text()
+
+    def test_each_movie_leaves_a_notification_and_a_trace(self) -> None:
+        self.console = self.enterContext(tempfile.NamedTemporaryFile())
+        good = make_film(self.movies / "good.mkv", 1)
+        window = self.enterContext(Vantreo(console=self.console))
+        self.check_refused_movie(window)
+        self.convert_into(window, good, self.output)
+        self.check_read_only_folder(window)
+        full = self.check_full_disk(window)
+        half = self.check_truncated_film(window)
+        self.wait_for_notification(full.name, "there is no space left for the MP4 file")
+        self.wait_for_notification(
+            half.name,
+            "The MP4 file is shorter than the movie should be. The subtitles were not added",
+        )
+        for name in ("R&B <live>.mkv", full.name, half.name):
+            self.assertEqual(sum(name in text for text in self.on_screen()), 1, name)
+        self.assertFalse(any("good" in text for text in self.on_screen()))
+
+
+if __name__ == "__main__":
+    unittest.main()
