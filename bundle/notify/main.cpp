@@ -17,7 +17,9 @@
 namespace {
 
 constexpr int kWords = 6;
-constexpr unsigned kLongestLife = 20;
+// In seconds, the first until the desktop has answered. No bus may hold this program longer.
+constexpr unsigned kLongestSearch = 3;
+constexpr unsigned kLongestLife = 15;
 
 /// The session's folder for the program's files; empty where there is none.
 std::string session_folder() {
@@ -52,11 +54,12 @@ int main(int count, char** words) {
     if (count != kWords) {
         return 2;
     }
-    ::alarm(kLongestLife);
+    ::alarm(kLongestSearch);
     const SessionBus bus;
     if (!bus.has_notifications()) {
         return 0;
     }
+    ::alarm(kLongestLife);
     const notices::Entry entry{words[1], words[2], words[3], words[4], words[5]};
     const std::string folder = session_folder();
     if (folder.empty()) {

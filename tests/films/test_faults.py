@@ -2,9 +2,11 @@
 
 import os
 import shutil
+import socket
 import unittest
 from pathlib import Path
 
+from film_case import DEADLINE
 from output_case import (
     OutputCase,
     Started,
@@ -122,6 +124,26 @@ class Faults(OutputCase):
                 self.assertIn(str(self.out), trace.read_text(encoding="utf-8"))
                 shutil.rmtree(home)
                 self.tell(case, words, "the trace in the home folder, as the console says")
+
+    def test_a_message_bus_that_does_not_answer_holds_nothing_up(self) -> None:
+        mute = socket.socket(socket.AF_UNIX)
+        self.addCleanup(mute.close)
+        mute.bind(str(self.folder / "bus"))
+        mute.listen()
+        mute.settimeout(DEADLINE)
+        words = transcoding(self.folder / "missing.avi", self.out)
+        started = Started(words, DBUS_SESSION_BUS_ADDRESS=f"unix:path={self.folder / 'bus'}")
+        _, said = started.process.communicate(timeout=DEADLINE)
+        connection, _ = mute.accept()
+        self.addCleanup(connection.close)
+        self.assertIn(b"missing.avi", said)
+        self.assertEqual([Path(word).name for word in started.all().values()], ["notify"])
+        self.assertTrue(eventually(lambda: not started.all()))
+        row(
+            SECTION,
+            "ffmpeg: a failure where the session's message bus does not answer",
+            "it ends at once; the helper for notifications ends by itself",
+        )
 
     def test_a_folder_that_is_removed_is_not_made_again(self) -> None:
         self.make_source(8, "320x240")
