@@ -23,12 +23,13 @@ std::string name_in(const std::string& path) {
     return path.substr(path.rfind('/') + 1);  // npos + 1 is 0
 }
 
-void say_where(const char* tool, const Result<Left>& left) {
+void say_where(const char* tool, const Subject& subject, const Result<Left>& left) {
     if (!left) {
         complain(tool, "no file about this could be written: " + left.failure().message);
     } else if (!left->why_not_beside.empty()) {
         complain(tool, "what happened is written in " + whole_in_quotes(left->path) +
-                           ", not beside the MP4 file: " + left->why_not_beside);
+                           ", not beside " + in_quotes(subject.output) + ": " +
+                           left->why_not_beside);
     }
 }
 
@@ -46,7 +47,7 @@ Report failed_report(Step step, const Failure& failure, const std::string& untou
 void tell_in_trace(const Subject& subject, Step step, const Report& report) {
     const bool is_conversion = step == Step::kConversion;
     const auto left = leave_trace(subject, step, report);
-    say_where(is_conversion ? "ffmpeg" : "MP4Box", left);
+    say_where(is_conversion ? "ffmpeg" : "MP4Box", subject, left);
     if (!report.headline.empty()) {
         const bool is_named = is_conversion && !subject.source.empty();
         show_notice({subject.output, name_in(is_named ? subject.source : subject.output),

@@ -50,7 +50,10 @@ class Console(WindowCase):
     def test_where_nothing_can_be_written_the_console_tells(self) -> None:
         self.write_settings(Output="/proc")
         make_film(self.movies / "film.mkv", 1)
-        self.assertRegex(self.converted(), r"\Affmpeg: .*/proc.*\n")
+        where, what = self.converted().splitlines()
+        self.assertRegex(where, r"\Affmpeg: what happened is written in '.*film\.mp4~.*', not beside")
+        self.assertIn("'/proc/film.mp4'", where)
+        self.assertRegex(what, r"\Affmpeg: cannot convert .*/proc.*")
 
 
 if __name__ == "__main__":
