@@ -46,7 +46,7 @@ int level(const TranscodeRequest& request, const Film& film) {
 /// frames of another size than to place all filters again.
 std::vector<std::string> reading_options(const VideoStream& video) {
     return can_fit_shapes(video) && !video.rotation
-               ? std::vector<std::string>{"-reinit_filter", "0"}
+               ? std::vector<std::string>{"-reinit_filter:v", "0"}
                : std::vector<std::string>{};
 }
 

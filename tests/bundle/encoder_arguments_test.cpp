@@ -46,7 +46,7 @@ TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
                                              "/out/private", true);
     EXPECT_EQ(
         joined(arguments),
-        "-reinit_filter 0 -max_error_rate 1 -i file:-lead: in.avi -map 0:0 -map 0:1 "
+        "-reinit_filter:v 0 -max_error_rate 1 -i file:-lead: in.avi -map 0:0 -map 0:1 "
         "-af aformat=sample_fmts=fltp:channel_layouts=mono|stereo,pan=stereo|FL=FL+FC|FR=FR+FC,"
         "aresample=async=50:min_comp=0.01:min_hard_comp=0.015 "
         "-c:a aac -b:a 128k -ac 2 -ar 44100 "
@@ -90,7 +90,7 @@ TEST(EncoderArguments, LetFfmpegPlaceItsFiltersAnewWhereItTurnsTheFilm) {
     Film film = film_of(0, 1, {25, 1});
     film.video.rotation = 90;
     const auto arguments = encoder_arguments(request_for("480x270"), film, "out", true);
-    EXPECT_EQ(value_of(arguments, "-reinit_filter"), "");
+    EXPECT_EQ(value_of(arguments, "-reinit_filter:v"), "");
 }
 
 TEST(EncoderArguments, ChooseTheLevelForBurstsOfFrames) {
