@@ -16,7 +16,7 @@ struct Entry {
 constexpr std::array kWords{
     Entry{
         Cause::kUnknown,
-        {"ffmpeg could not do it", "Check that the movie plays to its end, and convert it again."}},
+        {"ffmpeg failed", "Check that the movie plays to its end, and convert it again."}},
     Entry{Cause::kNoRoom,
           {"there is no space left for the MP4 file",
            "Free some space on the drive of the output folder, or choose a folder on another "
@@ -41,7 +41,7 @@ constexpr std::array kWords{
           {"the MP4 file would replace the movie itself",
            "Choose another output folder, and convert the movie again."}},
     Entry{Cause::kTargetIsNoFile,
-          {"there is something else than a file where the MP4 file goes",
+          {"a folder or a device has the name of the MP4 file",
            "Move away what lies there, or choose another output folder, and convert the movie "
            "again."}},
     Entry{Cause::kReplaced,
@@ -85,7 +85,7 @@ constexpr std::array kWords{
            "Convert the movie again. \"Cancel\" in another window, for instance, ends all "
            "conversions."}},
     Entry{Cause::kStalled,
-          {"ffmpeg came to a standstill",
+          {"ffmpeg stopped responding",
            "Check the drives of the movie and of the output folder, and convert the movie "
            "again."}},
     Entry{Cause::kNotUnderstood,

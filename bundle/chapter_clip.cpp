@@ -22,6 +22,7 @@ constexpr std::size_t kEditDuration = 8;
 constexpr std::size_t kHandler = 8;
 constexpr std::size_t kCount = 4;    ///< of a table's entries
 constexpr std::size_t kEntries = 8;  ///< of a table
+constexpr std::size_t kSize = 4;
 constexpr std::size_t kSizesCount = 8;
 constexpr std::size_t kSizes = 12;
 
@@ -92,8 +93,15 @@ std::string times_table(const std::vector<std::uint64_t>& lengths) {
     return table;
 }
 
+/// The sizes of the first samples; a table of samples of one size has no list of them.
+std::string first_sizes(const std::string& stsz, std::size_t samples) {
+    const bool is_one_size = number_at(stsz, kSize, 4) != 0;
+    const std::size_t end = is_one_size ? kSizes : kSizes + 4 * samples;
+    return stsz.size() < end ? "" : with_word(stsz.substr(0, end), kSizesCount, samples);
+}
+
 /// What changes in a track that is to end at `end`, in ticks of the file; empty for one that is not
-/// as ffmpeg writes the chapters: all in one chunk, each with a size of its own.
+/// as ffmpeg writes the chapters: all in one chunk.
 Contents changes_in(const std::string& moov, const Range& trak, std::uint64_t end,
                     std::uint64_t scale) {
     const std::string tkhd = content(moov, trak, {"tkhd"}, kTrackDuration + 4);
@@ -112,15 +120,15 @@ Contents changes_in(const std::string& moov, const Range& trak, std::uint64_t en
     }
     const std::uint64_t media_end = end * number_at(mdhd, kScale, 4) / scale;
     const auto lengths = lengths_until(stts, media_end);
-    const std::size_t sizes_end = kSizes + 4 * lengths.size();
-    if (lengths.empty() || stsz.size() < sizes_end) {
+    const std::string sizes = first_sizes(stsz, lengths.size());
+    if (lengths.empty() || sizes.empty()) {
         return {};
     }
     return {{"tkhd", with_word(tkhd, kTrackDuration, end)},
             {"elst", with_word(elst, kEditDuration, end)},
             {"mdhd", with_word(mdhd, kDuration, media_end)},
             {"stts", times_table(lengths)},
-            {"stsz", with_word(stsz.substr(0, sizes_end), kSizesCount, lengths.size())},
+            {"stsz", sizes},
             {"stsc", with_word(stsc, kEntries + 4, lengths.size())}};
 }
 

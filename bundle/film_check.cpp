@@ -90,8 +90,8 @@ std::string shortfall(double promised, double made) {
     }
     std::array<char, 200> text{};
     std::snprintf(text.data(), text.size(),
-                  "The source breaks off: the film holds %.1f of %.1f seconds, %.1f seconds "
-                  "(%.0f %%) are missing.",
+                  "The movie is truncated or damaged: the MP4 file has %.1f of %.1f seconds; %.1f "
+                  "seconds (%.0f %%) are missing.",
                   made, promised, missing, 100 * missing / promised);
     return text.data();
 }

@@ -67,7 +67,7 @@ Result<Film> moving_film(const std::string& path, const json& probed, std::set<i
 }
 
 /// The duration by the packets. Where the file ends long before its header says, the header is
-/// right: it tells what was there before the file broke off.
+/// right: it gives the length from before the truncation.
 std::optional<double> measured_duration(const std::string& path, const Film& film,
                                         const StopSignals& stop) {
     std::set<int> streams{film.video.index};

@@ -37,7 +37,7 @@ std::optional<Range> descendant(std::string_view bytes, Range range,
                                 std::initializer_list<std::string_view> names);
 
 /// Where the content of the index, the "moov" box, lies in an MP4 file. Empty when there is none
-/// and when the file's boxes do not end where the file does: it is broken off then. Also empty for
+/// and when the file's boxes do not end where the file does: it is truncated then. Also empty for
 /// an index of more than 512 MiB, which is none of a film.
 std::optional<Range> find_moov(std::istream& file);
 

@@ -7,12 +7,12 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <cstdlib>
 #include <string>
 #include <thread>
 
 #include "notice_queue.h"
 #include "session_bus.h"
+#include "session_folder.h"
 
 namespace {
 
@@ -20,12 +20,6 @@ constexpr int kWords = 6;
 // In seconds, the first until the desktop has answered. No bus may hold this program longer.
 constexpr unsigned kLongestSearch = 3;
 constexpr unsigned kLongestLife = 15;
-
-/// The session's folder for the program's files; empty where there is none.
-std::string session_folder() {
-    const char* runtime = std::getenv("XDG_RUNTIME_DIR");
-    return runtime != nullptr && *runtime == '/' ? std::string(runtime) + "/vantreo" : "";
-}
 
 notices::Milliseconds now() {
     return std::chrono::duration_cast<notices::Milliseconds>(
@@ -61,11 +55,10 @@ int main(int count, char** words) {
     }
     ::alarm(kLongestLife);
     const notices::Entry entry{words[1], words[2], words[3], words[4], words[5]};
-    const std::string folder = session_folder();
-    if (folder.empty()) {
-        bus.show(notices::message_on({entry}, bus.reads_markup()), "");
+    if (const auto folder = session_folder()) {
+        show_with_others(bus, entry, *folder);
     } else {
-        show_with_others(bus, entry, folder);
+        bus.show(notices::message_on({entry}, bus.reads_markup()), "");
     }
     return 0;
 }

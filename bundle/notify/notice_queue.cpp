@@ -146,7 +146,6 @@ Batch take(Shared& shared, Milliseconds now) {
 }
 
 NoticeQueue::NoticeQueue(const std::string& folder) {
-    ::mkdir(folder.c_str(), S_IRWXU);
     state_ = open_in(folder, "notices");
     turn_ = open_in(folder, "notices.turn");
 }

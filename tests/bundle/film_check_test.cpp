@@ -9,9 +9,10 @@ namespace bundle {
 namespace {
 
 TEST(Shortfall, IsToldAboveTwoSecondsAndTwoPercent) {
-    EXPECT_EQ(shortfall(100, 97.9),
-              "The source breaks off: the film holds 97.9 of 100.0 seconds, 2.1 seconds (2 %) are "
-              "missing.");
+    EXPECT_EQ(
+        shortfall(100, 97.9),
+        "The movie is truncated or damaged: the MP4 file has 97.9 of 100.0 seconds; 2.1 seconds "
+        "(2 %) are missing.");
     EXPECT_NE(shortfall(10, 0), "");
 }
 

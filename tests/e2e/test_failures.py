@@ -13,7 +13,7 @@ from window_case import WindowCase
 
 SERVICE = Path(__file__).with_name("notification_service.py")
 # A movie of ten seconds of which half is there; its header says how long it was.
-TRUNCATED = ("half.mp4", ("-movflags", "+faststart"))
+TRUNCATED = ("half.avi", ())
 
 
 def make_truncated_film(path: Path, options: tuple[str, ...]) -> Path:

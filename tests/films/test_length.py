@@ -54,7 +54,7 @@ class Length(FilmCase):
         report = self.convert(film)
         end = frame_times(self.out)[-1]
         self.assertAlmostEqual(int(report.duration[-2:]), end, delta=1)
-        case = "a browser's WebM, broken off after two thirds"
+        case = "a browser's WebM, truncated after two thirds"
         row(SECTION, case, "reported as long as it still is")
 
     def test_a_cut_transport_stream(self) -> None:
@@ -138,9 +138,9 @@ class Length(FilmCase):
         film.write_bytes(data[: len(data) // 2])
         self.convert(film)
         trace = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
-        self.assertIn("The source breaks off", trace)
+        self.assertIn("The movie is truncated or damaged", trace)
         case = "the first half of that file"
-        row(SECTION, case, "what is there is converted; the trace tells that the source breaks off")
+        row(SECTION, case, "what is there is converted; the trace says that the movie is truncated or damaged")
 
     def test_a_length_is_found_where_no_file_can_be_written(self) -> None:
         film = self.recording(6)

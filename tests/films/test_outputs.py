@@ -172,7 +172,7 @@ class Traces(OutputCase):
         self.assertEqual(status, 0, said)
         duration = float(probe(self.out)["format"]["duration"])
         self.assertTrue(3 < duration < 8, duration)
-        self.assertIn(f"the film holds {duration:.1f} of 10.0 seconds", self.trace())
+        self.assertIn(f"the MP4 file has {duration:.1f} of 10.0 seconds", self.trace())
         self.assertEqual(self.run_words(adding(self.text, self.out))[0], 0)
         self.assertIn("are missing", self.trace())
         self.assertIn("was made, with what there is", self.trace())
@@ -180,8 +180,8 @@ class Traces(OutputCase):
         self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
         row(
             SECTION,
-            "The source breaks off after six tenths",
-            "the film as far as it goes, with subtitles; the trace tells how much is missing",
+            "A movie truncated after six tenths",
+            "the MP4 file up to the truncation, with subtitles; the trace says how much is missing",
         )
 
     def test_a_film_that_is_shorter_by_little_leaves_no_trace(self) -> None:
