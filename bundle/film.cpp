@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "decoding_delay.h"
 #include "film_duration.h"
 #include "json_reading.h"
 #include "programmes.h"
@@ -145,7 +146,7 @@ const char* const kFilmEntries =
     "format_tags=creation_time,date,location,com.apple.quicktime.creationdate,"
     "com.apple.quicktime.location.ISO6709:"
     "stream=index,codec_type,codec_name,codec_tag_string,pix_fmt,width,height,"
-    "sample_aspect_ratio,field_order,"
+    "sample_aspect_ratio,field_order,has_b_frames,"
     "color_range,color_space,color_transfer,color_primaries,avg_frame_rate,r_frame_rate,time_base,"
     "start_time,duration,sample_fmt,sample_rate,channels,channel_layout:"
     "stream_disposition=default,forced,attached_pic,timed_thumbnails,still_image,dub,comment,"
@@ -178,6 +179,7 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
         film.audio = audio_from(heard);
         film.audio->right = right_side(format, sounds);
     }
+    film.video.decoding_delay = decoding_delay(probed, stream, heard);
     film.subtitles = text_streams(candidates(probed, "subtitle", unusable, foreign).streams);
     film.tags = movie_tags(format, stream, heard);
     film.input_options = input_options(probed);

@@ -32,6 +32,7 @@ struct VideoStream {
     std::optional<Rational> average_rate;  ///< frames per second
     std::optional<Rational> base_rate;     ///< the rate that expresses all frame times
     std::optional<Rational> time_base;     ///< seconds per tick
+    int decoding_delay = 0;                ///< see `decoding_delay`
 };
 
 /// The audio stream that is reported and converted.

@@ -1,6 +1,7 @@
 #include "filter_chain.h"
 
 #include "colour.h"
+#include "decoding_delay.h"
 #include "frame_times.h"
 #include "interlacing.h"
 #include "shape_fit.h"
@@ -12,7 +13,7 @@ std::string picture_filters(const TranscodeRequest& request, const VideoStream& 
     const Size size = even({request.width, request.height});
     const Colour colour = assumed_colour(video.colour, video.pixel_format, video.stored);
     const ColourPlan plan = colour_plan(colour, size, has_zscale);
-    std::string filters = fit_filters(video);
+    std::string filters = undelay_filter(video) + fit_filters(video);
     filters += deinterlacer(video);
     filters += rate_filter(request, video);
     return filters + plan.filters + ",format=yuv420p,setsar=1," + setparams(plan.result);

@@ -1,6 +1,8 @@
 """Sound stays in step with the picture, and is torn only where some of it is missing."""
 
-from film_case import FilmCase, Path, picture
+import struct
+
+from film_case import FilmCase, Path, frame_times, picture, video_of
 from sound_measures import beeps, flashes, tears
 from table import row
 
@@ -47,6 +49,14 @@ class SoundTimes(FilmCase):
             cut = self.without_packets(film, f"cut.{container}", "eq(mod(n,25),12)")
             case = f"a packet of {codec.removeprefix('lib')} lost each half second or so"
             self.check_step(f"{case}, {container.upper()}", cut, 3)
+
+    def test_frames_out_of_order_in_avi(self) -> None:
+        film = self.signals(
+            "film.avi", 5, "-c:v", "libx264", "-preset", "ultrafast", "-bf", 3, "-c:a", "mp3"
+        )
+        self.assertEqual(video_of(film)["has_b_frames"], 2)
+        self.check_step("H.264 with B-frames in AVI", film, 2)
+        self.assertEqual(frame_times(self.out), [frame / 25 for frame in range(125)])
 
     def check_whole(self, case: str, film: Path) -> None:
         self.convert(film)
