@@ -65,7 +65,9 @@ AudioStream audio_from(const json& stream) {
             whole(stream, "sample_rate"),
             whole(stream, "channels"),
             !text(stream, "channel_layout").empty(),
-            whole(stream, "has_jittery_times") != 0};
+            whole(stream, "has_jittery_times") != 0,
+            {},
+            whole(stream, "has_false_times") != 0};
 }
 
 /// ffprobe knows the format of a decoded picture or sound only where there is a decoder.

@@ -44,6 +44,7 @@ struct AudioStream {
     bool has_layout = true;          ///< it is known which channel is which speaker
     bool has_jittery_times = false;  ///< see `mark_jittery_streams`
     std::optional<int> right = {};   ///< the stream of the right side, where this is only the left
+    bool has_false_times = false;    ///< see `mark_false_times`
 };
 
 /// What is known about a film before it is converted.

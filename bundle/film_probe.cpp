@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "console.h"
+#include "counted_times.h"
 #include "ffprobe.h"
 #include "film_duration.h"
 #include "film_length.h"
@@ -121,6 +122,7 @@ Result<json> ask_with(const std::string& path, const InputOptions& options,
     auto probed = sample(path, options, stop);
     if (probed) {
         mark_jittery_streams(*probed);
+        mark_false_times(*probed);
         keep_input_options(*probed, options);
     }
     return probed;

@@ -20,6 +20,9 @@ const char* const kFirstTwo = "pan=stereo|c0=c0|c1=c1,";
 // are kept together by playing up to 0.1 % faster or slower, which nobody hears.
 const char* const kFillGaps = "aresample=async=50:min_comp=0.01:min_hard_comp=0.015";
 
+// Of sound without gaps, so many samples are so much time.
+const char* const kCountTimes = "asetpts=STARTPTS+N/SR/TB,";
+
 // Filling each small step of jittery times would tear the sound all the time.
 const char* const kFillLargeGaps = "aresample=async=1";
 
@@ -35,8 +38,9 @@ std::string one_side(const std::string& stream, const std::string& name) {
 }  // namespace
 
 std::string sound_filters(const AudioStream& audio) {
-    return std::string(has_unknown_order(audio) ? kFirstTwo : kStereo) +
-           (audio.has_jittery_times ? kFillLargeGaps : kFillGaps);
+    return std::string(audio.has_false_times ? kCountTimes : "") +
+           (has_unknown_order(audio) ? kFirstTwo : kStereo) +
+           (audio.has_jittery_times || audio.has_false_times ? kFillLargeGaps : kFillGaps);
 }
 
 std::vector<std::string> sound_source(const AudioStream& audio) {

@@ -26,6 +26,12 @@ TEST(SoundChain, FillsOnlyLargeGapsOfJitteryTimes) {
     EXPECT_EQ(sound_filters({1, "aac", 48000, 2, true, true}), kStereo + "aresample=async=1");
 }
 
+TEST(SoundChain, CountsTheSamplesWhereTimesAreFalse) {
+    AudioStream audio{1, "mp3", 44100, 2};
+    audio.has_false_times = true;
+    EXPECT_EQ(sound_filters(audio), "asetpts=STARTPTS+N/SR/TB," + kStereo + "aresample=async=1");
+}
+
 TEST(SoundChain, TakesAStreamThroughTheFilters) {
     const AudioStream audio{3, "aac", 48000, 2};
     EXPECT_EQ(sound_source(audio),

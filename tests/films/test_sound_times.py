@@ -18,6 +18,17 @@ def pure_tone(seconds: float, rate: int = 44100) -> list[str]:
     return ["-f", "lavfi", "-i", f"aevalsrc=sin(1000*2*PI*t)/4:s={rate}:d={seconds}"]
 
 
+def count_bytes(film: Path, rate: int) -> None:
+    """Makes an AVI file tell the time of its sound by so many bytes a second."""
+    data = bytearray(film.read_bytes())
+    header = data.index(b"strhXXXXauds".replace(b"XXXX", struct.pack("<I", 56))) + 8
+    struct.pack_into("<II", data, header + 20, 1, rate)
+    struct.pack_into("<I", data, header + 44, 1)
+    sound = data.index(b"strf", header) + 8
+    struct.pack_into("<IH", data, sound + 8, rate, 1)
+    film.write_bytes(data)
+
+
 class SoundTimes(FilmCase):
     def signals(self, name: str, seconds: int, *options: object) -> Path:
         """A film that is black and silent but for a flash and a beep every two seconds."""
@@ -76,6 +87,13 @@ class SoundTimes(FilmCase):
             kind = name.rpartition(".")[2].upper()
             codec = audio.removeprefix("lib").removesuffix("lame")
             self.check_whole(f"rounded times of {codec} in {kind}", film)
+
+    def test_a_wrong_bit_rate_in_the_header_tears_nothing(self) -> None:
+        film = self.film(
+            "film.avi", *small_picture(5), *pure_tone(5), "-c:v", "mpeg4", "-c:a", "mp3", "-b:a", "64k"
+        )
+        count_bytes(film, 10000)
+        self.check_whole("MP3 of 64 kbit/s that AVI calls 80 kbit/s", film)
 
     def test_jittery_times_tear_nothing(self) -> None:
         steady = self.film(
