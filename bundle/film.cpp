@@ -56,6 +56,7 @@ VideoStream video_from(const json& stream) {
     video.average_rate = parse_rational(text(stream, "avg_frame_rate"));
     video.base_rate = parse_rational(text(stream, "r_frame_rate"));
     video.time_base = parse_rational(text(stream, "time_base"));
+    video.has_uneven_steps = whole(stream, "has_uneven_steps") != 0;
     return video;
 }
 
@@ -197,7 +198,8 @@ double frame_rate(const VideoStream& video) {
 
 bool has_variable_rate(const VideoStream& video) {
     return video.average_rate && video.base_rate &&
-           std::abs(video.average_rate->value() / video.base_rate->value() - 1) > kUneven;
+           (video.has_uneven_steps ||
+            std::abs(video.average_rate->value() / video.base_rate->value() - 1) > kUneven);
 }
 
 }  // namespace bundle

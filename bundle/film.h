@@ -33,6 +33,7 @@ struct VideoStream {
     std::optional<Rational> base_rate;     ///< the rate that expresses all frame times
     std::optional<Rational> time_base;     ///< seconds per tick
     int decoding_delay = 0;                ///< see `decoding_delay`
+    bool has_uneven_steps = false;         ///< see `mark_uneven_steps`
 };
 
 /// The audio stream that is reported and converted.

@@ -9,6 +9,7 @@
 #include "ffprobe.h"
 #include "film_duration.h"
 #include "film_length.h"
+#include "frame_steps.h"
 #include "json_reading.h"
 #include "main_shape.h"
 #include "packet_times.h"
@@ -123,6 +124,7 @@ Result<json> ask_with(const std::string& path, const InputOptions& options,
     if (probed) {
         mark_jittery_streams(*probed);
         mark_false_times(*probed);
+        mark_uneven_steps(*probed);
         keep_input_options(*probed, options);
     }
     return probed;

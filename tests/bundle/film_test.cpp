@@ -156,6 +156,13 @@ TEST(Film, HasAVariableRateWhereTheAverageIsNotTheBase) {
     EXPECT_FALSE(has_variable_rate(film_from(film_of(json::array({stream})))->video));
 }
 
+TEST(Film, HasAVariableRateWhereItsStepsAreUneven) {
+    json stream = video_stream(0);
+    stream["r_frame_rate"] = "25/1";
+    stream["has_uneven_steps"] = 1;
+    EXPECT_TRUE(has_variable_rate(film_from(film_of(json::array({stream})))->video));
+}
+
 TEST(Film, TakesTheBaseRateAndTheStreamsLengthWhereTheBetterFactsAreMissing) {
     json stream = video_stream(0);
     stream["avg_frame_rate"] = "0/0";

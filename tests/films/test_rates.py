@@ -100,6 +100,21 @@ class Rates(FilmCase):
             f"in each second {', '.join(map(str, seconds))} frames, each shown when it was",
         )
 
+    def test_a_rhythm_of_uneven_steps(self) -> None:
+        film = self.film(
+            "film.mkv",
+            *picture(3, rate="30000/1001", more="setpts='floor(N*2.5)*1001/60000/TB'"),
+            *("-fps_mode", "passthrough", "-enc_time_base", "1:1000", *X264, "-t", 3),
+        )
+        stream = video_of(film)
+        self.assertEqual(stream["avg_frame_rate"], stream["r_frame_rate"])
+        self.convert(film)
+        before, after = frame_times(film), frame_times(self.out)
+        self.assertEqual(len(before), len(after))
+        self.assertLess(max(abs(a - b) for a, b in zip(before, after)), 0.002)
+        case = "24 frames a second in the rhythm of 30 (3:2 pulldown), MKV"
+        row(SECTION, case, "every frame once, shown when it was, within 2 ms")
+
     def test_slow_pictures_that_begin_late(self) -> None:
         for rate, late in (("1", 0.45), ("5", 0.09)):
             film = self.film(
