@@ -21,6 +21,11 @@ using nlohmann::json;
 // Rounded times make an even rate differ from its average by less.
 constexpr double kUneven = 0.01;
 
+/// Some files count the two fields of a frame as two frames.
+bool is_too_high(const Rational& average, const std::optional<Rational>& base) {
+    return base && average.value() > base->value() * (1 + kUneven);
+}
+
 std::optional<double> rotation_of(const json& stream) {
     for (const json& side_data : member(stream, "side_data_list")) {
         const json& rotation = member(side_data, "rotation");
@@ -192,8 +197,10 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
 }
 
 double frame_rate(const VideoStream& video) {
-    const auto& rate = video.average_rate ? video.average_rate : video.base_rate;
-    return rate ? rate->value() : 0;
+    if (!video.average_rate || is_too_high(*video.average_rate, video.base_rate)) {
+        return video.base_rate ? video.base_rate->value() : 0;
+    }
+    return video.average_rate->value();
 }
 
 bool has_variable_rate(const VideoStream& video) {

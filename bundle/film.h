@@ -71,7 +71,8 @@ extern const char* const kFilmEntries;
 /// beginning. Fails when there is no picture that moves.
 Result<Film> film_from(const nlohmann::json& probed, const std::set<int>& unusable = {});
 
-/// The rate that goes for the film's own: the average one, else the base rate; 0 when unknown.
+/// The rate that goes for the film's own: the average one, unless it is unknown or higher than the
+/// base rate, of which each frame takes at least one period; 0 when unknown.
 double frame_rate(const VideoStream& video);
 
 /// True when the frames do not come at an even rate.

@@ -163,6 +163,15 @@ TEST(Film, HasAVariableRateWhereItsStepsAreUneven) {
     EXPECT_TRUE(has_variable_rate(film_from(film_of(json::array({stream})))->video));
 }
 
+TEST(Film, HasNoRateAboveItsBaseRate) {
+    json stream = video_stream(0);
+    stream["r_frame_rate"] = "25/1";
+    stream["avg_frame_rate"] = "50/1";
+    EXPECT_EQ(frame_rate(film_from(film_of(json::array({stream})))->video), 25);
+    stream["avg_frame_rate"] = "2505/100";
+    EXPECT_EQ(frame_rate(film_from(film_of(json::array({stream})))->video), 25.05);
+}
+
 TEST(Film, TakesTheBaseRateAndTheStreamsLengthWhereTheBetterFactsAreMissing) {
     json stream = video_stream(0);
     stream["avg_frame_rate"] = "0/0";

@@ -4,7 +4,17 @@ import re
 import subprocess
 from fractions import Fraction
 
-from film_case import DEADLINE, FilmCase, Path, ffmpeg, frame_times, picture, rate_of, tone
+from film_case import (
+    DEADLINE,
+    FilmCase,
+    Path,
+    ffmpeg,
+    frame_times,
+    picture,
+    rate_of,
+    tone,
+    video_of,
+)
 from table import row
 
 SECTION = "The film that comes in"
@@ -114,6 +124,20 @@ class Rates(FilmCase):
         self.assertLess(max(abs(a - b) for a, b in zip(before, after)), 0.002)
         case = "24 frames a second in the rhythm of 30 (3:2 pulldown), MKV"
         row(SECTION, case, "every frame once, shown when it was, within 2 ms")
+
+    def test_fields_that_are_counted_as_frames(self) -> None:
+        film = self.film(
+            "film.gxf",
+            *("-f", "lavfi", "-i", "color=s=720x576:r=25:d=1.2", *tone(1.2, rate=48000)),
+            *("-c:v", "mpeg2video", "-c:a", "pcm_s16le", "-ac", 1),
+        )
+        self.assertEqual(video_of(film)["avg_frame_rate"], "50/1")
+        report = self.convert(film)
+        self.assertEqual(report.rate, 25)
+        after = frame_times(self.out)
+        self.assertEqual(after[:29], [frame / 25 for frame in range(29)])
+        self.assertEqual(len(after), 30)
+        row(SECTION, "25 frames a second, which GXF calls 50", "25, every frame once")
 
     def test_slow_pictures_that_begin_late(self) -> None:
         for rate, late in (("1", 0.45), ("5", 0.09)):
