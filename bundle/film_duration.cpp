@@ -84,6 +84,11 @@ void set_duration(Film& film, const json& probed) {
         film.duration = std::min(film.duration, longest);
     }
     film.duration_may_be_end = may_be_end(film, text(member(probed, "format"), "format_name"));
+    const json& summed = member(probed, "summed_length");
+    if (summed.is_number()) {
+        film.duration = summed.get<double>();
+        told = true;
+    }
     film.duration_is_certain = film.duration && (alone || told) && !film.duration_may_be_end;
 }
 

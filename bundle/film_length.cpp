@@ -113,4 +113,9 @@ std::optional<PacketEnds> packet_ends(const std::string& path, const std::set<in
     return ends;
 }
 
+std::optional<double> end_of_part(int file, const ByteRange& part, const StopSignals& stop) {
+    const auto ends = ends_in(file, {part}, {}, stop);
+    return ends ? std::optional(ends->any) : std::nullopt;
+}
+
 }  // namespace bundle

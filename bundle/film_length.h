@@ -5,6 +5,7 @@
 #include <string>
 
 #include "lifetime.h"
+#include "pipe_feed.h"
 
 namespace bundle {
 
@@ -22,5 +23,9 @@ struct PacketEnds {
 /// for a large file; in Matroska both are cut where a cluster (the unit that bears times) begins.
 std::optional<PacketEnds> packet_ends(const std::string& path, const std::set<int>& wanted,
                                       const StopSignals& stop);
+
+/// Where the last packet of a part of a file ends, by the clock of that part, which is a movie of
+/// its own; all of it is read.
+std::optional<double> end_of_part(int file, const ByteRange& part, const StopSignals& stop);
 
 }  // namespace bundle

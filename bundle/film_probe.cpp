@@ -18,6 +18,7 @@
 #include "read_limits.h"
 #include "source_check.h"
 #include "stream_clock.h"
+#include "summed_length.h"
 
 namespace bundle {
 
@@ -143,6 +144,7 @@ Result<json> ask(const std::string& path, const StopSignals& stop) {
     }
     if (probed) {
         set_main_shape(*probed, path, stop);
+        set_summed_length(*probed, path, stop);
     }
     return probed;
 }
