@@ -12,6 +12,7 @@
 #include "frame_steps.h"
 #include "json_reading.h"
 #include "main_shape.h"
+#include "matroska_end.h"
 #include "packet_times.h"
 #include "probe_memory.h"
 #include "process.h"
@@ -145,6 +146,7 @@ Result<json> ask(const std::string& path, const StopSignals& stop) {
     if (probed) {
         set_main_shape(*probed, path, stop);
         set_summed_length(*probed, path, stop);
+        drop_short_length(*probed, path);
     }
     return probed;
 }

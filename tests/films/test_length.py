@@ -1,11 +1,12 @@
 """Lengths that the header does not tell are found in the packets, quickly."""
 
 import resource
+import struct
 import subprocess
 import time
 from pathlib import Path
 
-from film_case import DEADLINE, FilmCase, frame_times, picture, probe, tone
+from film_case import DEADLINE, SMALL, FilmCase, frame_times, picture, probe, tone
 from table import row
 
 SECTION = "The film that comes in"
@@ -149,15 +150,33 @@ class Length(FilmCase):
         case = "a browser's WebM of 6 s where no disk has room"
         row(SECTION, case, f"reported as {report.duration}")
 
-    def test_a_film_that_nobody_can_tell_the_length_of(self) -> None:
-        film = self.film("raw.h264", *picture(1), "-c:v", "libx264")
-        ended = self.ask(film)
-        self.assertEqual(ended.status, 0)
-        self.assertIsNone(self.read(ended))
-        line = ended.messages[0].strip().split(",")[0]
-        self.assertEqual(line, "Duration: N/A")
-        said = ended.messages[-1].replace(str(film), "FILE")
-        self.assertIn("its length cannot be found", said)
-        outcome = f"“{line}”: the program rejects it; {said}"
-        row(SECTION, "raw H.264, without any times", outcome)
+    def test_formats_without_a_clock(self) -> None:
+        for name, codec in (
+            ("raw H.264.h264", "libx264"),
+            ("MPEG-1 alone.m1v", "mpeg1video"),
+            ("MPEG-2 alone.m2v", "mpeg2video"),
+            ("animated PNG.apng", "apng"),
+        ):
+            film = self.film(name, *picture(2), "-c:v", codec)
+            self.assertNotIn("start_time", probe(film)["format"])
+            self.check(f"{name.rpartition('.')[0]} of 2 s, without a length", film, 2)
+
+    def test_a_header_that_gives_too_short_a_length(self) -> None:
+        film = self.film(
+            "film.mkv",
+            *(*picture(4), *tone(4), "-metadata:s", "language=pol", *SMALL),
+            *("-cluster_time_limit", 500),
+        )
+        data = bytearray(film.read_bytes())
+        header = data.index(b"\x44\x89\x88") + 3
+        struct.pack_into(">d", data, header, 1900)
+        film.write_bytes(data)
+        self.assertEqual(float(header_length(film)), 1.9)
+        self.check("Matroska of 4 s whose header says 1.9 s", film, 4)
+
+    def test_joined_ogg_movies(self) -> None:
+        one = self.film("one.ogv", *picture(2), *tone(2), "-c:v", "libtheora", "-c:a", "libvorbis")
+        film = self.folder / "both.ogv"
+        film.write_bytes(one.read_bytes() * 2)
+        self.check("two Ogg movies of 2 s, joined", film, 4)
 
