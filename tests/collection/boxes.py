@@ -95,12 +95,12 @@ def sample_sizes(table: Box) -> list[int]:
     return [size for (size,) in numbers(table.one(b"stsz").data, "I", 8)]
 
 
-def outside(table: Box, mdat: tuple[int, int]) -> int:
+def outside(table: Box, media: list[tuple[int, int]]) -> int:
     """How many samples lie outside the media data, or in no chunk."""
     sizes, at, wrong = sample_sizes(table), 0, 0
     for start, count in sample_places(table):
         for size in sizes[at : at + count]:
-            wrong += not mdat[0] <= start <= start + size <= mdat[1]
+            wrong += not any(first <= start <= start + size <= end for first, end in media)
             start += size
         at += count
     return wrong + abs(len(sizes) - at)
@@ -114,7 +114,7 @@ def read_edits(track: Box) -> list[tuple[int, int]]:
     return [(length, start) for length, start, _ in numbers(lists[0].data, form, 4)]
 
 
-def read_track(track: Box, movie_scale: int, mdat: tuple[int, int]) -> Track:
+def read_track(track: Box, movie_scale: int, media: list[tuple[int, int]]) -> Track:
     head = track.one(b"tkhd").data
     scale, duration = timed(track.one(b"mdia", b"mdhd").data, 12)
     table = track.one(b"mdia", b"minf", b"stbl")
@@ -127,9 +127,9 @@ def read_track(track: Box, movie_scale: int, mdat: tuple[int, int]) -> Track:
     problems = []
     if sum(count for count, _ in runs) != len(sizes):
         problems.append("stts and stsz count different samples")
-    if wrong := outside(table, mdat):
+    if wrong := outside(table, media):
         problems.append(f"{wrong} samples outside mdat")
-    if head[3] & 1 == 0:
+    if head[3] & 1 == 0 and track.one(b"mdia", b"hdlr").data[8:12] != b"sbtl":
         problems.append("a track is not enabled")
     coded = sum(count * step for count, step in runs)
     if abs(coded - duration) / scale > TOLERATED:
@@ -206,11 +206,10 @@ def read_mp4(path: Path) -> Mp4:
     problems = []
     if boxes[0].name != b"ftyp" or boxes[0].data[:4] not in (b"M4V ", b"mp42", b"isom"):
         problems.append(f"begins with {boxes[0].name!r} {boxes[0].data[:4]!r}")
-    media = file.one(b"mdat")
-    mdat = (media.start + 8, media.start + 16 + len(media.data))
+    media = [(box.start + 8, box.start + 16 + len(box.data)) for box in file.all(b"mdat")]
     moov = file.one(b"moov")
     scale, duration = timed(moov.one(b"mvhd").data, 12)
-    tracks = [read_track(track, scale, mdat) for track in moov.all(b"trak")]
+    tracks = [read_track(track, scale, media) for track in moov.all(b"trak")]
     movie = Mp4(duration / scale, scale, tracks, problems)
     if len(movie.of("vide")) != 1 or len(movie.of("soun")) > 1:
         problems.append(f"tracks {[track.kind for track in tracks]}")

@@ -46,6 +46,8 @@ KINDS = [
         "mencoder",
         f"{MENCODER} -ovc x264 -x264encopts crf=20:bframes=2 -oac mp3lame -o $O",
         SMALL,
+        # mencoder starts the sound as late as the picture is decoded.
+        Wanted(starts=None),
     ),
     Kind(
         "H.264 with B-frames in AVI.avi",

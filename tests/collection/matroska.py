@@ -110,7 +110,8 @@ KINDS = [
     Kind(
         "picture late, five frames a second.mkv",
         "ffmpeg",
-        f"{FF} -itsoffset 0.3 -i $Y -i $W {X264} -c:a flac $O",
+        f"{IN} {X264} -vf settb=1/1000,setpts=PTS+300 -fps_mode passthrough -enc_time_base 1:1000 "
+        "-c:a flac $O",
         Pattern(rate="5", seconds=6, period=2),
         Wanted(late=-0.3, starts=None, length=6.3),
     ),
