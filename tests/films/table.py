@@ -30,7 +30,7 @@ What the tools in `bundle/` make of the films and faults that the world holds. E
 that a test in `tests/films` makes with public tools and hands to the real tools as the program
 would; the right-hand column is what was measured. The tests write this table and fail when it
 differs from this file; `cmake --build --preset release --target films-table` runs them and puts
-their table here.
+their table here. [A collection of movies](collection.md) shows how movies from many makers come out.
 """
 
 _rows: list[tuple[str, str, str | None]] = []
