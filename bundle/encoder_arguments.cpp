@@ -62,7 +62,8 @@ std::vector<std::string> encoder_arguments(const TranscodeRequest& request, cons
     append(arguments, reading_options(film.video));
     // What can be decoded of a damaged movie is kept, however little; how much that is, is judged
     // by what comes out.
-    append(arguments, {"-max_error_rate", "1", "-i", file_url(request.input), "-map",
+    append(arguments, {"-max_error_rate", "1", "-i",
+                       film.has_jumping_clock ? "pipe:0" : file_url(request.input), "-map",
                        stream(film.video.index)});
     if (film.audio) {
         append(arguments, sound_source(*film.audio));

@@ -1,5 +1,6 @@
 #include "encoding.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -14,6 +15,7 @@
 #include "film_check.h"
 #include "film_probe.h"
 #include "inner_subtitles.h"
+#include "jumping_clock.h"
 #include "listening.h"
 #include "progress.h"
 
@@ -132,6 +134,18 @@ class Encoder {
         };
         FfmpegWork work = work_on(film, has_zscale);
         subtitles.extend(work);
+        return film.has_jumping_clock ? run_without_jumps(film, work, show)
+                                      : run_ffmpeg(work, show, stop_);
+    }
+
+    Result<std::string> run_without_jumps(const Film& film, FfmpegWork& work,
+                                          const std::function<void(const Progress&)>& show) {
+        const UniqueFd file(::open(request_.input.c_str(), O_RDONLY | O_CLOEXEC));
+        const auto feed = JumpingClock{film.audio.has_value()}.start_feed(file);
+        if (!feed) {
+            return feed.failure();
+        }
+        work.input = feed->reader();
         return run_ffmpeg(work, show, stop_);
     }
 

@@ -57,8 +57,9 @@ struct Film {
     std::optional<std::int64_t> bit_rate;
     VideoStream video;
     std::optional<AudioStream> audio;
-    bool has_lost_sound = false;  ///< it holds sound, but none that can be decoded
-    InputOptions input_options;   ///< with which it was probed
+    bool has_lost_sound = false;     ///< it holds sound, but none that can be decoded
+    bool has_jumping_clock = false;  ///< see `JumpingClock`
+    InputOptions input_options;      ///< with which it was probed
     std::vector<TextStream> subtitles = {};
     MovieTags tags = {};
 };

@@ -11,6 +11,7 @@
 #include "film_length.h"
 #include "frame_steps.h"
 #include "json_reading.h"
+#include "jumping_clock.h"
 #include "main_shape.h"
 #include "matroska_end.h"
 #include "packet_times.h"
@@ -176,6 +177,12 @@ Result<Film> find_film(const std::string& path, const json& probed, const std::s
     if (film && (format == "mpegts" || format == "mpeg")) {
         const auto length = length_without_jumps(path);
         film->duration = length ? length : film->duration;
+    }
+    if (film) {
+        if (const auto length = JumpingClock{film->audio.has_value()}.length(path, format)) {
+            film->duration = length;
+            film->has_jumping_clock = true;
+        }
     }
     if (stop.received() != 0) {
         return stop.failure();

@@ -17,38 +17,39 @@ namespace {
 
 constexpr std::size_t kBlock = 65536;
 
-bool write_all(int pipe, const char* bytes, ssize_t count) {
-    while (count > 0) {
-        const ssize_t written = ::write(pipe, bytes, static_cast<std::size_t>(count));
+bool write_all(int pipe, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t written = ::write(pipe, bytes.data(), bytes.size());
         if (written <= 0) {
             return false;
         }
-        bytes += written;
-        count -= written;
+        bytes.remove_prefix(static_cast<std::size_t>(written));
     }
     return true;
 }
 
 /// Only async-signal-safe calls: it runs behind a fork.
-[[noreturn]] void feed(int file, const std::vector<ByteRange>& pieces, int pipe) {
-    end_with_maker();
+void feed(int file, const std::vector<ByteRange>& pieces, const ByteSink& sink) {
     std::array<char, kBlock> block;
     for (const ByteRange& piece : pieces) {
         for (std::int64_t at = piece.from; at < piece.to;) {
             const auto wanted = std::min<std::int64_t>(piece.to - at, kBlock);
             const ssize_t count = ::pread(file, block.data(), static_cast<std::size_t>(wanted), at);
-            if (count <= 0 || !write_all(pipe, block.data(), count)) {
-                ::_exit(0);
+            if (count <= 0 || !sink({block.data(), static_cast<std::size_t>(count)})) {
+                return;
             }
             at += count;
         }
     }
-    ::_exit(0);
 }
 
 }  // namespace
 
 Result<PipeFeed> PipeFeed::start(int file, const std::vector<ByteRange>& pieces) {
+    return start([&](const ByteSink& sink) { feed(file, pieces, sink); });
+}
+
+Result<PipeFeed> PipeFeed::start(const std::function<void(const ByteSink&)>& feed) {
     auto pipe = open_pipe();
     if (!pipe) {
         return pipe.failure();
@@ -59,7 +60,10 @@ Result<PipeFeed> PipeFeed::start(int file, const std::vector<ByteRange>& pieces)
     }
     if (id == 0) {
         pipe->reader.reset();
-        feed(file, pieces, pipe->writer.get());
+        end_with_maker();
+        const int writer = pipe->writer.get();
+        feed([writer](std::string_view bytes) { return write_all(writer, bytes); });
+        ::_exit(0);
     }
     return PipeFeed(id, std::move(pipe->reader));
 }

@@ -3,8 +3,10 @@
 #include <sys/types.h>
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
+#include "byte_sink.h"
 #include "result.h"
 #include "unique_fd.h"
 
@@ -23,6 +25,9 @@ class PipeFeed {
   public:
     /// `file` has to stay open until the object is gone.
     static Result<PipeFeed> start(int file, const std::vector<ByteRange>& pieces);
+
+    /// The same with the bytes that `feed` hands on, which runs in the other process.
+    static Result<PipeFeed> start(const std::function<void(const ByteSink&)>& feed);
 
     PipeFeed(PipeFeed&& other) noexcept;
     PipeFeed& operator=(PipeFeed&&) = delete;

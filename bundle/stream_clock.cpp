@@ -12,12 +12,12 @@ namespace bundle {
 namespace {
 
 constexpr int kPoints = 16;
-constexpr int kMostReadings = 100;
-constexpr std::int64_t kClose = std::int64_t{4} << 10;
+constexpr std::array<std::int64_t, 3> kTails{std::int64_t{4} << 20, std::int64_t{1} << 20,
+                                             std::int64_t{128} << 10};
+constexpr int kMostReadings = 200;
 // One picture of a Blu-ray disc may take 300 kB.
 constexpr std::array<std::size_t, 2> kPieces{std::size_t{64} << 10, std::size_t{512} << 10};
-constexpr double kJump = 10;  // seconds, as ffmpeg's -dts_delta_threshold
-constexpr double kUneven = 3;
+constexpr double kUneven = 3;      // times as long as usual
 constexpr double kReordering = 1;  // how far a time may lie before the one that comes first
 constexpr double kTicks = 90'000;
 constexpr double kWrap = 8'589'934'592.0 / kTicks;
@@ -28,22 +28,23 @@ constexpr std::size_t kMostStuffing = 17;
 /// Adds up the clock between points.
 class Sum {
   public:
-    Sum(const ReadClock& read, double slowest) : read_(read), slowest_(slowest) {}
+    /// `usual`: how many seconds a byte takes.
+    Sum(const ReadClock& read, double usual, double longest_gap)
+        : read_(read), usual_(usual), longest_gap_(longest_gap) {}
 
     double between(const ClockPoint& from, const ClockPoint& to) {
         const std::int64_t bytes = to.place - from.place;
         double seconds = to.seconds - from.seconds;
         seconds += seconds < -kWrap / 2 ? kWrap : 0;
-        const double longest = std::max(kJump, slowest_ * static_cast<double>(bytes));
+        const double longest =
+            std::max(longest_gap_, usual_ * kUneven * static_cast<double>(bytes));
         if (seconds >= -kReordering && seconds <= longest) {
             return seconds;
         }
-        const auto middle = bytes > kClose && readings_++ < kMostReadings
-                                ? read_(from.place + bytes / 2)
-                                : std::nullopt;
-        if (!middle || middle->place >= to.place) {
-            has_jumped_ = has_jumped_ || seconds < -kReordering || seconds > kJump;
-            return 0;
+        const auto middle = point_between(from, to);
+        if (!middle) {
+            has_jumped_ = has_jumped_ || seconds < -kReordering || seconds > longest_gap_;
+            return std::min(usual_ * static_cast<double>(bytes), longest_gap_);
         }
         return between(from, *middle) + between(*middle, to);
     }
@@ -51,14 +52,27 @@ class Sum {
     bool has_jumped() const { return has_jumped_; }
 
   private:
+    /// The first point after the middle, or after a place before it.
+    std::optional<ClockPoint> point_between(const ClockPoint& from, const ClockPoint& to) {
+        for (auto farther = (to.place - from.place) / 2; farther > 0; farther /= 2) {
+            const auto point =
+                readings_++ < kMostReadings ? read_(from.place + farther) : std::nullopt;
+            if (point && point->place < to.place) {
+                return point;
+            }
+        }
+        return std::nullopt;
+    }
+
     const ReadClock& read_;
-    double slowest_;
+    double usual_;
+    double longest_gap_;
     int readings_ = 0;
     bool has_jumped_ = false;
 };
 
-/// How many seconds a byte may take at most: a few times as many as usual.
-double slowest(const std::vector<ClockPoint>& points) {
+/// How many seconds a byte takes where the clock does not jump.
+double usual(const std::vector<ClockPoint>& points) {
     std::vector<double> rates;
     for (std::size_t at = 1; at < points.size(); ++at) {
         rates.push_back((points[at].seconds - points[at - 1].seconds) /
@@ -66,7 +80,7 @@ double slowest(const std::vector<ClockPoint>& points) {
     }
     const auto middle = rates.begin() + static_cast<std::ptrdiff_t>(rates.size() / 2);
     std::nth_element(rates.begin(), middle, rates.end());
-    return std::max(*middle * kUneven, 0.0);
+    return std::max(*middle, 0.0);
 }
 
 unsigned at(const std::string& bytes, std::size_t place) {
@@ -129,6 +143,26 @@ std::string piece_of(std::istream& file, std::int64_t at, std::size_t size) {
     return piece;
 }
 
+/// Points spread over a movie of so many bytes and, so that its end is not guessed, near that.
+std::vector<ClockPoint> spread_points(std::int64_t size, const ReadClock& read) {
+    std::vector<ClockPoint> points;
+    const auto add = [&](std::int64_t place) {
+        const auto point = read(place);
+        if (point && (points.empty() || point->place > points.back().place)) {
+            points.push_back(*point);
+        }
+    };
+    for (int part = 0; part <= kPoints; ++part) {
+        add(size / (kPoints + 1) * part);
+    }
+    for (const std::int64_t tail : kTails) {
+        if (!points.empty() && size - tail > points.back().place) {
+            add(size - tail);
+        }
+    }
+    return points;
+}
+
 }  // namespace
 
 std::optional<ClockPoint> first_time_in(const std::string& piece, int& pid) {
@@ -148,18 +182,13 @@ std::optional<ClockPoint> first_time_in(const std::string& piece, int& pid) {
     return std::nullopt;
 }
 
-std::optional<double> length_without_jumps(std::int64_t size, const ReadClock& read) {
-    std::vector<ClockPoint> points;
-    for (int part = 0; part <= kPoints; ++part) {
-        const auto point = read(size / (kPoints + 1) * part);
-        if (point && (points.empty() || point->place > points.back().place)) {
-            points.push_back(*point);
-        }
-    }
+std::optional<double> length_without_jumps(std::int64_t size, const ReadClock& read,
+                                           double longest_gap) {
+    const std::vector<ClockPoint> points = spread_points(size, read);
     if (points.size() < 2) {
         return std::nullopt;
     }
-    Sum sum(read, slowest(points));
+    Sum sum(read, usual(points), longest_gap);
     double seconds = 0;
     for (std::size_t at = 1; at < points.size(); ++at) {
         seconds += sum.between(points[at - 1], points[at]);

@@ -18,10 +18,12 @@ using ReadClock = std::function<std::optional<ClockPoint>(std::int64_t place)>;
 
 /// How long a movie of so many bytes is without the jumps of its clock, in seconds: the clock is
 /// read at places spread over the file and, where it jumps, around the jump. Jumps are those back
-/// and those forward of more than 10 s, which ffmpeg closes in transport and program streams. Empty
+/// and those forward of more than `longest_gap` seconds, by default what ffmpeg closes in transport
+/// and program streams. Empty
 /// when there are none. Within a second for each jump, unless the parts between two jumps are
 /// shorter than a 16th of the file.
-std::optional<double> length_without_jumps(std::int64_t size, const ReadClock& read);
+std::optional<double> length_without_jumps(std::int64_t size, const ReadClock& read,
+                                           double longest_gap = 10);
 
 /// The same for an MPEG transport or program stream in a file, by the times in its packets of
 /// pictures (ISO/IEC 13818-1, 2.4.3.6).

@@ -1,6 +1,7 @@
 """Movies whose clocks do not start at zero are as long as what is shown."""
 
-from film_case import FilmCase, frame_times, picture, tone
+from film_case import FilmCase, Path, frame_times, picture, tone
+from sound_measures import beeps, flashes
 from table import row
 
 SECTION = "The film that comes in"
@@ -39,3 +40,40 @@ class Clocks(FilmCase):
             gap = "an hour later" if more else "from zero"
             case = f"two parts of 4 s joined in {name[-3:].strip('.').upper()}, the second one's clock {gap}"
             row(SECTION, case, "about 8 s, all of it converted; no trace")
+
+    def signals(self, name: str, *options: object) -> Path:
+        """4 s with a flash and a beep at 1 s and at 3 s."""
+        light = "drawbox=c=white:t=fill:enable='gte(mod(t+0.001,2),1)*lt(mod(t+0.001,2),1.2)'"
+        sound = "if(gte(mod(t,2),1)*lt(mod(t,2),1.1),sin(1000*2*PI*t)/2,0)"
+        return self.film(
+            name,
+            *("-f", "lavfi", "-i", f"color=black:s=64x48:r=25:d=4,{light}"),
+            *("-f", "lavfi", "-i", f"aevalsrc='{sound}':s=44100:d=4"),
+            *("-c:v", "mpeg4" if name.endswith("mkv") else "flv1", "-c:a", "aac", *options),
+        )
+
+    def test_parts_of_recordings(self) -> None:
+        for kind in ("flv", "mkv"):
+            early = self.signals(f"early.{kind}").read_bytes()
+            late = self.signals(f"late.{kind}", "-output_ts_offset", 3600).read_bytes()
+            for clocks, parts in (
+                ("the second one's clock an hour later", early + late),
+                ("the second one's clock an hour earlier", late + early),
+                ("both from zero", early + early),
+            ):
+                joined = self.folder / f"joined.{kind}"
+                joined.write_bytes(parts)
+                case = f"two parts of 4 s joined in {kind.upper()}, {clocks}"
+                with self.subTest(case):
+                    self.check_whole(joined)
+                row(SECTION, case, "about 8 s, all of it in step within 40 ms; no trace")
+
+    def check_whole(self, joined: Path) -> None:
+        report = self.convert(joined)
+        self.assertIn(report.duration, ("00:00:07", "00:00:08"))
+        for light, sound, time in zip(flashes(self.out), beeps(self.out), (1, 3, 5, 7), strict=True):
+            self.assertAlmostEqual(light, sound, delta=0.04)
+            self.assertAlmostEqual(light, time, delta=0.2)
+        self.assertAlmostEqual(frame_times(self.out)[-1], 8, delta=0.2)
+        self.assertRegex(self.ended.text, "time=8[.]")
+        self.assertFalse(self.out.with_name("out.mp4.failed.txt").exists())
