@@ -18,7 +18,10 @@ bool EvenClock::follows(const Stream& stream, std::int64_t even) const {
 
 std::int64_t EvenClock::offset_for(const Stream& stream, std::int64_t time) {
     const std::int64_t step = time - stream.last;
-    if (step >= -kReordering && step <= kLongestStep) {
+    const bool has_small_step = step >= -kReordering && step <= kLongestStep;
+    // A stream of few packets may show the same times after the jump as before it.
+    const bool is_far_behind = time + stream.offset < end_ - kReordering;
+    if (has_small_step && !(is_far_behind && follows(stream, time + newest_offset_))) {
         return stream.offset;
     }
     if (!follows(stream, time + newest_offset_)) {
