@@ -1,8 +1,10 @@
 #include "intended_length.h"
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 
+#include "file_pieces.h"
 #include "files.h"
 
 namespace bundle {
@@ -26,6 +28,9 @@ constexpr std::string_view kAsf =
 constexpr std::string_view kProperties =
     "\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4\x00\xC0\x0C\x20\x53\x65"sv;
 
+/// What an MXF file begins with.
+constexpr std::string_view kMxf = "\x06\x0E\x2B\x34"sv;
+
 // Offsets in the File Properties Object.
 constexpr std::size_t kFileSize = 40;
 constexpr std::size_t kPlayDuration = 64;  ///< in units of 100 ns
@@ -40,6 +45,19 @@ std::uint64_t little(std::string_view bytes, std::size_t at, std::size_t width) 
         value = value << 8 | static_cast<unsigned char>(bytes[at + byte - 1]);
     }
     return value;
+}
+
+/// True for the type of a box that an MP4 or QuickTime file may begin with.
+bool is_first_box(std::string_view type) {
+    constexpr std::array<std::string_view, 8> kFirst{"ftyp", "moov", "mdat", "free",
+                                                     "skip", "wide", "pnot", "styp"};
+    return std::find(kFirst.begin(), kFirst.end(), type) != kFirst.end();
+}
+
+/// A Duration element of 4 or 8 bytes (RFC 9559, 5.1.2.10). A recording that was only streamed has
+/// none.
+bool has_matroska_duration(std::string_view head) {
+    return head.find("\x44\x89\x84") != head.npos || head.find("\x44\x89\x88") != head.npos;
 }
 
 bool exceeds(std::uint64_t intended, std::int64_t size) {
@@ -95,6 +113,15 @@ std::optional<double> length_in_header(std::string_view head, std::int64_t size)
     return head.starts_with(kAsf) ? length_in_asf(head, size) : std::nullopt;
 }
 
+bool has_own_length(std::string_view head) {
+    constexpr std::size_t kBoxType = 4;
+    if (head.starts_with(kMatroska)) {
+        return has_matroska_duration(head);
+    }
+    return head.starts_with("RIFF") || head.starts_with(kAsf) || head.starts_with(kMxf) ||
+           (head.size() >= 2 * kBoxType && is_first_box(head.substr(kBoxType, kBoxType)));
+}
+
 std::int64_t content_end(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     const std::int64_t size = file_size(path);
@@ -117,8 +144,12 @@ std::int64_t content_end(const std::string& path) {
 double intended_length(const std::string& path, double readable) {
     std::ifstream file(path, std::ios::binary);
     const std::int64_t size = file_size(path);
-    if (const auto told = length_in_header(piece_of(file, 0, kHead), size)) {
+    const std::string head = piece_of(file, 0, kHead);
+    if (const auto told = length_in_header(head, size)) {
         return *told;
+    }
+    if (has_own_length(head)) {
+        return 0;
     }
     const std::int64_t content = content_end(path);
     return content > 0 && content < size

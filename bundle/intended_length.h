@@ -15,13 +15,19 @@ namespace bundle {
 /// Properties Object (Advanced Systems Format Specification, 3.2).
 std::optional<double> length_in_header(std::string_view head, std::int64_t size);
 
+/// True for a file, by its beginning, whose header gives the length of the movie whatever the size
+/// of the file: MP4, QuickTime, AVI, ASF (WMV), MXF, and Matroska with a duration. Zeros at its end
+/// are no sign that it was truncated: they may be padding, or a raw picture that is black.
+bool has_own_length(std::string_view head);
+
 /// Where the zeros at the end of a file begin, to the nearest 16 KiB; the file's size when there
 /// are none. A download that has reserved the room for all of a movie ends in zeros.
 std::int64_t content_end(const std::string& path);
 
 /// How long the movie in the file was before it was truncated, as far as that can be found out, in
 /// seconds; 0 when nothing shows that it was. `readable` is how many seconds can be read: with
-/// zeros at the end, the rest is taken to be as long for its size.
+/// zeros at the end of a file without a length of its own, the rest is taken to be as long for its
+/// size.
 double intended_length(const std::string& path, double readable);
 
 }  // namespace bundle

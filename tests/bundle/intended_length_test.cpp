@@ -54,6 +54,27 @@ TEST(LengthInHeader, IsUnknownWhereverTheHeaderEndsEarly) {
     EXPECT_EQ(length_in_header(avi().substr(0, avi().size() - 1), 1), std::nullopt);
 }
 
+TEST(HasOwnLength, IsTrueWhereTheHeaderGivesTheLengthOfTheMovie) {
+    const std::string matroska = "\x1A\x45\xDF\xA3 segment and info ";
+    EXPECT_TRUE(has_own_length(avi()));
+    EXPECT_TRUE(has_own_length(asf(2)));
+    EXPECT_TRUE(
+        has_own_length(std::string("\0\0\0\x20"
+                                   "ftypisom",
+                                   12)));
+    EXPECT_TRUE(
+        has_own_length(std::string("\0\0\0\x08"
+                                   "wide",
+                                   8)));
+    EXPECT_TRUE(has_own_length(matroska + "\x44\x89\x88 seconds"));
+    EXPECT_TRUE(has_own_length(matroska + "\x44\x89\x84 seconds"));
+    EXPECT_FALSE(has_own_length(matroska));
+    EXPECT_FALSE(has_own_length("FLV\x01"));
+    EXPECT_FALSE(has_own_length("G@\x11\x10"));
+    EXPECT_FALSE(has_own_length("ftyp"));
+    EXPECT_FALSE(has_own_length(""));
+}
+
 TEST(ContentEnd, IsWhereTheZerosBegin) {
     const TemporaryFolder folder;
     for (const std::size_t content : {70'000U, 500'000U, 999'000U}) {
@@ -77,6 +98,16 @@ TEST(IntendedLength, GrowsWithTheZerosAtTheEnd) {
     EXPECT_EQ(intended_length(folder.write("half", half + std::string(655'360, '\0')), 6), 12);
     EXPECT_EQ(intended_length(folder.write("whole", half), 6), 0);
     EXPECT_EQ(intended_length(folder / "missing", 6), 0);
+}
+
+TEST(IntendedLength, IsNotThatOfTheZerosAtTheEndOfAFileWithItsOwnLength) {
+    const TemporaryFolder folder;
+    const std::string padded = std::string(
+                                   "\0\0\0\x20"
+                                   "ftypisom",
+                                   12) +
+                               std::string(655'360, 'x') + std::string(655'360, '\0');
+    EXPECT_EQ(intended_length(folder.write("whole", padded), 6), 0);
 }
 
 }  // namespace

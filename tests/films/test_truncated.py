@@ -53,6 +53,28 @@ class Truncated(FilmCase):
             self.convert(movie)
             self.check_reported(f"half of a movie in {container.upper()}, then zeros")
 
+    def test_whole_movies_that_end_in_zeros(self) -> None:
+        pad = 600_000
+        tail = {
+            "mp4": (pad + 8).to_bytes(4, "big") + b"free",
+            "mkv": b"\xec" + (pad | 1 << 56).to_bytes(8, "big"),
+        }
+        for container, head in tail.items():
+            movie = self.movie(container)
+            with movie.open("ab") as file:
+                file.write(head + bytes(pad))
+            self.check_whole(movie, f"a whole {container.upper()} file, padded with zeros")
+        black = "drawbox=t=fill:c=black:enable='gte(t,3)'"
+        raw = ("-c:v", "rawvideo", "-pix_fmt", "rgb24", "-movflags", "faststart")
+        small = picture(SECONDS, "64x48", more=f"format=rgb24,{black}")
+        self.check_whole(self.film("raw.mov", *small, *raw), "raw RGB in MOV that ends in black")
+
+    def check_whole(self, movie, case: str) -> None:
+        self.convert(movie)
+        self.assertGreater(frame_times(self.out)[-1], SECONDS - 0.5)
+        self.assertEqual(self.trace(), "")
+        row(SECTION, case, "converted to its end; no trace")
+
     def damage_picture(self, movie, first: int) -> None:
         data = bytearray(movie.read_bytes())
         packets = probe(movie, "-show_packets", "-select_streams", "v")["packets"]
