@@ -103,7 +103,15 @@ class Encoder {
         if (auto failure = subtitles.add_to(output_.path(), *duration)) {
             return *failure;
         }
-        return EncodedFilm{film, std::min(*duration, *seen), *messages};
+        return EncodedFilm{film, std::min(*duration, *seen), *messages, frames_of(film)};
+    }
+
+    /// Where a rate is asked for, a filter repeats frames, and does not say how many.
+    FrameCount frames_of(const Film& film) const {
+        if (request_.rate || has_variable_rate(film.video)) {
+            return {};
+        }
+        return {picture_length(output_.path()) * frame_rate(film.video), frames_read_};
     }
 
     /// How long the new picture lasts, in seconds: where the old one can't be decoded, the audio
@@ -130,6 +138,7 @@ class Encoder {
         const double rate = request_.rate ? request_.rate->value() : frame_rate(film.video);
         const auto show = [&](const Progress& progress) {
             has_begun_ = has_begun_ || progress.frames > 0;
+            frames_read_ = progress.frames - progress.repeated;
             show_(subtitles.empty() ? progress : timed_by_frames(progress, rate));
         };
         FfmpegWork work = work_on(film, has_zscale);
@@ -176,6 +185,7 @@ class Encoder {
     Listening listening_;
     bool has_subtitles_ = true;
     bool has_begun_ = false;
+    std::int64_t frames_read_ = 0;  ///< by the latest run
     FurthestProgress furthest_;
     const std::function<void(const Progress&)> show_ = [this](const Progress& progress) {
         write_if_ready(STDERR_FILENO, old_progress_line(furthest_.with(progress)));

@@ -4,6 +4,7 @@
 
 #include "film.h"
 #include "lifetime.h"
+#include "picture_gaps.h"
 #include "private_file.h"
 #include "result.h"
 #include "transcode_request.h"
@@ -12,9 +13,10 @@ namespace bundle {
 
 /// A film that was made.
 struct EncodedFilm {
-    Film film;             ///< the one that it was made of
-    double duration = 0;   ///< of what was made, in seconds; without what was damaged at its end
-    std::string messages;  ///< what the system's ffmpeg had to say, usually nothing
+    Film film;               ///< the one that it was made of
+    double duration = 0;     ///< of what was made, in seconds; without what was damaged at its end
+    std::string messages;    ///< what the system's ffmpeg had to say, usually nothing
+    FrameCount frames = {};  ///< known where ffmpeg itself fills the gaps of an even picture
 };
 
 /// Encodes the source into `output` and looks whether that is whole, with progress lines in the old

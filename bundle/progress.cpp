@@ -51,6 +51,8 @@ void ProgressReader::read_line(std::string_view line) {
     const std::string_view value = without_blanks(line.substr(cut + 1));
     if (key == "frame") {
         progress_.frames = parse_integer(value).value_or(0);
+    } else if (key == "dup_frames") {
+        progress_.repeated = parse_integer(value).value_or(0);
     } else if (key == "fps") {
         progress_.frames_per_second = parse_decimal(value).value_or(0);
     } else if (key == "stream_0_0_q") {

@@ -11,6 +11,7 @@ namespace bundle {
 /// How far a run of ffmpeg has come; what it can't tell yet is empty.
 struct Progress {
     std::int64_t frames = 0;
+    std::int64_t repeated = 0;     ///< of the frames, those that ffmpeg filled a gap with
     double frames_per_second = 0;  ///< of the work, not of the film
     double quantizer = 0;
     std::optional<std::int64_t> bytes;         ///< written so far

@@ -13,6 +13,7 @@
 #include "film_report.h"
 #include "intended_length.h"
 #include "own_end.h"
+#include "picture_gaps.h"
 #include "private_file.h"
 #include "rejection.h"
 #include "source_check.h"
@@ -34,6 +35,27 @@ MaybeFailure check_output(const TranscodeRequest& request) {
     return std::nullopt;
 }
 
+constexpr const char* kOnGaps =
+    "Check whether the picture of the movie stands still too when it plays. If it does, get "
+    "another copy and convert it again; keep this one until then.";
+
+/// How much of a movie that lasts to its end is damaged, as a trace reports it; usually nothing.
+std::optional<Report> damage(const TranscodeRequest& request, const EncodedFilm& made) {
+    const auto& audio = made.film.audio;
+    const std::string gaps = picture_gaps(made.frames, frame_rate(made.film.video));
+    if (gaps.empty() ||
+        !has_other_errors(made.messages, audio ? audio->index : -1, audio ? audio->codec : "?")) {
+        return std::nullopt;
+    }
+    return Report{in_quotes(request.input) + ": " + gaps,
+                  "The MP4 file " + in_quotes(request.output) +
+                      " was made, with what can be read of the movie.",
+                  made.messages,
+                  true,
+                  kOnGaps,
+                  "The picture of the MP4 file stands still where the movie is damaged."};
+}
+
 std::string advice_on_lacking(bool is_whole) {
     return is_whole ? "Check whether the movie has sound when it plays. Keep the movie until you "
                       "have a copy whose sound can be converted."
@@ -51,7 +73,7 @@ std::optional<Report> lacking(const TranscodeRequest& request, const EncodedFilm
             ? "The MP4 file has no sound: the movie has some, but none that can be decoded."
             : "";
     if (missing.empty() && silent.empty()) {
-        return std::nullopt;
+        return damage(request, made);
     }
     return Report{in_quotes(request.input) + ": " + missing +
                       (missing.empty() || silent.empty() ? "" : " ") + silent,

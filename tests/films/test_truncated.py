@@ -75,10 +75,10 @@ class Truncated(FilmCase):
         self.assertEqual(self.trace(), "")
         row(SECTION, case, "converted to its end; no trace")
 
-    def damage_picture(self, movie, first: int) -> None:
+    def damage_picture(self, movie, first: int, end: int | None = None) -> None:
         data = bytearray(movie.read_bytes())
         packets = probe(movie, "-show_packets", "-select_streams", "v")["packets"]
-        for packet in packets[first:]:
+        for packet in packets[first:end]:
             start, size = int(packet["pos"]), int(packet["size"])
             data[start : start + size] = b"\xff" * size
         movie.write_bytes(data)
@@ -88,6 +88,41 @@ class Truncated(FilmCase):
         self.damage_picture(movie, 30)
         self.convert(movie)
         self.check_reported("four fifths of the picture damaged")
+
+    def test_a_damaged_middle(self) -> None:
+        kinds = (("mpeg4", 25), ("libx264", 25), ("mpeg4", 10))
+        for codec, rate in kinds:
+            count = SECONDS * rate
+            movie = self.film(
+                "middle.mkv",
+                *(*picture(SECONDS, rate=rate), *tone(SECONDS), "-c:v", codec, "-g", 5),
+            )
+            self.convert(movie)
+            self.assertEqual(self.trace(), "")
+            self.damage_picture(movie, count // 20, count * 9 // 10)
+            self.convert(movie)
+            self.assertGreater(frame_times(self.out)[-1], SECONDS - 0.5)
+            self.assertIn("the picture stands still there", self.trace())
+            case = f"17 of 20 frames damaged in the middle, {codec} at {rate} a second in MKV"
+            row(SECTION, case, "converted to its end; the trace reports the damage")
+
+    def test_repeated_frames_beside_an_error_in_the_audio(self) -> None:
+        uneven = "select='not(mod(n,4))+lt(n,75)'"
+        movie = self.film(
+            "uneven.mkv",
+            *(*picture(SECONDS, more=uneven), *tone(SECONDS), "-fps_mode", "vfr"),
+            *("-c:v", "mpeg4", "-c:a", "aac"),
+        )
+        data = movie.read_bytes()
+        for packet in probe(movie, "-show_packets", "-select_streams", "a")["packets"][50:60]:
+            # Behind the head of the block, which is read by the container.
+            start, size = int(packet["pos"]) + 12, int(packet["size"]) - 24
+            data = data[:start] + b"\xff" * size + data[start + size :]
+        movie.write_bytes(data)
+        self.convert(movie)
+        self.assertIn("aac", self.ended.text)
+        self.assertEqual(self.trace(), "")
+        row(SECTION, "frames dropped in MKV, some audio damaged", "converted; no trace")
 
     def test_a_picture_that_is_all_damaged(self) -> None:
         movie = self.movie("mp4")
