@@ -7,6 +7,7 @@
 #include <functional>
 #include <nlohmann/json.hpp>
 
+#include "cause.h"
 #include "chapter_clip.h"
 #include "console.h"
 #include "encoder_arguments.h"
@@ -52,7 +53,7 @@ class Encoder {
 
     Result<EncodedFilm> encode(const Film& film, bool has_zscale) {
         auto made = attempt(film, has_zscale);
-        if (made || !may_fail_by_subtitles(film)) {
+        if (made || !may_fail_by_subtitles(film, made.failure())) {
             return made;
         }
         has_subtitles_ = false;
@@ -123,11 +124,10 @@ class Encoder {
                    : picture;
     }
 
-    /// True when the work on a film with subtitles inside has failed before its first frame, which
-    /// may be because of them.
-    bool may_fail_by_subtitles(const Film& film) const {
-        return !subtitles_of(film).empty() && !has_begun_ && !has_lost_its_sound(film) &&
-               stop_.received() == 0;
+    /// True unless something else than the subtitles inside the movie is known to be the reason.
+    bool may_fail_by_subtitles(const Film& film, const Failure& failure) const {
+        return !subtitles_of(film).empty() && failure.cause != Cause::kStalled &&
+               !has_lost_its_sound(film) && stop_.received() == 0 && !output_.trouble();
     }
 
     std::vector<TextStream> subtitles_of(const Film& film) const {
@@ -137,7 +137,6 @@ class Encoder {
     Result<std::string> run(const Film& film, bool has_zscale, const InnerSubtitles& subtitles) {
         const double rate = request_.rate ? request_.rate->value() : frame_rate(film.video);
         const auto show = [&](const Progress& progress) {
-            has_begun_ = has_begun_ || progress.frames > 0;
             frames_read_ = progress.frames - progress.repeated;
             show_(subtitles.empty() ? progress : timed_by_frames(progress, rate));
         };
@@ -184,7 +183,6 @@ class Encoder {
     const StopSignals& stop_;
     Listening listening_;
     bool has_subtitles_ = true;
-    bool has_begun_ = false;
     std::int64_t frames_read_ = 0;  ///< by the latest run
     FurthestProgress furthest_;
     const std::function<void(const Progress&)> show_ = [this](const Progress& progress) {

@@ -16,6 +16,7 @@
 #include "files.h"
 #include "film_check.h"
 #include "json_reading.h"
+#include "kept_index.h"
 #include "numbers.h"
 #include "script_text.h"
 #include "text_track_adding.h"
@@ -87,6 +88,15 @@ std::vector<Cue> joined(const std::vector<Cue>& cues) {
 std::string name_of(const TextStream& stream) {
     const bool is_taken = stream.title.empty() || stream.title.starts_with(kTrackName);
     return is_taken ? kUsualName : stream.title;
+}
+
+/// Adds the tracks, and looks whether the file is whole.
+MaybeFailure added(const std::string& path, const std::vector<TextTrack>& tracks) {
+    if (auto failure = add_text_tracks(path, tracks)) {
+        return failure;
+    }
+    const auto whole = check_film(path, {false, static_cast<int>(tracks.size())});
+    return whole ? MaybeFailure() : whole.failure();
 }
 
 }  // namespace
@@ -190,11 +200,20 @@ MaybeFailure InnerSubtitles::add_to(const std::string& path, double duration) co
     if (tracks.empty()) {
         return std::nullopt;
     }
-    if (auto failure = add_text_tracks(path, tracks)) {
+    const auto kept = keep_index(path);
+    if (!kept) {
+        return Failure{"the MP4 file has no index"};
+    }
+    auto failure = added(path, tracks);
+    if (!failure) {
+        return std::nullopt;
+    }
+    if (!put_back(path, *kept)) {
         return failure;
     }
-    const auto whole = check_film(path, {false, static_cast<int>(tracks.size())});
-    return whole ? MaybeFailure() : whole.failure();
+    complain("ffmpeg",
+             in_quotes(path_) + ": the subtitles inside it are left out: " + failure->message);
+    return std::nullopt;
 }
 
 TextTrack track_of(const TextStream& stream, std::string_view script, double duration) {

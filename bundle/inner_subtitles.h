@@ -34,7 +34,8 @@ class InnerSubtitles {
 
     /// Adds to the MP4 file what ffmpeg has written, and looks whether it is whole; `duration` is
     /// that of its picture and sound in seconds, and cues end there. A stream without any cue gives
-    /// no track.
+    /// no track. A file that can't take the tracks stays as it was, which the error stream says; a
+    /// failure means that it is damaged.
     MaybeFailure add_to(const std::string& path, double duration) const;
 
   private:

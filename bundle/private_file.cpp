@@ -202,12 +202,15 @@ MaybeFailure PrivateFile::takes_more() const {
     return trouble;
 }
 
+MaybeFailure PrivateFile::trouble() const {
+    auto gone = still_there();
+    return gone ? gone : takes_more();
+}
+
 Failure PrivateFile::explained(Failure failure) const {
-    auto trouble = still_there();
-    trouble = trouble ? trouble : takes_more();
-    if (trouble) {
-        failure.message = trouble->message;
-        failure.cause = trouble->cause;
+    if (const auto found = trouble()) {
+        failure.message = found->message;
+        failure.cause = found->cause;
     }
     return failure;
 }

@@ -50,6 +50,9 @@ class PrivateFile {
     /// not tell, and ends with success on a full disk.
     Failure explained(Failure failure) const;
 
+    /// What is wrong with the file itself, as above; empty: nothing.
+    MaybeFailure trouble() const;
+
   private:
     PrivateFile(std::string target, std::string path, UniqueFd descriptor);
 

@@ -9,7 +9,7 @@
 namespace bundle {
 
 /// Adds subtitle tracks to a whole MP4 file, in place, at its end: the samples come where the index
-/// was, which is written again behind them. Of a file that this fails for nothing may be used.
+/// was, which is written again behind them. A failure may leave a damaged file: see `put_back`.
 MaybeFailure add_text_tracks(const std::string& path, const std::vector<TextTrack>& tracks);
 
 /// The index with the tracks, whose samples begin at the place `samples_at` of the file and stand

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
+#include "film_check.h"
+#include "samples.h"
 #include "styled_text.h"
+#include "support/temporary_folder.h"
 
 namespace bundle {
 namespace {
@@ -12,6 +17,52 @@ std::string line(const std::string& times, const std::string& text) {
 }
 
 const TextStream kStream{3, "subrip", "deu", "", true, true};
+
+/// What adding them to an MP4 file says, which has to succeed.
+std::string add_subtitles_to(const std::string& path) {
+    const StopSignals stop({});
+    const InnerSubtitles subtitles({kStream}, "movie.mkv", 0, stop);
+    FfmpegWork work{{"-i", "movie.mkv", path}};
+    subtitles.extend(work);
+    const std::string script = line("0:00:00.10,0:00:00.50", "a");
+    EXPECT_EQ(::pwrite(work.inherited.at(0), script.data(), script.size(), 0),
+              static_cast<ssize_t>(script.size()));
+    testing::internal::CaptureStderr();
+    EXPECT_FALSE(subtitles.add_to(path, 1));
+    return testing::internal::GetCapturedStderr();
+}
+
+TEST(InnerSubtitles, AreAddedToTheMp4File) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "out.mp4";
+    ASSERT_TRUE(make_silent_film(path));
+    EXPECT_EQ(add_subtitles_to(path), "");
+    EXPECT_TRUE(check_film(path, {false, 1}));
+}
+
+TEST(InnerSubtitles, LeaveAnMp4FileOfAnotherLayoutAsItWas) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "out.mp4";
+    ASSERT_TRUE(make_silent_film(path));
+    // The samples reach to the end of the file, wherever that is.
+    const std::string behind = content_of(path) + std::string("\0\0\0\0mdat", 8) + "samples";
+    const std::string other = folder.write("other.mp4", behind);
+    EXPECT_NE(add_subtitles_to(other).find("the subtitles inside it are left out: "),
+              std::string::npos);
+    EXPECT_EQ(content_of(other), behind);
+    EXPECT_TRUE(check_film(other, {}));
+}
+
+TEST(InnerSubtitles, LeaveAnIndexThatTakesNoTracksAsItWas) {
+    const TemporaryFolder folder;
+    const std::string path = folder / "out.mp4";
+    ASSERT_TRUE(make_silent_film(path));
+    std::string film = content_of(path);
+    film.replace(film.find("vide"), 4, "pict");
+    folder.write("out.mp4", film);
+    EXPECT_NE(add_subtitles_to(path).find("can't take subtitles"), std::string::npos);
+    EXPECT_EQ(content_of(path), film);
+}
 
 TEST(InnerSubtitles, BecomeATrackWithWhatIsKnownAboutThem) {
     const TextTrack track = track_of(kStream, line("0:00:01.00,0:00:02.00", "a"), 5);

@@ -154,6 +154,20 @@ class InnerSubtitles(InnerCase):
             "the movie with the other two; the console says that one is left out",
         )
 
+    def test_text_that_makes_ffmpeg_fail_is_left_out(self) -> None:
+        # ffmpeg refuses so long a cue, after the first pictures are made.
+        long = self.text("long.srt", srt((0.1, 0.5, "short"), (2, 2.5, "long " * 300_000)))
+        self.convert(self.with_texts("film.mkv", [long], seconds=3))
+        (video,) = streams(self.out, "video")
+        self.assertAlmostEqual(float(video["duration"]), 3, delta=0.1)
+        self.assertEqual(streams(self.out, "subtitle"), [])
+        self.assertIn("the subtitles inside it are left out", self.ended.text)
+        row(
+            SECTION,
+            "a cue of 1.5 MB after 2 s, which the system's ffmpeg can't write",
+            "the whole movie without subtitles; the console says so",
+        )
+
     def test_pictures_of_text_stay_out(self) -> None:
         segment = b"PG" + struct.pack(">II", 45_000, 0)
         shown = struct.pack(">HHBHBBBB", 160, 120, 0x10, 0, 0x80, 0, 0, 0)
