@@ -107,23 +107,26 @@ json in_short(json probed) {
     return probed;
 }
 
+Result<json> sample_of(const std::string& path, const InputOptions& options, const char* interval,
+                       std::int64_t most_read, const StopSignals& stop) {
+    return probe_entries(path, kFilmEntries, stop, joined(options, {"-read_intervals", interval}),
+                         most_read);
+}
+
 /// A sample of the beginning, a short one where a longer one means to read too much.
 Result<json> sample(const std::string& path, const InputOptions& options, const StopSignals& stop) {
-    auto probed = probe_entries(path, kFilmEntries, stop,
-                                joined(options, {"-read_intervals", kSample}), kMostReadForReport);
+    auto probed = sample_of(path, options, kSample, kMostReadForReport, stop);
     if (probed || probed.failure().status != kStatusReadTooMuch) {
         return probed;
     }
     if (looks_blank(path)) {
         return Failure{in_quotes(path) + " is not a movie: it holds nothing but zeros"};
     }
-    return probe_entries(path, kFilmEntries, stop,
-                         joined(options, {"-read_intervals", kShortSample}));
+    return sample_of(path, options, kShortSample, kMostReadForShortSample, stop);
 }
 
-Result<json> ask_with(const std::string& path, const InputOptions& options,
-                      const StopSignals& stop) {
-    auto probed = sample(path, options, stop);
+/// The answer with what is found out about it, and how it was asked for.
+Result<json> completed(Result<json> probed, const InputOptions& options) {
     if (probed) {
         mark_jittery_streams(*probed);
         mark_false_times(*probed);
@@ -133,14 +136,20 @@ Result<json> ask_with(const std::string& path, const InputOptions& options,
     return probed;
 }
 
+Result<json> look_for_late_sound(const std::string& path, const InputOptions& options,
+                                 const StopSignals& stop) {
+    const InputOptions far = look_far(options);
+    return completed(sample_of(path, far, kFarSample, kMostReadForFarLook, stop), far);
+}
+
 Result<json> ask(const std::string& path, const StopSignals& stop) {
     if (auto failure = check_source(path, stop)) {
         return *failure;
     }
     const InputOptions options = options_by_head(read_head(path));
-    auto probed = ask_with(path, options, stop);
+    auto probed = completed(sample(path, options, stop), options);
     if (probed && sound_may_begin_later(*probed)) {
-        if (auto farther = ask_with(path, look_far(options), stop)) {
+        if (auto farther = look_for_late_sound(path, options, stop)) {
             probed = std::move(farther);
         }
     }

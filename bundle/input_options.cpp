@@ -5,6 +5,7 @@
 #include <nlohmann/json.hpp>
 
 #include "json_reading.h"
+#include "read_limits.h"
 #include "transport_stream.h"
 
 namespace bundle {
@@ -36,7 +37,8 @@ std::string read_head(const std::string& path) {
 }
 
 InputOptions look_far(InputOptions options) {
-    options.insert(options.end(), {"-probesize", "64000000", "-analyzeduration", "120000000"});
+    options.insert(options.end(),
+                   {"-probesize", std::to_string(kFarLook), "-analyzeduration", "120000000"});
     return options;
 }
 

@@ -42,7 +42,7 @@ TEST(InputOptions, AreKeptInTheAnswer) {
     EXPECT_EQ(input_options(answer), InputOptions());
     keep_input_options(answer, look_far({"-merge_pmt_versions", "1"}));
     EXPECT_EQ(input_options(answer), (InputOptions{"-merge_pmt_versions", "1", "-probesize",
-                                                   "64000000", "-analyzeduration", "120000000"}));
+                                                   "33554432", "-analyzeduration", "120000000"}));
     answer["input_options"] = {1, "-x"};
     EXPECT_EQ(input_options(answer), InputOptions{"-x"});
 }

@@ -4,7 +4,7 @@ import subprocess
 import time
 from pathlib import Path
 
-from film_case import DEADLINE, FFMPEG, FilmCase
+from film_case import DEADLINE, FFMPEG, FilmCase, picture
 from table import row
 
 SECTION = "The film that comes in"
@@ -12,6 +12,11 @@ BIG = 2_000_000_000
 # Uncompressed 1920x1080 in 4:2:0.
 FRAME = 1920 * 1080 * 3 // 2
 HEADER = b"YUV4MPEG2 W1920 H1080 F25:1 Ip A1:1 C420jpeg\n"
+
+# The first sample, and eight frames.
+MOST_FOR_PICTURES = 64 << 20
+# The first sample, a look for late audio, and pieces for the shape and the length.
+MOST_FOR_SILENCE = 112 << 20
 
 COUNTED = """
 import subprocess, sys
@@ -42,8 +47,24 @@ class QuickReports(FilmCase):
             file.truncate(file.tell())
         read, said = bytes_read(movie)
         self.assertIn(b"Duration: 00:00:08.00", said)
-        self.assertLess(read, movie.stat().st_size // 2)
-        row(SECTION, "600 MB of uncompressed pictures", "reported as 00:00:08; less than half is read")
+        self.assertLess(read, MOST_FOR_PICTURES)
+        most = f"at most {MOST_FOR_PICTURES >> 20} MiB are read"
+        row(SECTION, "600 MB of uncompressed pictures", f"reported as 00:00:08; {most}")
+
+    def test_transport_stream_without_audio(self) -> None:
+        second = self.film(
+            "second.ts",
+            *(*picture(1, "640x480"), "-vf", "noise=alls=100:allf=t"),
+            *("-c:v", "mpeg2video", "-q:v", 1),
+        )
+        more = ("-map", 0, "-c", "copy", "-muxrate", "100M")
+        movie = self.film("movie.ts", "-stream_loop", 13, "-i", second, *more)
+        self.assertGreater(movie.stat().st_size, 150_000_000)
+        read, said = bytes_read(movie)
+        self.assertIn(b"640x480", said)
+        self.assertLess(read, MOST_FOR_SILENCE)
+        case = "a transport stream of more than 150 MB without audio"
+        row(SECTION, case, f"reported; at most {MOST_FOR_SILENCE >> 20} MiB are read")
 
     def test_zeros(self) -> None:
         for name in ("zeros.avi", "zeros.mkv", "zeros.h264"):
