@@ -43,7 +43,7 @@ TEST(FilmReport, ReportsTheAverageRateWithTwoDecimals) {
     EXPECT_EQ(reading(film).rate, "29.97");
     film.video.average_rate = Rational{24000, 1001};
     EXPECT_EQ(reading(film).rate, "23.98");
-    film.video.average_rate = Rational{1000, 1};
+    film.video.average_rate = film.video.base_rate = Rational{1000, 1};
     EXPECT_EQ(reading(film).rate, "1000");
 }
 
