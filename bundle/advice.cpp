@@ -14,9 +14,8 @@ struct Entry {
 
 // The first one is for whatever has no words of its own.
 constexpr std::array kWords{
-    Entry{
-        Cause::kUnknown,
-        {"ffmpeg failed", "Check that the movie plays to its end, and convert it again."}},
+    Entry{Cause::kUnknown,
+          {"ffmpeg failed", "Check that the movie plays to its end, and convert it again."}},
     Entry{Cause::kNoRoom,
           {"there is no space left for the MP4 file",
            "Free some space on the drive of the output folder, or choose a folder on another "

@@ -15,8 +15,8 @@ constexpr double kToleratedShare = 1.0 / 3;
 /// "Error while decoding stream #0:1: ...".
 bool is_on_audio(std::string_view line, int index, std::string_view codec) {
     const std::string stream = "#0:" + std::to_string(index);
-    return (line.starts_with('[') && line.substr(1).starts_with(codec)) || line.starts_with("[aist#") ||
-           line.find("stream " + stream + ":") != line.npos ||
+    return (line.starts_with('[') && line.substr(1).starts_with(codec)) ||
+           line.starts_with("[aist#") || line.find("stream " + stream + ":") != line.npos ||
            line.find("Last message repeated") != line.npos;
 }
 
