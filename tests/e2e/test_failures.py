@@ -72,12 +72,12 @@ class Failures(WindowCase):
         window.convert()
 
     def check_refused_movie(self, window: Vantreo) -> None:
-        raw = self.movies / "raw.h264"
-        ffmpeg("-f", "lavfi", "-i", "testsrc2=size=160x120:duration=1", "-c:v", "libx264", raw)
-        window.drop([raw], window.movie_list)
+        song = self.movies / "song.m4a"
+        ffmpeg("-f", "lavfi", "-i", "sine=duration=1", song)
+        window.drop([song], window.movie_list)
         window.press_convert()
         window.answer("OK")
-        self.assertIn(f"ffmpeg: '{raw}' cannot be converted: its length", self.said())
+        self.assertIn(f"ffmpeg: '{song}' is not a movie: it has sound only", self.said())
         click(window.movie_entry(0))
         press_key("Delete")
         wait_for(lambda: not window.movies, "an empty list")
