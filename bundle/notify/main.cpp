@@ -10,9 +10,9 @@
 #include <string>
 #include <thread>
 
-#include "notice_queue.h"
-#include "session_bus.h"
-#include "session_folder.h"
+#include "notify/notice_queue.h"
+#include "notify/session_bus.h"
+#include "protocol/session_folder.h"
 
 namespace {
 

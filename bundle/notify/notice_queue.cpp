@@ -1,4 +1,4 @@
-#include "notice_queue.h"
+#include "notify/notice_queue.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "notice_text.h"
+#include "notify/notice_text.h"
 
 namespace notices {
 

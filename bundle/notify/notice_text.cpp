@@ -1,4 +1,4 @@
-#include "notice_text.h"
+#include "notify/notice_text.h"
 
 #include <algorithm>
 

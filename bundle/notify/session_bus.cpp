@@ -1,4 +1,4 @@
-#include "session_bus.h"
+#include "notify/session_bus.h"
 
 #include <gio/gio.h>
 

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "notice_text.h"
+#include "notify/notice_text.h"
 
 using GDBusConnection = struct _GDBusConnection;
 using GVariant = struct _GVariant;

@@ -12,7 +12,7 @@
 
 #include "convert/Movie.h"
 #include "i18n/toolkit_language.h"
-#include "stop_mark.h"
+#include "protocol/stop_mark.h"
 #include "tools/ffmpeg_processes.h"
 
 namespace {

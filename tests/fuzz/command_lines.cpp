@@ -11,8 +11,8 @@
 #include "app/utf8.h"
 #include "convert/commands.h"
 #include "fuzz/require.h"
-#include "subtitle_mux.h"
-#include "transcode_request.h"
+#include "mp4box/mux.h"
+#include "ffmpeg/request.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // An MP4 file that holds anything: its index, and the place of subtitles in it.
 
-#include "mp4_index.h"
+#include "mp4/index.h"
 
 #include <cmath>
 #include <cstdint>
@@ -8,8 +8,8 @@
 #include <string>
 
 #include "fuzz/require.h"
-#include "mp4_boxes.h"
-#include "text_track.h"
+#include "mp4/boxes.h"
+#include "subtitles/placement.h"
 
 namespace {
 

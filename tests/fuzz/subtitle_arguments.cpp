@@ -5,7 +5,7 @@
 
 #include "fuzz/lines.h"
 #include "fuzz/require.h"
-#include "subtitle_mux.h"
+#include "mp4box/mux.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto arguments = lines_of({reinterpret_cast<const char*>(data), size});

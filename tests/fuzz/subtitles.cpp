@@ -8,11 +8,11 @@
 #include <string_view>
 #include <vector>
 
-#include "ass_script.h"
-#include "cue_track.h"
+#include "subtitles/ass_script.h"
+#include "subtitles/cue_track.h"
 #include "fuzz/require.h"
-#include "subrip.h"
-#include "text_encoding.h"
+#include "subtitles/subrip.h"
+#include "subtitles/text_encoding.h"
 
 namespace {
 

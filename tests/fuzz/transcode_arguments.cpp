@@ -6,7 +6,7 @@
 
 #include "fuzz/lines.h"
 #include "fuzz/require.h"
-#include "transcode_request.h"
+#include "ffmpeg/request.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto arguments = lines_of({reinterpret_cast<const char*>(data), size});

@@ -15,7 +15,7 @@
 #include <string>
 
 #include "convert/Movie.h"
-#include "stop_mark.h"
+#include "protocol/stop_mark.h"
 #include "support/environment.h"
 #include "support/frame_test.h"
 #include "tools/FFmpeg.h"

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "process/pipe_feed.h"
+
+namespace bundle {
+
+/// What a Matroska file begins with.
+inline constexpr std::string_view kMatroska = "\x1A\x45\xDF\xA3";
+
+/// What a cluster begins with, the unit of a Matroska file that bears times.
+inline constexpr std::string_view kCluster = "\x1F\x43\xB6\x75";
+
+/// At most `size` bytes of an open file; fewer where it ends or can't be read.
+std::string read_piece(int file, std::int64_t from, std::int64_t size);
+
+/// Where the first cluster begins at or behind `from`; `size`, the file's, when there is none.
+std::int64_t cluster_behind(int file, std::int64_t from, std::int64_t size);
+
+/// `count` pieces of about `length` bytes that are spread evenly over a file of `size` bytes, the
+/// first at its beginning; all of a file that is not larger than them together. In Matroska they
+/// are cut where a cluster begins, if there is one.
+std::vector<ByteRange> spread_pieces(int file, std::int64_t size, int count, std::int64_t length);
+
+}  // namespace bundle

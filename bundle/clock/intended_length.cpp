@@ -1,0 +1,160 @@
+#include "clock/intended_length.h"
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+
+#include "clock/file_pieces.h"
+#include "core/files.h"
+
+namespace bundle {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::size_t kHead = std::size_t{64} << 10;
+constexpr std::int64_t kBlock = std::int64_t{16} << 10;
+
+// Offsets in a RIFF file and in the content of "strh".
+constexpr std::size_t kRiffSize = 4;
+constexpr std::size_t kChunkHead = 8;
+constexpr std::size_t kScale = 20;
+constexpr std::size_t kRate = 24;
+constexpr std::size_t kLength = 32;
+
+constexpr std::string_view kAsf =
+    "\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C"sv;
+constexpr std::string_view kProperties =
+    "\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4\x00\xC0\x0C\x20\x53\x65"sv;
+
+/// What an MXF file begins with.
+constexpr std::string_view kMxf = "\x06\x0E\x2B\x34"sv;
+
+// Offsets in the File Properties Object.
+constexpr std::size_t kFileSize = 40;
+constexpr std::size_t kPlayDuration = 64;  ///< in units of 100 ns
+constexpr std::size_t kPreroll = 80;       ///< in milliseconds, part of the play duration
+constexpr std::size_t kFlags = 88;
+constexpr std::uint64_t kBroadcast = 1;  ///< the sizes and durations mean nothing
+
+/// The number of so many bytes, least significant first; 0 where the text ends before.
+std::uint64_t little(std::string_view bytes, std::size_t at, std::size_t width) {
+    std::uint64_t value = 0;
+    for (std::size_t byte = width; byte > 0 && at + width <= bytes.size(); --byte) {
+        value = value << 8 | static_cast<unsigned char>(bytes[at + byte - 1]);
+    }
+    return value;
+}
+
+/// True for the type of a box that an MP4 or QuickTime file may begin with.
+bool is_first_box(std::string_view type) {
+    constexpr std::array<std::string_view, 8> kFirst{"ftyp", "moov", "mdat", "free",
+                                                     "skip", "wide", "pnot", "styp"};
+    return std::find(kFirst.begin(), kFirst.end(), type) != kFirst.end();
+}
+
+/// A Duration element of 4 or 8 bytes (RFC 9559, 5.1.2.10). A recording that was only streamed has
+/// none.
+bool has_matroska_duration(std::string_view head) {
+    return head.find("\x44\x89\x84") != head.npos || head.find("\x44\x89\x88") != head.npos;
+}
+
+bool exceeds(std::uint64_t intended, std::int64_t size) {
+    return intended > static_cast<std::uint64_t>(std::max<std::int64_t>(size, 0));
+}
+
+std::optional<double> length_in_avi(std::string_view head, std::int64_t size) {
+    const std::size_t stream = head.find("vids");
+    if (!exceeds(little(head, kRiffSize, 4) + kChunkHead, size) || stream == head.npos) {
+        return std::nullopt;
+    }
+    const std::string_view header = head.substr(stream);
+    const auto rate = static_cast<double>(little(header, kRate, 4));
+    const auto ticks = static_cast<double>(little(header, kScale, 4) * little(header, kLength, 4));
+    return rate > 0 && ticks > 0 ? std::optional(ticks / rate) : std::nullopt;
+}
+
+std::optional<double> length_in_asf(std::string_view head, std::int64_t size) {
+    const std::size_t at = head.find(kProperties);
+    if (at == head.npos) {
+        return std::nullopt;
+    }
+    const std::string_view object = head.substr(at);
+    if ((little(object, kFlags, 4) & kBroadcast) != 0 ||
+        !exceeds(little(object, kFileSize, 8), size)) {
+        return std::nullopt;
+    }
+    const double seconds = static_cast<double>(little(object, kPlayDuration, 8)) / 1e7 -
+                           static_cast<double>(little(object, kPreroll, 8)) / 1e3;
+    return seconds > 0 ? std::optional(seconds) : std::nullopt;
+}
+
+/// The bytes from the place on that are there, at most so many.
+std::string piece_of(std::istream& file, std::int64_t at, std::size_t size) {
+    std::string piece(size, '\0');
+    file.clear();
+    file.seekg(at);
+    file.read(piece.data(), static_cast<std::streamsize>(size));
+    piece.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
+    return piece;
+}
+
+bool is_blank(std::istream& file, std::int64_t at) {
+    return piece_of(file, at, kBlock).find_first_not_of('\0') == std::string::npos;
+}
+
+}  // namespace
+
+std::optional<double> length_in_header(std::string_view head, std::int64_t size) {
+    if (head.starts_with("RIFF") && head.find("AVI ") == kChunkHead) {
+        return length_in_avi(head, size);
+    }
+    return head.starts_with(kAsf) ? length_in_asf(head, size) : std::nullopt;
+}
+
+bool has_own_length(std::string_view head) {
+    constexpr std::size_t kBoxType = 4;
+    if (head.starts_with(kMatroska)) {
+        return has_matroska_duration(head);
+    }
+    return head.starts_with("RIFF") || head.starts_with(kAsf) || head.starts_with(kMxf) ||
+           (head.size() >= 2 * kBoxType && is_first_box(head.substr(kBoxType, kBoxType)));
+}
+
+std::int64_t content_end(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    const std::int64_t size = file_size(path);
+    std::int64_t content = 0;
+    std::int64_t zeros = size / kBlock;  // the last, incomplete block counts as one of them
+    if (size <= kBlock || !is_blank(file, size - kBlock)) {
+        return size;
+    }
+    while (content < zeros) {
+        const std::int64_t middle = (content + zeros) / 2;
+        if (is_blank(file, middle * kBlock)) {
+            zeros = middle;
+        } else {
+            content = middle + 1;
+        }
+    }
+    return std::min(content * kBlock, size);
+}
+
+double intended_length(const std::string& path, double readable) {
+    std::ifstream file(path, std::ios::binary);
+    const std::int64_t size = file_size(path);
+    const std::string head = piece_of(file, 0, kHead);
+    if (const auto told = length_in_header(head, size)) {
+        return *told;
+    }
+    if (has_own_length(head)) {
+        return 0;
+    }
+    const std::int64_t content = content_end(path);
+    return content > 0 && content < size
+               ? readable * static_cast<double>(size) / static_cast<double>(content)
+               : 0;
+}
+
+}  // namespace bundle

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "process/pipe_feed.h"
+#include "core/result.h"
+#include "core/unique_fd.h"
+
+namespace bundle {
+
+/// A movie in FLV or Matroska whose clock restarts or jumps: of joined files, or of recordings in
+/// which the sender has restarted. ffmpeg drops what comes after a step back, and fills one forward
+/// with silence.
+struct JumpingClock {
+    bool has_audio = true;  ///< otherwise a step forward may be one picture that is shown for long
+
+    /// How long the movie of ffprobe's `format` is without the jumps, in seconds; empty when there
+    /// are none, and for any other format.
+    std::optional<double> length(const std::string& path, const std::string& format) const;
+
+    /// The movie without the jumps, to be read from a pipe. `file` has to stay open.
+    Result<PipeFeed> start_feed(const UniqueFd& file) const;
+};
+
+}  // namespace bundle

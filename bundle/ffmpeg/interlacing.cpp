@@ -1,0 +1,51 @@
+#include "ffmpeg/interlacing.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace bundle {
+
+namespace {
+
+// bwdif refuses a smaller picture: half of each side is its chroma, of which it needs four lines.
+constexpr int kSmallestInterlaced = 16;
+
+/// True for luma and chroma that ffmpeg can bring into planes without a loss.
+bool is_yuv(std::string_view pixel_format) {
+    constexpr std::array<std::string_view, 12> kStarts{"yuv", "yvyu", "uyvy", "nv1",  "nv2", "p01",
+                                                       "p21", "p41",  "y21",  "ayuv", "vuy", "xv"};
+    return pixel_format == "yuyv422" ||
+           std::any_of(kStarts.begin(), kStarts.end(),
+                       [&](std::string_view start) { return pixel_format.starts_with(start); });
+}
+
+/// Only frames that are marked are touched, so that it may stand where a film is mostly
+/// progressive; what a file says as a whole is often wrong (DV in MOV calls itself progressive).
+bool may_be_interlaced(const VideoStream& video) {
+    return is_yuv(video.pixel_format) && video.stored.width >= kSmallestInterlaced &&
+           video.stored.height >= kSmallestInterlaced;
+}
+
+/// The marks that a decoder owes to its frames.
+std::string missing_marks(const VideoStream& video) {
+    constexpr std::array<std::string_view, 5> kUnmarking{"huffyuv", "ffvhuff", "v308", "v408",
+                                                         "v410"};
+    if (std::find(kUnmarking.begin(), kUnmarking.end(), video.codec) == kUnmarking.end()) {
+        return "";
+    }
+    if (video.field_order == "tt" || video.field_order == "tb") {
+        return "setfield=tff,";
+    }
+    return video.field_order == "bb" || video.field_order == "bt" ? "setfield=bff," : "";
+}
+
+}  // namespace
+
+std::string deinterlacer(const VideoStream& video) {
+    return may_be_interlaced(video)
+               ? missing_marks(video) + "bwdif=mode=send_frame:deint=interlaced,"
+               : "";
+}
+
+}  // namespace bundle

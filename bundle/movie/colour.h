@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+
+#include "movie/picture_geometry.h"
+
+namespace bundle {
+
+/// How the numbers of a picture stand for colours, in ffmpeg's words; empty means not told.
+struct Colour {
+    std::string range;      ///< "tv" (limited) or "pc" (full)
+    std::string matrix;     ///< of luma and chroma: "bt709", "smpte170m", "bt470bg", ...
+    std::string primaries;  ///< "bt709", "smpte170m", "bt470bg", "bt2020", ...
+    std::string transfer;   ///< "bt709", "smpte2084" (PQ), "arib-std-b67" (HLG), ...
+    bool operator==(const Colour&) const = default;
+};
+
+/// The filter that gives frames these colours' names and leaves the pictures alone. All are told.
+std::string setparams(const Colour& colour);
+
+/// True for a film of high dynamic range, which looks flat where it is taken for an ordinary one.
+bool is_high_dynamic_range(const Colour& colour);
+
+/// True for colours that only ffmpeg's zscale filter turns into those of ordinary films.
+bool needs_colour_conversion(const Colour& colour);
+
+/// The colours of a film with the untold ones filled in as players do: by its pixel format, and by
+/// whether it is as large as high definition. A matrix that the pixel format contradicts is untold.
+Colour assumed_colour(const Colour& told, const std::string& pixel_format, Size size);
+
+/// How a picture gets its size and its colours in limited range: filters, and the colours after
+/// them.
+struct ColourPlan {
+    std::string filters;
+    Colour result;
+};
+
+/// Scales to `size`. High dynamic range is tone-mapped to BT.709 and wide or unusual colours are
+/// converted to it, provided that `has_zscale`, from the usual names where a name can't be; RGB
+/// becomes BT.709; all others stay what they are, and so does everything where the filters are
+/// missing.
+ColourPlan colour_plan(const Colour& colour, Size size, bool has_zscale);
+
+}  // namespace bundle

@@ -1,0 +1,101 @@
+#include "movie/header_duration.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "core/json_reading.h"
+
+namespace bundle {
+
+namespace {
+
+using nlohmann::json;
+
+// Seconds. The difference does not matter for less.
+constexpr double kLateStart = 2;
+
+/// A time as Matroska's makers write it, "01:02:03.456000000", in seconds.
+std::optional<double> parse_clock(const std::string& clock) {
+    const std::size_t minutes = clock.find(':');
+    const std::size_t seconds = clock.rfind(':');
+    if (minutes == seconds) {
+        return std::nullopt;
+    }
+    const auto hours = parse_integer(clock.substr(0, minutes));
+    const auto minute = parse_integer(clock.substr(minutes + 1, seconds - minutes - 1));
+    const auto second = parse_decimal(clock.substr(seconds + 1));
+    if (!hours || !minute || !second) {
+        return std::nullopt;
+    }
+    return static_cast<double>(*hours) * 3600 + static_cast<double>(*minute) * 60 + *second;
+}
+
+/// Where a stream ends by its own telling, in seconds after the film's start.
+std::optional<double> end_of(const json& stream, double start) {
+    for (const char* name : {"DURATION", "DURATION-eng"}) {
+        if (const auto end = parse_clock(text(member(stream, "tags"), name))) {
+            return end;
+        }
+    }
+    const auto duration = parse_decimal(text(stream, "duration"));
+    const double begin = parse_decimal(text(stream, "start_time")).value_or(start);
+    return duration ? std::optional(begin - start + *duration) : std::nullopt;
+}
+
+/// False for attachments and covers, which make no film longer.
+bool bears_time(const json& stream) {
+    return text(stream, "codec_type") != "attachment" &&
+           whole(member(stream, "disposition"), "attached_pic") == 0;
+}
+
+std::optional<double> positive(std::optional<double> seconds) {
+    return seconds && *seconds > 0 ? seconds : std::nullopt;
+}
+
+/// True when the duration may be the time on the clock at which the film ends.
+bool may_be_end(const Film& film, const std::string& format) {
+    return film.duration && film.start > kLateStart && *film.duration > film.start &&
+           (format == "asf" || format.starts_with("matroska"));
+}
+
+bool is_taken(const Film& film, int index) {
+    return index == film.video.index || (film.audio && index == film.audio->index);
+}
+
+}  // namespace
+
+void set_duration(Film& film, const json& probed) {
+    film.duration = positive(parse_decimal(text(member(probed, "format"), "duration")));
+    bool alone = true;
+    bool told = true;
+    std::optional<double> longest;
+    for (const json& stream : member(probed, "streams")) {
+        if (is_taken(film, whole(stream, "index"))) {
+            const auto end = positive(end_of(stream, film.start));
+            told = told && end;
+            longest = std::max(longest, end);
+        } else {
+            alone = alone && !bears_time(stream);
+        }
+    }
+    if (!film.duration) {
+        film.duration = longest;
+    } else if (!alone && told) {
+        film.duration = std::min(film.duration, longest);
+    }
+    film.duration_may_be_end = may_be_end(film, text(member(probed, "format"), "format_name"));
+    const json& summed = member(probed, "summed_length");
+    if (summed.is_number()) {
+        film.duration = summed.get<double>();
+        told = true;
+    }
+    film.duration_is_certain = film.duration && (alone || told) && !film.duration_may_be_end;
+}
+
+double length_by_header(const Film& film, double last_end) {
+    const double duration = film.duration.value_or(0);
+    return film.duration_may_be_end && last_end <= duration + kLateStart ? duration - film.start
+                                                                         : duration;
+}
+
+}  // namespace bundle

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "movie/colour.h"
+#include "movie/input_options.h"
+#include "movie/movie_tags.h"
+#include "core/numbers.h"
+#include "movie/picture_geometry.h"
+#include "core/result.h"
+#include "movie/subtitle_choice.h"
+
+namespace bundle {
+
+/// The video stream that is reported and converted.
+struct VideoStream {
+    int index = 0;  ///< its number in the file
+    std::string codec;
+    std::string pixel_format;
+    std::string field_order;               ///< in ffprobe's words: "progressive", "tt", ...
+    Size stored;                           ///< in the file
+    std::optional<Rational> aspect;        ///< of a stored pixel
+    std::optional<double> rotation;        ///< in degrees; ffmpeg makes the frames upright
+    Size shown;                            ///< upright and in square pixels
+    Colour colour;                         ///< as the file tells it
+    bool may_be_one_frame = false;         ///< the sample of the beginning shows no second one
+    std::optional<Rational> average_rate;  ///< frames per second
+    std::optional<Rational> base_rate;     ///< the rate that expresses all frame times
+    std::optional<Rational> time_base;     ///< seconds per tick
+    int decoding_delay = 0;                ///< see `decoding_delay`
+    bool has_uneven_steps = false;         ///< see `mark_uneven_steps`
+};
+
+/// The audio stream that is reported and converted.
+struct AudioStream {
+    int index = 0;  ///< its number in the file
+    std::string codec;
+    int sample_rate = 0;  ///< Hz
+    int channels = 0;
+    bool has_layout = true;          ///< it is known which channel is which speaker
+    bool has_jittery_times = false;  ///< see `mark_jittery_streams`
+    std::optional<int> right = {};   ///< the stream of the right side, where this is only the left
+    bool has_false_times = false;    ///< see `mark_false_times`
+};
+
+/// What is known about a film before it is converted.
+struct Film {
+    std::optional<double> duration;    ///< seconds
+    bool duration_is_certain = false;  ///< it is not that of streams that are left out
+    bool duration_may_be_end = false;  ///< it may be the time on the clock when the film ends
+    double start = 0;                  ///< seconds
+    std::optional<std::int64_t> bit_rate;
+    VideoStream video;
+    std::optional<AudioStream> audio;
+    bool has_lost_sound = false;     ///< it holds sound, but none that can be decoded
+    bool has_jumping_clock = false;  ///< see `JumpingClock`
+    InputOptions input_options;      ///< with which it was probed
+    std::vector<TextStream> subtitles = {};
+    MovieTags tags = {};
+};
+
+/// What `film_from` reads, as ffprobe's `-show_entries` takes it.
+extern const char* const kFilmEntries;
+
+/// The film in ffprobe's JSON: what `choose_picture` and `choose_sound` take of its streams,
+/// without those whose numbers are in `unusable`. "packets" in it is a sample of the file's
+/// beginning. Fails when there is no picture that moves.
+Result<Film> film_from(const nlohmann::json& probed, const std::set<int>& unusable = {});
+
+/// The rate that goes for the film's own: the average one, unless it is unknown or higher than the
+/// base rate, of which each frame takes at least one period; 0 when unknown.
+double frame_rate(const VideoStream& video);
+
+/// True when the frames do not come at an even rate.
+bool has_variable_rate(const VideoStream& video);
+
+}  // namespace bundle

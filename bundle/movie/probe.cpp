@@ -1,0 +1,202 @@
+#include "movie/probe.h"
+
+#include <map>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "core/console.h"
+#include "movie/counted_times.h"
+#include "process/ffprobe.h"
+#include "movie/header_duration.h"
+#include "clock/packet_ends.h"
+#include "movie/frame_steps.h"
+#include "core/json_reading.h"
+#include "clock/jumping_clock.h"
+#include "movie/main_shape.h"
+#include "clock/matroska_end.h"
+#include "movie/packet_times.h"
+#include "movie/probe_memory.h"
+#include "process/run.h"
+#include "movie/read_limits.h"
+#include "process/source_check.h"
+#include "clock/stream_clock.h"
+#include "movie/summed_length.h"
+
+namespace bundle {
+
+namespace {
+
+using nlohmann::json;
+using Words = std::vector<std::string>;
+
+// Headers are not exact.
+constexpr double kToleratedSeconds = 2;
+
+Words joined(Words words, const Words& more) {
+    words.insert(words.end(), more.begin(), more.end());
+    return words;
+}
+
+/// Looks for a second packet through the whole file, if need be.
+Result<bool> is_one_frame(const std::string& path, const InputOptions& options, int index,
+                          const StopSignals& stop) {
+    const Words first_two{"-select_streams", std::to_string(index), "-read_intervals", "%+#2"};
+    const auto answer =
+        probe_entries(path, "packet=stream_index", stop, joined(options, first_two));
+    if (!answer) {
+        return answer.failure();
+    }
+    return member(*answer, "packets").size() < 2;
+}
+
+/// The film without the streams that turn out to be one picture.
+Result<Film> moving_film(const std::string& path, const json& probed, std::set<int> unusable,
+                         const StopSignals& stop) {
+    while (true) {
+        auto film = film_from(probed, unusable);
+        if (!film) {
+            return about(in_quotes(path) + " is not a movie", film.failure());
+        }
+        if (!film->video.may_be_one_frame) {
+            return film;
+        }
+        const auto one_frame = is_one_frame(path, film->input_options, film->video.index, stop);
+        if (!one_frame) {
+            return one_frame.failure();
+        }
+        if (!*one_frame) {
+            return film;
+        }
+        unusable.insert(film->video.index);
+    }
+}
+
+/// The duration by the packets. Where the file ends long before its header says, the header is
+/// right: it gives the length from before the truncation.
+std::optional<double> measured_duration(const std::string& path, const Film& film,
+                                        const StopSignals& stop) {
+    std::set<int> streams{film.video.index};
+    if (film.audio) {
+        streams.insert(film.audio->index);
+    }
+    const auto ends = packet_ends(path, streams, stop);
+    if (!ends) {
+        return film.duration;
+    }
+    if (film.duration) {
+        const double told = length_by_header(film, ends->any);
+        if (!ends->wanted || ends->any - film.start < told - kToleratedSeconds) {
+            return told;
+        }
+    }
+    const double duration = ends->wanted.value_or(ends->any) - film.start;
+    return duration > 0 ? std::optional(duration) : film.duration;
+}
+
+/// The answer without those packets of the sample that tell nothing new: of each stream it matters
+/// only whether it has none, one or more.
+json in_short(json probed) {
+    std::map<int, int> seen;
+    json kept = json::array();
+    for (const json& packet : member(probed, "packets")) {
+        if (++seen[whole(packet, "stream_index")] <= 2) {
+            kept.push_back(packet);
+        }
+    }
+    probed["packets"] = std::move(kept);
+    return probed;
+}
+
+Result<json> sample_of(const std::string& path, const InputOptions& options, const char* interval,
+                       std::int64_t most_read, const StopSignals& stop) {
+    return probe_entries(path, kFilmEntries, stop, joined(options, {"-read_intervals", interval}),
+                         most_read);
+}
+
+/// A sample of the beginning, a short one where a longer one means to read too much.
+Result<json> sample(const std::string& path, const InputOptions& options, const StopSignals& stop) {
+    auto probed = sample_of(path, options, kSample, kMostReadForReport, stop);
+    if (probed || probed.failure().status != kStatusReadTooMuch) {
+        return probed;
+    }
+    if (looks_blank(path)) {
+        return Failure{in_quotes(path) + " is not a movie: it holds nothing but zeros"};
+    }
+    return sample_of(path, options, kShortSample, kMostReadForShortSample, stop);
+}
+
+/// The answer with what is found out about it, and how it was asked for.
+Result<json> completed(Result<json> probed, const InputOptions& options) {
+    if (probed) {
+        mark_jittery_streams(*probed);
+        mark_false_times(*probed);
+        mark_uneven_steps(*probed);
+        keep_input_options(*probed, options);
+    }
+    return probed;
+}
+
+Result<json> look_for_late_sound(const std::string& path, const InputOptions& options,
+                                 const StopSignals& stop) {
+    const InputOptions far = look_far(options);
+    return completed(sample_of(path, far, kFarSample, kMostReadForFarLook, stop), far);
+}
+
+Result<json> ask(const std::string& path, const StopSignals& stop) {
+    if (auto failure = check_source(path, stop)) {
+        return *failure;
+    }
+    const InputOptions options = options_by_head(read_head(path));
+    auto probed = completed(sample(path, options, stop), options);
+    if (probed && sound_may_begin_later(*probed)) {
+        if (auto farther = look_for_late_sound(path, options, stop)) {
+            probed = std::move(farther);
+        }
+    }
+    if (probed) {
+        set_main_shape(*probed, path, stop);
+        set_summed_length(*probed, path, stop);
+        drop_short_length(*probed, path);
+    }
+    return probed;
+}
+
+}  // namespace
+
+Result<json> probe_for_report(const std::string& path, const StopSignals& stop) {
+    auto probed = ask(path, stop);
+    if (probed) {
+        remember_probe(path, in_short(*probed));
+    }
+    return probed;
+}
+
+Result<json> probe_for_conversion(const std::string& path, const StopSignals& stop) {
+    auto kept = recall_probe(path);
+    return kept ? std::move(*kept) : ask(path, stop);
+}
+
+Result<Film> find_film(const std::string& path, const json& probed, const std::set<int>& unusable,
+                       const StopSignals& stop) {
+    auto film = moving_film(path, probed, unusable, stop);
+    if (film && !film->duration_is_certain) {
+        film->duration = measured_duration(path, *film, stop);
+    }
+    const std::string format = text(member(probed, "format"), "format_name");
+    if (film && (format == "mpegts" || format == "mpeg")) {
+        const auto length = length_without_jumps(path);
+        film->duration = length ? length : film->duration;
+    }
+    if (film) {
+        if (const auto length = JumpingClock{film->audio.has_value()}.length(path, format)) {
+            film->duration = length;
+            film->has_jumping_clock = true;
+        }
+    }
+    if (stop.received() != 0) {
+        return stop.failure();
+    }
+    return film;
+}
+
+}  // namespace bundle

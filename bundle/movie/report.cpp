@@ -1,0 +1,78 @@
+#include "movie/report.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdio>
+
+namespace bundle {
+
+namespace {
+
+// The last time that two digits of hours can express, in hundredths of a second.
+constexpr double kLongest = 100.0 * 3600 * 100 - 1;
+
+template <typename... Values>
+std::string formatted(const char* format, Values... values) {
+    std::array<char, 256> buffer{};
+    std::snprintf(buffer.data(), buffer.size(), format, values...);
+    return buffer.data();
+}
+
+std::string clock(const std::optional<double>& seconds) {
+    if (!seconds || *seconds < 0) {
+        return "N/A";
+    }
+    const long hundredths = std::lround(std::min(std::floor(*seconds * 100 + 1e-6), kLongest));
+    const long whole = hundredths / 100;
+    return formatted("%02ld:%02ld:%02ld.%02ld", whole / 3600, whole / 60 % 60, whole % 60,
+                     hundredths % 100);
+}
+
+std::string rate(double frames_per_second) {
+    return two_decimals(frames_per_second > 0 ? frames_per_second : 0);
+}
+
+/// Ticks per second, whole thousands with a k.
+std::string ticks(const std::optional<Rational>& time_base) {
+    const double ticks = time_base ? 1 / time_base->value() : 0;
+    const bool thousands = ticks >= 1000 && std::fmod(ticks, 1000) == 0;
+    return thousands ? two_decimals(ticks / 1000) + "k" : rate(ticks);
+}
+
+std::string video_line(const VideoStream& video) {
+    const std::string average = rate(frame_rate(video));
+    const std::string base = rate(video.base_rate ? video.base_rate->value() : 0);
+    return formatted("    Stream #0.%d: Video: %s, %s, %dx%d, %s fps, %s tbr, %s tbn, %s tbc\n",
+                     video.index, video.codec.c_str(), video.pixel_format.c_str(),
+                     video.shown.width, video.shown.height, average.c_str(), base.c_str(),
+                     ticks(video.time_base).c_str(), average.c_str());
+}
+
+std::string channels(int count) {
+    if (count == 1 || count == 2) {
+        return count == 1 ? "mono" : "stereo";
+    }
+    return std::to_string(count) + " channels";
+}
+
+std::string audio_line(const AudioStream& audio) {
+    return formatted("    Stream #0.%d: Audio: %s, %d Hz, %s\n", audio.index, audio.codec.c_str(),
+                     audio.sample_rate, channels(audio.channels).c_str());
+}
+
+}  // namespace
+
+std::string film_report(const Film& film) {
+    const std::string bit_rate =
+        film.bit_rate ? std::to_string(*film.bit_rate / 1000) + " kb/s" : "N/A";
+    std::string report = formatted("  Duration: %s, start: %.6f, bitrate: %s\n",
+                                   clock(film.duration).c_str(), film.start, bit_rate.c_str());
+    report += video_line(film.video);
+    if (film.audio) {
+        report += audio_line(*film.audio);
+    }
+    return report;
+}
+
+}  // namespace bundle

@@ -1,0 +1,19 @@
+// The bundle's MP4Box: the old command line for adding subtitles to a film, done by the system's
+// ffmpeg.
+
+#include <csignal>
+
+#include "core/stop_signals.h"
+#include "mp4box/mux.h"
+#include "core/tool_main.h"
+
+int main(int count, char** arguments) {
+    // Work on a finished film is brought to its end even when the program that asked for it is
+    // gone.
+    const bundle::StopSignals stop({SIGTERM, SIGINT}, {SIGHUP});
+    return bundle::tool_main(
+        "MP4Box", count, arguments, [&stop](const std::vector<std::string>& words) {
+            const auto request = bundle::parse_subtitle_request(words);
+            return request ? bundle::add_subtitles(*request, stop) : request.failure();
+        });
+}

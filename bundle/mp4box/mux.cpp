@@ -1,0 +1,217 @@
+#include "mp4box/mux.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "subtitles/ass_script.h"
+#include "core/console.h"
+#include "process/run_ffmpeg.h"
+#include "process/ffprobe.h"
+#include "core/file_identity.h"
+#include "core/files.h"
+#include "mp4/check.h"
+#include "movie/movie_tags.h"
+#include "output/private_file.h"
+#include "process/progress.h"
+#include "subtitles/subtitle_file.h"
+#include "output/telling.h"
+#include "subtitles/placement.h"
+#include "output/failure_note.h"
+
+namespace bundle {
+
+namespace {
+
+// "killall ffmpeg", by which the program stops a conversion, has to spare this tool's work.
+constexpr const char* kProcessName = "mp4mux";
+constexpr std::string_view kHandlerSuffix = ":hdlr=sbtl";
+
+/// Copies the film and the subtitles into `output`; the share of the film's bytes that has been
+/// written is the progress.
+MaybeFailure mux(const SubtitleRequest& request, const Container& container,
+                 const std::vector<Cue>& cues, const std::string& output, const StopSignals& stop) {
+    const auto input = nameless_file(ass_script(cues));
+    if (!input) {
+        return input.failure();
+    }
+    const std::int64_t whole = std::max<std::int64_t>(file_size(request.film), 1);
+    const auto show = [whole](const Progress& progress) {
+        const std::int64_t percent = progress.bytes.value_or(0) * 100 / whole;
+        write_if_ready(STDOUT_FILENO, file_progress_line(percent));
+    };
+    show({});
+    const FfmpegWork work{subtitle_arguments(request.film, container, output), kProcessName,
+                          input->get()};
+    const auto messages = run_ffmpeg(work, show, stop);
+    if (!messages) {
+        return messages.failure();
+    }
+    tell_messages(*messages);
+    return std::nullopt;
+}
+
+Subject subject_of(const SubtitleRequest& request) {
+    return {request.film, request.subtitles};
+}
+
+MaybeFailure check_request(const SubtitleRequest& request) {
+    if (same_file(request.subtitles, request.film)) {
+        return Failure{"the film and the subtitles are the same file"};
+    }
+    if (tells_of_no_output(subject_of(request))) {
+        return failure_by(Cause::kNotConverted, exists(request.film)
+                                                    ? "the movie was not converted, and what lies "
+                                                      "there is an older MP4 file"
+                                                    : "the movie was not converted");
+    }
+    return std::nullopt;
+}
+
+MaybeFailure check_container(const Container& container) {
+    return container.is_mp4 && container.width > 0
+               ? MaybeFailure()
+               : failure_by(Cause::kNotMp4, "the film is not an MP4 film");
+}
+
+/// Puts the text where players expect it, and looks whether the new film is whole.
+MaybeFailure place_and_check(const std::string& film, const Container& container,
+                             const std::string& copied_from) {
+    const TextPlace place = subtitle_place(container.width, container.height);
+    if (auto failure = place_text_track_in(film, place, copied_from)) {
+        return failure;
+    }
+    const Streams streams{container.has_audio, container.subtitle_tracks + 1};
+    const auto duration = check_film(film, streams);
+    return duration ? MaybeFailure() : duration.failure();
+}
+
+std::string what_was_left(const SubtitleRequest& request) {
+    const std::string film = in_quotes(request.film);
+    return (exists(request.film) ? "The MP4 file " + film + " is there, without these subtitles. "
+                                 : "There is no MP4 file " + film + ". ") +
+           "The subtitle file " + in_quotes(request.subtitles) + " is as it was.";
+}
+
+/// True when the film was replaced meanwhile by one to which this tool has added subtitles.
+bool is_done_by_another(const SubtitleRequest& request, const Failure& failure,
+                        const StopSignals& stop) {
+    if (failure.cause != Cause::kReplaced) {
+        return false;
+    }
+    const auto probed = probe_entries(request.film, kContainerEntries, stop);
+    return probed && !container_from(*probed).own_tracks.empty();
+}
+
+MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
+    if (auto failure = check_request(request)) {
+        return failure;
+    }
+    const auto read = identity_of(request.film);
+    auto output = PrivateFile::create(request.film);
+    if (!output) {
+        return output.failure();
+    }
+    output->replace_only(read);
+    const auto probed = probe_entries(request.film, kContainerEntries, stop);
+    if (!probed) {
+        return probed.failure();
+    }
+    const Container container = container_from(*probed);
+    if (auto failure = check_container(container)) {
+        return failure;
+    }
+    const auto cues = read_subtitles(request.subtitles);
+    if (!cues) {
+        return cues.failure();
+    }
+    auto failure = mux(request, container, *cues, output->path(), stop);
+    failure = failure ? failure : place_and_check(output->path(), container, request.film);
+    return failure ? output->explained(*failure) : output->publish_whole(stop);
+}
+
+}  // namespace
+
+Result<SubtitleRequest> parse_subtitle_request(const std::vector<std::string>& arguments) {
+    if (arguments.size() != 3 || arguments[0] != "-add" ||
+        !arguments[1].ends_with(kHandlerSuffix) || arguments[2].empty()) {
+        return Failure{"usage: MP4Box -add FILE.srt:hdlr=sbtl OUT.mp4", kStatusUsage};
+    }
+    const std::size_t length = arguments[1].size() - kHandlerSuffix.size();
+    return SubtitleRequest{arguments[1].substr(0, length), arguments[2]};
+}
+
+const char* const kContainerEntries =
+    "format=format_name:format_tags=major_brand,creation_time:stream=index,codec_type,width,height:"
+    "stream_tags=handler_name:stream_disposition=attached_pic";
+
+Container container_from(const nlohmann::json& probed) {
+    using pointer = nlohmann::json::json_pointer;
+    Container container;
+    container.brand = probed.value(pointer("/format/tags/major_brand"), "");
+    container.recorded = recording_time(probed.value(pointer("/format/tags/creation_time"), ""));
+    const std::string format = probed.value(pointer("/format/format_name"), "");
+    container.is_mp4 =
+        format.find("mp4") != std::string::npos && !container.brand.starts_with("qt");
+    for (const auto& stream : probed.value("streams", nlohmann::json::array())) {
+        const std::string kind = stream.value("codec_type", "");
+        if (kind == "subtitle" && stream.value(pointer("/tags/handler_name"), "") == kTrackName) {
+            container.own_tracks.push_back(stream.value("index", 0));
+        } else if (kind == "subtitle") {
+            ++container.subtitle_tracks;
+        } else if (kind == "audio") {
+            container.has_audio = true;
+        } else if (kind == "video" && container.width == 0 &&
+                   stream.value(pointer("/disposition/attached_pic"), 0) == 0) {
+            container.width = stream.value("width", 0);
+            container.height = stream.value("height", 0);
+        }
+    }
+    return container;
+}
+
+std::vector<std::string> subtitle_arguments(const std::string& film, const Container& container,
+                                            const std::string& output) {
+    const std::string track = ":s:" + std::to_string(container.subtitle_tracks);
+    const std::string format = container.brand.starts_with("M4V") ? "ipod" : "mp4";
+    // Data tracks are left to the muxer: it makes the one for the chapters again from their list.
+    std::vector<std::string> arguments{"-i",     file_url(film), "-f", "ass",  "-i",
+                                       "pipe:0", "-map",         "0",  "-map", "-0:d"};
+    const auto append = [&arguments](std::initializer_list<std::string> more) {
+        arguments.insert(arguments.end(), more);
+    };
+    for (const int index : container.own_tracks) {
+        append({"-map", "-0:" + std::to_string(index)});
+    }
+    append({"-map", "1:0", "-c", "copy", "-c" + track, "mov_text"});
+    // In milliseconds, longer breaks between two cues fit than in the microseconds of the default.
+    append({"-time_base" + track, "1/1000"});
+    append({"-metadata:s" + track, std::string("handler_name=") + kTrackName});
+    // The only tag that ffmpeg does not copy by itself.
+    if (!container.recorded.empty()) {
+        append({"-metadata", "creation_time=" + container.recorded});
+    }
+    // Of several tracks only one may be enabled.
+    append(
+        {"-disposition:s", "0", "-disposition" + track, "default", "-f", format, file_url(output)});
+    return arguments;
+}
+
+MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& stop) {
+    if (const auto reason = add(request, stop)) {
+        auto failure = about("cannot add the subtitles " + in_quotes(request.subtitles) + " to " +
+                                 in_quotes(request.film),
+                             *reason);
+        if (!is_done_by_another(request, failure, stop)) {
+            tell_in_trace(subject_of(request), Step::kSubtitles,
+                          failed_report(Step::kSubtitles, failure, what_was_left(request)));
+        }
+        return failure;
+    }
+    clear_trace(subject_of(request), Step::kSubtitles);
+    write_if_ready(STDOUT_FILENO, file_progress_line(100));
+    return std::nullopt;
+}
+
+}  // namespace bundle

@@ -1,0 +1,99 @@
+#include "process/run_ffmpeg.h"
+
+#include <unistd.h>
+
+#include <csignal>
+#include <cstring>
+#include <utility>
+
+#include "core/console.h"
+#include "process/run.h"
+#include "process/system_tools.h"
+
+namespace bundle {
+
+namespace {
+
+/// No questions, no chatter, and four progress reports a second on its standard output.
+std::vector<std::string> with_manners(const std::vector<std::string>& arguments) {
+    std::vector<std::string> all{
+        "-nostdin", "-hide_banner",  "-loglevel", "error", "-progress",
+        "pipe:1",   "-stats_period", "0.25",      "-y",    "-protocol_whitelist",
+        "file,pipe"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return all;
+}
+
+constexpr int kKilled = 128;
+
+bool is_killed(int status) {
+    return status > kKilled && status < kKilled + NSIG;
+}
+
+Cause cause_of(int status) {
+    return is_killed(status) ? Cause::kEnded : Cause::kUnknown;
+}
+
+/// An exit status in words.
+std::string told(int status) {
+    if (!is_killed(status)) {
+        return "the system's ffmpeg failed with status " + std::to_string(status);
+    }
+    return "the system's ffmpeg was ended from outside by signal " +
+           std::to_string(status - kKilled) + " (" + ::strsignal(status - kKilled) + ")";
+}
+
+std::string on(const std::string& subject) {
+    return subject.empty() ? "" : " on " + in_quotes(subject);
+}
+
+}  // namespace
+
+Result<std::string> run_ffmpeg(const FfmpegWork& work,
+                               const std::function<void(const Progress&)>& show,
+                               const StopSignals& stop) {
+    const auto program = find_ffmpeg();
+    if (!program) {
+        return program.failure();
+    }
+    Progress latest;
+    ProgressReader reader([&](const Progress& progress) {
+        latest = progress;
+        show(latest);
+    });
+    MessageTail messages;
+    bool is_useless = false;
+    const auto judge = [&] { is_useless = work.is_useless && work.is_useless(); };
+    const Listener listener{[&](std::string_view piece) { reader.add(piece); },
+                            [&](std::string_view piece) {
+                                messages.add(piece);
+                                judge();
+                            },
+                            [&] { show(latest); }, [&] { return is_useless; }};
+    const auto status =
+        run({*program, with_manners(work.arguments), work.alias, work.input, {}, work.inherited},
+            listener, stop);
+    if (!status) {
+        Failure failure = status.failure();
+        failure.message += on(work.subject);
+        return stop.received() != 0 ? stop.failure() : failure;
+    }
+    std::string text = messages.text();
+    if (*status != 0) {
+        judge();
+        // A stop that reaches both may be heard after ffmpeg has ended by it.
+        return stop.received() != 0 ? stop.failure()
+                                    : Failure{told(*status) + on(work.subject), kStatusFailed,
+                                              std::move(text), cause_of(*status)};
+    }
+    return text;
+}
+
+void tell_messages(const std::string& messages, const std::string& subject) {
+    if (!messages.empty()) {
+        write_patiently(STDERR_FILENO,
+                        "the system's ffmpeg" + on(subject) + ": " + printable(messages) + "\n");
+    }
+}
+
+}  // namespace bundle
