@@ -3,9 +3,9 @@
 #include <optional>
 #include <string>
 
-#include "process/pipe_feed.h"
 #include "core/result.h"
 #include "core/unique_fd.h"
+#include "process/pipe_feed.h"
 
 namespace bundle {
 

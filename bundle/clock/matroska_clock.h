@@ -4,9 +4,9 @@
 #include <optional>
 #include <string_view>
 
-#include "core/byte_sink.h"
 #include "clock/even_clock.h"
 #include "clock/stream_clock.h"
+#include "core/byte_sink.h"
 
 namespace bundle {
 

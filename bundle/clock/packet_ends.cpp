@@ -8,12 +8,12 @@
 #include <string_view>
 #include <vector>
 
-#include "process/ffprobe.h"
 #include "clock/file_pieces.h"
 #include "core/files.h"
 #include "core/numbers.h"
-#include "process/pipe_feed.h"
 #include "core/unique_fd.h"
+#include "process/ffprobe.h"
+#include "process/pipe_feed.h"
 
 namespace bundle {
 

@@ -9,17 +9,17 @@
 
 namespace bundle {
 
-/// How far the packets of a film reach, in seconds by its own clock.
+/// How far the packets of a movie reach, in seconds by its own clock.
 struct PacketEnds {
     double any = 0;                ///< of all streams
-    std::optional<double> wanted;  ///< of the wanted streams; empty: none seen near the film's end
+    std::optional<double> wanted;  ///< of the wanted streams; empty: none seen near the movie's end
 };
 
-/// Where the last packets of a film end, for a file whose header does not tell: browser recordings,
-/// cut or broken-off streams, films that share their file with something longer. `wanted` holds the
-/// numbers of streams. Empty when it can't be found.
+/// Where the last packets of a movie end, for a file whose header does not tell: browser
+/// recordings, cut or broken-off streams, movies that share their file with something longer.
+/// `wanted` holds the numbers of streams. Empty when it can't be found.
 ///
-/// Only the first and the last megabytes are read, as one short film, so that it takes no longer
+/// Only the first and the last megabytes are read, as one short movie, so that it takes no longer
 /// for a large file; in Matroska both are cut where a cluster (the unit that bears times) begins.
 std::optional<PacketEnds> packet_ends(const std::string& path, const std::set<int>& wanted,
                                       const StopSignals& stop);

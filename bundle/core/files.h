@@ -30,7 +30,7 @@ std::string folder_of(const std::string& path);
 /// The name as ffmpeg and ffprobe take it without seeing an option or a protocol in it.
 std::string file_url(const std::string& path);
 
-/// Refuses an input that can't be a film or text: missing, no ordinary file, not readable.
+/// Refuses an input that can't be a movie or text: missing, no ordinary file, not readable.
 MaybeFailure check_input(const std::string& path);
 
 /// A file without a name that holds `text`, to be read from its start.

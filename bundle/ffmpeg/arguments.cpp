@@ -36,8 +36,8 @@ int reference_frames(const TranscodeRequest& request) {
     return kDefaultReferenceFrames;
 }
 
-int level(const TranscodeRequest& request, const Film& film) {
-    const double rate = highest_rate(request, film.video);
+int level(const TranscodeRequest& request, const Movie& movie) {
+    const double rate = highest_rate(request, movie.video);
     const Size size = even({request.width, request.height});
     return h264_level(request.level, size.width, size.height, rate, reference_frames(request));
 }
@@ -56,26 +56,26 @@ std::string stream(int index) {
 
 }  // namespace
 
-std::vector<std::string> encoder_arguments(const TranscodeRequest& request, const Film& film,
+std::vector<std::string> encoder_arguments(const TranscodeRequest& request, const Movie& movie,
                                            const std::string& output, bool has_zscale) {
-    std::vector<std::string> arguments = film.input_options;
-    append(arguments, reading_options(film.video));
+    std::vector<std::string> arguments = movie.input_options;
+    append(arguments, reading_options(movie.video));
     // What can be decoded of a damaged movie is kept, however little; how much that is, is judged
     // by what comes out.
     append(arguments, {"-max_error_rate", "1", "-i",
-                       film.has_jumping_clock ? "pipe:0" : file_url(request.input), "-map",
-                       stream(film.video.index)});
-    if (film.audio) {
-        append(arguments, sound_source(*film.audio));
+                       movie.has_jumping_clock ? "pipe:0" : file_url(request.input), "-map",
+                       stream(movie.video.index)});
+    if (movie.audio) {
+        append(arguments, sound_source(*movie.audio));
         append(arguments, request.audio);
     }
     append(arguments, {"-c:v", "libx264", "-profile:v", "baseline", "-pix_fmt", "yuv420p"});
     append(arguments, request.video);
-    append(arguments, {"-level:v", std::to_string(level(request, film))});
-    append(arguments, {"-vf", picture_filters(request, film.video, has_zscale)});
-    append(arguments, time_options(request, film.video));
+    append(arguments, {"-level:v", std::to_string(level(request, movie))});
+    append(arguments, {"-vf", picture_filters(request, movie.video, has_zscale)});
+    append(arguments, time_options(request, movie.video));
     append(arguments, request.general);
-    append(arguments, tag_arguments(film.tags));
+    append(arguments, tag_arguments(movie.tags));
     append(arguments, {file_url(output)});
     return arguments;
 }

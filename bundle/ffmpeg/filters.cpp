@@ -1,10 +1,10 @@
 #include "ffmpeg/filters.h"
 
-#include "movie/colour.h"
-#include "movie/decoding_delay.h"
 #include "ffmpeg/frame_times.h"
 #include "ffmpeg/interlacing.h"
 #include "ffmpeg/shape_fit.h"
+#include "movie/colour.h"
+#include "movie/decoding_delay.h"
 
 namespace bundle {
 

@@ -38,7 +38,7 @@ std::int64_t ticks_per_second(const VideoStream& video) {
 
 std::string rate_filter(const TranscodeRequest& request, const VideoStream& video) {
     if (request.rate) {
-        // ffmpeg's own "-r" adds frames at the end of the film.
+        // ffmpeg's own "-r" adds frames at the end of the movie.
         return "fps=" + std::to_string(request.rate->numerator) + "/" +
                std::to_string(request.rate->denominator) + ",";
     }

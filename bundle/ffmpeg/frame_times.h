@@ -3,17 +3,17 @@
 #include <string>
 #include <vector>
 
-#include "movie/movie.h"
 #include "ffmpeg/request.h"
+#include "movie/movie.h"
 
 namespace bundle {
 
 /// What makes the asked rate, as ffmpeg's "-vf" takes it, with a comma at the end: even frames
-/// where a rate is asked for; at most 30 frames in any second where the film's own is uneven;
+/// where a rate is asked for; at most 30 frames in any second where the movie's own is uneven;
 /// otherwise nothing.
 std::string rate_filter(const TranscodeRequest& request, const VideoStream& video);
 
-/// ffmpeg's options that keep frame times where they are: those of an uneven film, and those of a
+/// ffmpeg's options that keep frame times where they are: those of an uneven movie, and those of a
 /// slow one, of which ffmpeg's own grid of frames is too coarse to stay in step with the sound.
 std::vector<std::string> time_options(const TranscodeRequest& request, const VideoStream& video);
 

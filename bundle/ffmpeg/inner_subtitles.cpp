@@ -8,16 +8,16 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "subtitles/ass_reading.h"
 #include "core/console.h"
-#include "subtitles/cue_track.h"
+#include "core/files.h"
+#include "core/json_reading.h"
+#include "core/numbers.h"
+#include "mp4/check.h"
+#include "mp4/kept_index.h"
 #include "process/ffmpeg_filters.h"
 #include "process/ffprobe.h"
-#include "core/files.h"
-#include "mp4/check.h"
-#include "core/json_reading.h"
-#include "mp4/kept_index.h"
-#include "core/numbers.h"
+#include "subtitles/ass_reading.h"
+#include "subtitles/cue_track.h"
 #include "subtitles/script_text.h"
 #include "subtitles/track_adding.h"
 
@@ -59,7 +59,7 @@ Result<ReadableText> read_script(int file) {
     return readable_text(bytes);
 }
 
-/// Only what is within the film; all times are rounded to hundredths later.
+/// Only what is within the movie; all times are rounded to hundredths later.
 std::vector<Cue> within(std::vector<Cue> cues, std::int64_t end_ms) {
     std::erase_if(cues, [end_ms](const Cue& cue) {
         return cue.start_ms >= end_ms || (cue.end_ms <= 0 && cue.start_ms < 0);
@@ -95,7 +95,7 @@ MaybeFailure added(const std::string& path, const std::vector<TextTrack>& tracks
     if (auto failure = add_text_tracks(path, tracks)) {
         return failure;
     }
-    const auto whole = check_film(path, {false, static_cast<int>(tracks.size())});
+    const auto whole = check_mp4(path, {false, static_cast<int>(tracks.size())});
     return whole ? MaybeFailure() : whole.failure();
 }
 

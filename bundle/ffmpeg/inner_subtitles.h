@@ -5,13 +5,13 @@
 #include <string_view>
 #include <vector>
 
-#include "process/run_ffmpeg.h"
-#include "core/stop_signals.h"
-#include "process/progress.h"
 #include "core/result.h"
-#include "movie/subtitle_choice.h"
-#include "subtitles/timed_text.h"
+#include "core/stop_signals.h"
 #include "core/unique_fd.h"
+#include "movie/subtitle_choice.h"
+#include "process/progress.h"
+#include "process/run_ffmpeg.h"
+#include "subtitles/timed_text.h"
 
 namespace bundle {
 

@@ -20,7 +20,7 @@ bool is_yuv(std::string_view pixel_format) {
                        [&](std::string_view start) { return pixel_format.starts_with(start); });
 }
 
-/// Only frames that are marked are touched, so that it may stand where a film is mostly
+/// Only frames that are marked are touched, so that it may stand where a movie is mostly
 /// progressive; what a file says as a whole is often wrong (DV in MOV calls itself progressive).
 bool may_be_interlaced(const VideoStream& video) {
     return is_yuv(video.pixel_format) && video.stored.width >= kSmallestInterlaced &&

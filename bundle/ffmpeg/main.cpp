@@ -1,5 +1,5 @@
-// The bundle's ffmpeg: the old command lines for reporting on a film and converting it, done by the
-// system's ffmpeg.
+// The bundle's ffmpeg: the old command lines for reporting on a movie and converting it, done by
+// the system's ffmpeg.
 
 #include <unistd.h>
 
@@ -14,7 +14,7 @@ namespace {
 bundle::MaybeFailure ffmpeg(const std::vector<std::string>& arguments,
                             const bundle::StopSignals& stop) {
     if (arguments.size() == 2 && arguments[0] == "-i") {
-        return bundle::report_film(arguments[1], stop);
+        return bundle::report_movie(arguments[1], stop);
     }
     const auto request = bundle::parse_transcode(arguments);
     if (request) {

@@ -16,7 +16,7 @@ Failure wrong_usage(std::string message) {
     return {std::move(message), kStatusUsage};
 }
 
-/// Whom a translated option is for; one for sound is left out for a film without sound.
+/// Whom a translated option is for; one for sound is left out for a movie without sound.
 enum class For { kVideo, kAudio, kGeneral, kNobody };
 
 /// An old option that keeps its value: its name then, and its name today.

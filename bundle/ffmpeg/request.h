@@ -18,9 +18,9 @@ struct TranscodeRequest {
     std::string input;
     std::string output;
     bool overwrite = false;
-    int width = 0;                     ///< of the picture asked for; 0 or 1 for a very flat film
+    int width = 0;                     ///< of the picture asked for; 0 or 1 for a very flat movie
     int height = 0;                    ///< as above
-    std::optional<Rational> rate;      ///< frames per second; empty: the film's own
+    std::optional<Rational> rate;      ///< frames per second; empty: the movie's own
     int level = 0;                     ///< H.264 level times ten; 0: the lowest that will do
     std::vector<Option> video = {};    ///< in the order of the command line
     std::vector<Option> audio = {};    ///< as above

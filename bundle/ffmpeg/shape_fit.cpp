@@ -8,7 +8,7 @@ namespace bundle {
 
 namespace {
 
-/// Stored as the filters see it: ffmpeg turns rotated films upright first.
+/// Stored as the filters see it: ffmpeg turns rotated movies upright first.
 Size upright(const VideoStream& video) {
     Size stored = video.stored;
     if (is_quarter_turn(video.rotation.value_or(0))) {
@@ -49,7 +49,7 @@ std::string fit_filters(const VideoStream& video) {
     }
     const Size size = upright(video);
     const double aspect = shown_aspect(video);
-    // How much wider a frame is than the film. Shapes that differ by rounding are the same. Sides
+    // How much wider a frame is than the movie. Shapes that differ by rounding are the same. Sides
     // in fours keep the lines of interlaced frames where they belong.
     std::array<char, 600> text{};
     std::snprintf(

@@ -7,7 +7,7 @@
 
 namespace bundle {
 
-/// What makes stereo of a film's sound and keeps it in step with the picture, as ffmpeg's "-af"
+/// What makes stereo of a movie's sound and keeps it in step with the picture, as ffmpeg's "-af"
 /// takes it: mono plays at its own level on both sides, three to eight channels without names are
 /// mixed in ffmpeg's usual order of so many, and of any other number the first two are taken. A gap
 /// becomes silence where it is, unless the times are too jittery to tell a small one.

@@ -5,20 +5,20 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "core/console.h"
-#include "ffmpeg/encode.h"
-#include "core/files.h"
-#include "mp4/check.h"
-#include "movie/probe.h"
-#include "movie/report.h"
 #include "clock/intended_length.h"
-#include "process/own_end.h"
+#include "core/console.h"
+#include "core/files.h"
+#include "ffmpeg/encode.h"
 #include "ffmpeg/picture_gaps.h"
-#include "output/private_file.h"
+#include "movie/probe.h"
 #include "movie/rejection.h"
-#include "process/source_check.h"
-#include "output/telling.h"
+#include "movie/report.h"
+#include "mp4/check.h"
 #include "output/failure_note.h"
+#include "output/private_file.h"
+#include "output/telling.h"
+#include "process/own_end.h"
+#include "process/source_check.h"
 
 namespace bundle {
 
@@ -40,9 +40,9 @@ constexpr const char* kOnGaps =
     "another copy and convert it again; keep this one until then.";
 
 /// How much of a movie that lasts to its end is damaged, as a trace reports it; usually nothing.
-std::optional<Report> damage(const TranscodeRequest& request, const EncodedFilm& made) {
-    const auto& audio = made.film.audio;
-    const std::string gaps = picture_gaps(made.frames, frame_rate(made.film.video));
+std::optional<Report> damage(const TranscodeRequest& request, const EncodedMovie& made) {
+    const auto& audio = made.movie.audio;
+    const std::string gaps = picture_gaps(made.frames, frame_rate(made.movie.video));
     if (gaps.empty() ||
         !has_other_errors(made.messages, audio ? audio->index : -1, audio ? audio->codec : "?")) {
         return std::nullopt;
@@ -63,13 +63,13 @@ std::string advice_on_lacking(bool is_whole) {
                       "movie and convert it again; keep this one until then.";
 }
 
-/// What a finished film lacks, as a trace tells it; usually nothing.
-std::optional<Report> lacking(const TranscodeRequest& request, const EncodedFilm& made) {
+/// What an MP4 file lacks, as a trace tells it; usually nothing.
+std::optional<Report> lacking(const TranscodeRequest& request, const EncodedMovie& made) {
     const double promised =
-        std::max(made.film.duration.value_or(0), intended_length(request.input, made.duration));
+        std::max(made.movie.duration.value_or(0), intended_length(request.input, made.duration));
     const std::string missing = shortfall(promised, made.duration);
     const std::string silent =
-        made.film.has_lost_sound
+        made.movie.has_lost_sound
             ? "The MP4 file has no sound: the movie has some, but none that can be decoded."
             : "";
     if (missing.empty() && silent.empty()) {
@@ -98,7 +98,7 @@ Result<std::optional<Report>> convert(const TranscodeRequest& request, const Sto
     if (auto failure = check_output(request)) {
         return *failure;
     }
-    const auto made = encode_film(request, *output, stop);
+    const auto made = encode_movie(request, *output, stop);
     if (!made) {
         return made.failure();
     }
@@ -126,25 +126,25 @@ bool is_expected(const StopSignals& stop) {
 }
 
 /// Says on the console why the program will not take a movie that was reported on.
-void tell_rejection(const std::string& path, const Film& film) {
-    if (const auto reason = rejection_of(film)) {
+void tell_rejection(const std::string& path, const Movie& movie) {
+    if (const auto reason = rejection_of(movie)) {
         complain("ffmpeg", in_quotes(path) + " cannot be converted: " + *reason);
     }
 }
 
 }  // namespace
 
-MaybeFailure report_film(const std::string& path, const StopSignals& stop) {
+MaybeFailure report_movie(const std::string& path, const StopSignals& stop) {
     const auto probed = probe_for_report(path, stop);
     if (!probed) {
         return probed.failure();
     }
-    const auto film = find_film(path, *probed, {}, stop);
-    if (!film) {
-        return film.failure();
+    const auto movie = find_movie(path, *probed, {}, stop);
+    if (!movie) {
+        return movie.failure();
     }
-    write_patiently(STDERR_FILENO, film_report(*film));
-    tell_rejection(path, *film);
+    write_patiently(STDERR_FILENO, movie_report(*movie));
+    tell_rejection(path, *movie);
     return std::nullopt;
 }
 

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "process/ffprobe.h"
 #include "core/json_reading.h"
+#include "process/ffprobe.h"
 
 namespace bundle {
 
@@ -16,13 +16,13 @@ namespace {
 using nlohmann::json;
 
 // Sound of which so many packets give nothing is damaged or enciphered. The first sample clears
-// most films; the second is ten seconds of them, for a film may begin with damage.
+// most movies; the second is ten seconds of them, for a movie may begin with damage.
 constexpr std::array kSoundSamples{40, 400};
 constexpr int kFewestPackets = 8;
 
 /// What one audio stream's packets gave.
 struct Decoding {
-    int packets = 0;  ///< without those that lie before the start of the film and give nothing
+    int packets = 0;  ///< without those that lie before the start of the movie and give nothing
     int frames = 0;
 };
 
@@ -94,14 +94,14 @@ void Listening::listen() {
     }
 }
 
-void Listening::take_for_silent(const Film& film) {
-    if (film.audio) {
-        silent_.insert(film.audio->index);
+void Listening::take_for_silent(const Movie& movie) {
+    if (movie.audio) {
+        silent_.insert(movie.audio->index);
     }
 }
 
-bool Listening::found_silent(const Film& film) const {
-    return film.audio && silent_.contains(film.audio->index);
+bool Listening::found_silent(const Movie& movie) const {
+    return movie.audio && silent_.contains(movie.audio->index);
 }
 
 }  // namespace bundle

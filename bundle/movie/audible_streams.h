@@ -4,30 +4,30 @@
 #include <set>
 #include <string>
 
-#include "movie/movie.h"
 #include "core/stop_signals.h"
+#include "movie/movie.h"
 
 namespace bundle {
 
-/// Finds out which sounds of a film are damaged or enciphered, so that nothing of them can be
+/// Finds out which sounds of a movie are damaged or enciphered, so that nothing of them can be
 /// decoded though there is a decoder. That takes a start of ffprobe, and another one where the
 /// first finds such a sound, so it waits for a reason.
 class Listening {
   public:
-    /// The film in the file `path`, of which ffprobe told `probed`.
+    /// The movie in the file `path`, of which ffprobe told `probed`.
     Listening(std::string path, const nlohmann::json& probed, const StopSignals& stop);
 
     /// Decodes the beginnings of all sounds; only the first call does. Blocks.
     void listen();
 
-    /// Takes the film's sound for silent, of which a whole encoding has given nothing.
-    void take_for_silent(const Film& film);
+    /// Takes the movie's sound for silent, of which a whole encoding has given nothing.
+    void take_for_silent(const Movie& movie);
 
     /// The numbers of the streams that were found to be silent.
     const std::set<int>& silent() const { return silent_; }
 
-    /// True when the sound that is taken for the film's was found to be silent.
-    bool found_silent(const Film& film) const;
+    /// True when the sound that is taken for the movie's was found to be silent.
+    bool found_silent(const Movie& movie) const;
 
   private:
     std::string path_;

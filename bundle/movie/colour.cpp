@@ -83,7 +83,7 @@ Colour convertible(const Colour& colour) {
     return known;
 }
 
-// 100 cd/m2 is the white of ordinary films; the curve leaves darker tones alone and rolls off the
+// 100 cd/m2 is the white of ordinary movies; the curve leaves darker tones alone and rolls off the
 // rest.
 const char* const kToneMapping =
     "zscale=t=linear:npl=100,format=gbrpf32le,zscale=p=bt709,tonemap=mobius:desat=0,"

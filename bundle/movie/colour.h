@@ -18,13 +18,13 @@ struct Colour {
 /// The filter that gives frames these colours' names and leaves the pictures alone. All are told.
 std::string setparams(const Colour& colour);
 
-/// True for a film of high dynamic range, which looks flat where it is taken for an ordinary one.
+/// True for a movie of high dynamic range, which looks flat where it is taken for an ordinary one.
 bool is_high_dynamic_range(const Colour& colour);
 
-/// True for colours that only ffmpeg's zscale filter turns into those of ordinary films.
+/// True for colours that only ffmpeg's zscale filter turns into those of ordinary movies.
 bool needs_colour_conversion(const Colour& colour);
 
-/// The colours of a film with the untold ones filled in as players do: by its pixel format, and by
+/// The colours of a movie with the untold ones filled in as players do: by its pixel format, and by
 /// whether it is as large as high definition. A matrix that the pixel format contradicts is untold.
 Colour assumed_colour(const Colour& told, const std::string& pixel_format, Size size);
 

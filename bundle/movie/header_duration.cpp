@@ -30,7 +30,7 @@ std::optional<double> parse_clock(const std::string& clock) {
     return static_cast<double>(*hours) * 3600 + static_cast<double>(*minute) * 60 + *second;
 }
 
-/// Where a stream ends by its own telling, in seconds after the film's start.
+/// Where a stream ends by its own telling, in seconds after the movie's start.
 std::optional<double> end_of(const json& stream, double start) {
     for (const char* name : {"DURATION", "DURATION-eng"}) {
         if (const auto end = parse_clock(text(member(stream, "tags"), name))) {
@@ -42,7 +42,7 @@ std::optional<double> end_of(const json& stream, double start) {
     return duration ? std::optional(begin - start + *duration) : std::nullopt;
 }
 
-/// False for attachments and covers, which make no film longer.
+/// False for attachments and covers, which make no movie longer.
 bool bears_time(const json& stream) {
     return text(stream, "codec_type") != "attachment" &&
            whole(member(stream, "disposition"), "attached_pic") == 0;
@@ -52,50 +52,50 @@ std::optional<double> positive(std::optional<double> seconds) {
     return seconds && *seconds > 0 ? seconds : std::nullopt;
 }
 
-/// True when the duration may be the time on the clock at which the film ends.
-bool may_be_end(const Film& film, const std::string& format) {
-    return film.duration && film.start > kLateStart && *film.duration > film.start &&
+/// True when the duration may be the time on the clock at which the movie ends.
+bool may_be_end(const Movie& movie, const std::string& format) {
+    return movie.duration && movie.start > kLateStart && *movie.duration > movie.start &&
            (format == "asf" || format.starts_with("matroska"));
 }
 
-bool is_taken(const Film& film, int index) {
-    return index == film.video.index || (film.audio && index == film.audio->index);
+bool is_taken(const Movie& movie, int index) {
+    return index == movie.video.index || (movie.audio && index == movie.audio->index);
 }
 
 }  // namespace
 
-void set_duration(Film& film, const json& probed) {
-    film.duration = positive(parse_decimal(text(member(probed, "format"), "duration")));
+void set_duration(Movie& movie, const json& probed) {
+    movie.duration = positive(parse_decimal(text(member(probed, "format"), "duration")));
     bool alone = true;
     bool told = true;
     std::optional<double> longest;
     for (const json& stream : member(probed, "streams")) {
-        if (is_taken(film, whole(stream, "index"))) {
-            const auto end = positive(end_of(stream, film.start));
+        if (is_taken(movie, whole(stream, "index"))) {
+            const auto end = positive(end_of(stream, movie.start));
             told = told && end;
             longest = std::max(longest, end);
         } else {
             alone = alone && !bears_time(stream);
         }
     }
-    if (!film.duration) {
-        film.duration = longest;
+    if (!movie.duration) {
+        movie.duration = longest;
     } else if (!alone && told) {
-        film.duration = std::min(film.duration, longest);
+        movie.duration = std::min(movie.duration, longest);
     }
-    film.duration_may_be_end = may_be_end(film, text(member(probed, "format"), "format_name"));
+    movie.duration_may_be_end = may_be_end(movie, text(member(probed, "format"), "format_name"));
     const json& summed = member(probed, "summed_length");
     if (summed.is_number()) {
-        film.duration = summed.get<double>();
+        movie.duration = summed.get<double>();
         told = true;
     }
-    film.duration_is_certain = film.duration && (alone || told) && !film.duration_may_be_end;
+    movie.duration_is_certain = movie.duration && (alone || told) && !movie.duration_may_be_end;
 }
 
-double length_by_header(const Film& film, double last_end) {
-    const double duration = film.duration.value_or(0);
-    return film.duration_may_be_end && last_end <= duration + kLateStart ? duration - film.start
-                                                                         : duration;
+double length_by_header(const Movie& movie, double last_end) {
+    const double duration = movie.duration.value_or(0);
+    return movie.duration_may_be_end && last_end <= duration + kLateStart ? duration - movie.start
+                                                                          : duration;
 }
 
 }  // namespace bundle

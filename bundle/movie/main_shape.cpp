@@ -6,12 +6,12 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
-#include "process/ffprobe.h"
 #include "clock/file_pieces.h"
 #include "core/files.h"
-#include "movie/movie.h"
 #include "core/json_reading.h"
 #include "core/unique_fd.h"
+#include "movie/movie.h"
+#include "process/ffprobe.h"
 
 namespace bundle {
 
@@ -42,7 +42,7 @@ void set_shape(json& stream, std::string_view shape) {
     stream["sample_aspect_ratio"] = std::string(next_value(shape));
 }
 
-std::optional<std::string> sampled_shape(const std::string& path, const Film& film,
+std::optional<std::string> sampled_shape(const std::string& path, const Movie& movie,
                                          const StopSignals& stop) {
     const UniqueFd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     const auto input = PipeFeed::start(
@@ -52,10 +52,10 @@ std::optional<std::string> sampled_shape(const std::string& path, const Film& fi
     }
     ShapeTimes shapes;
     const auto failure =
-        read_key_frames(input->reader(), film.video.index,
+        read_key_frames(input->reader(), movie.video.index,
                         "best_effort_timestamp_time,width,height,sample_aspect_ratio", stop,
                         [&shapes](std::string_view line) { shapes.add(line); });
-    const auto end = film.duration ? std::optional(film.start + *film.duration) : std::nullopt;
+    const auto end = movie.duration ? std::optional(movie.start + *movie.duration) : std::nullopt;
     return failure ? std::nullopt : shapes.longest(end);
 }
 
@@ -104,17 +104,17 @@ bool may_change_shape(std::string_view format, std::string_view codec) {
 }
 
 void set_main_shape(json& probed, const std::string& path, const StopSignals& stop) {
-    const auto film = film_from(probed);
-    if (!film ||
-        !may_change_shape(text(member(probed, "format"), "format_name"), film->video.codec)) {
+    const auto movie = movie_from(probed);
+    if (!movie ||
+        !may_change_shape(text(member(probed, "format"), "format_name"), movie->video.codec)) {
         return;
     }
-    const auto shape = sampled_shape(path, *film, stop);
+    const auto shape = sampled_shape(path, *movie, stop);
     if (!shape) {
         return;
     }
     for (json& stream : probed["streams"]) {
-        if (whole(stream, "index") == film->video.index) {
+        if (whole(stream, "index") == movie->video.index) {
             set_shape(stream, *shape);
         }
     }

@@ -10,7 +10,7 @@
 
 namespace bundle {
 
-/// Finds out which shape a film has for most of the time, from some of its frames: lines
+/// Finds out which shape a movie has for most of the time, from some of its frames: lines
 /// "SECONDS,WIDTH,HEIGHT,SAMPLE:ASPECT,..." in their order, as ffprobe writes them; anything but
 /// the size may be untold. A frame's shape lasts until the next one.
 class ShapeTimes {
@@ -18,7 +18,7 @@ class ShapeTimes {
     void add(std::string_view line);
 
     /// "WIDTH,HEIGHT,SAMPLE:ASPECT" of the longest shape, the first of them when there are several;
-    /// empty without lines. `end` is where the film ends, in seconds.
+    /// empty without lines. `end` is where the movie ends, in seconds.
     std::optional<std::string> longest(std::optional<double> end);
 
   private:
@@ -30,11 +30,11 @@ class ShapeTimes {
     std::optional<double> since_;
 };
 
-/// True for a film whose frames may change their shape in the middle, in ffprobe's words of its
+/// True for a movie whose frames may change their shape in the middle, in ffprobe's words of its
 /// container and codec: what is broadcast or comes out of a video call.
 bool may_change_shape(std::string_view format, std::string_view codec);
 
-/// Gives the film's stream in ffprobe's JSON the size and the aspect that it has for most of
+/// Gives the movie's stream in ffprobe's JSON the size and the aspect that it has for most of
 /// the time, by a look at some pieces of it: the first frames, which ffprobe goes by, may be
 /// advertising.
 void set_main_shape(nlohmann::json& probed, const std::string& path, const StopSignals& stop);

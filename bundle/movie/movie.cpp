@@ -4,9 +4,9 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "core/json_reading.h"
 #include "movie/decoding_delay.h"
 #include "movie/header_duration.h"
-#include "core/json_reading.h"
 #include "movie/programmes.h"
 #include "movie/rejection.h"
 #include "movie/stereo_pair.h"
@@ -149,7 +149,7 @@ std::optional<int> right_side(const json& format, const Candidates& sounds) {
 
 }  // namespace
 
-const char* const kFilmEntries =
+const char* const kMovieEntries =
     "format=format_name,duration,start_time,bit_rate:"
     "format_tags=creation_time,date,location,com.apple.quicktime.creationdate,"
     "com.apple.quicktime.location.ISO6709:"
@@ -163,9 +163,9 @@ const char* const kFilmEntries =
     "stream_side_data=rotation:program_stream=index:"
     "packet=stream_index,pts_time,duration_time:packet_side_data=side_data_type";
 
-Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
+Result<Movie> movie_from(const json& probed, const std::set<int>& unusable) {
     if (is_protected(probed)) {
-        return protected_film();
+        return protected_movie();
     }
     const Candidates pictures = candidates(probed, "video", unusable);
     const auto picture = choose_picture(pictures.facts);
@@ -174,26 +174,26 @@ Result<Film> film_from(const json& probed, const std::set<int>& unusable) {
     }
     const json& stream = *pictures.streams[*picture];
     const json& format = member(probed, "format");
-    Film film;
-    film.start = parse_decimal(text(format, "start_time")).value_or(0);
-    film.bit_rate = parse_integer(text(format, "bit_rate"));
-    film.video = video_from(stream);
-    film.video.may_be_one_frame = may_be_one_frame(pictures.facts[*picture]);
-    const std::set<int> foreign = streams_of_other_programmes(probed, film.video.index);
+    Movie movie;
+    movie.start = parse_decimal(text(format, "start_time")).value_or(0);
+    movie.bit_rate = parse_integer(text(format, "bit_rate"));
+    movie.video = video_from(stream);
+    movie.video.may_be_one_frame = may_be_one_frame(pictures.facts[*picture]);
+    const std::set<int> foreign = streams_of_other_programmes(probed, movie.video.index);
     const Candidates sounds = candidates(probed, "audio", unusable, foreign);
     json heard;
     if (const auto sound = choose_sound(sounds.facts)) {
         heard = *sounds.streams[*sound];
-        film.audio = audio_from(heard);
-        film.audio->right = right_side(format, sounds);
+        movie.audio = audio_from(heard);
+        movie.audio->right = right_side(format, sounds);
     }
-    film.video.decoding_delay = decoding_delay(probed, stream, heard);
-    film.subtitles = text_streams(candidates(probed, "subtitle", unusable, foreign).streams);
-    film.tags = movie_tags(format, stream, heard);
-    film.input_options = input_options(probed);
-    set_duration(film, probed);
-    film.has_lost_sound = !film.audio && !sounds.streams.empty();
-    return film;
+    movie.video.decoding_delay = decoding_delay(probed, stream, heard);
+    movie.subtitles = text_streams(candidates(probed, "subtitle", unusable, foreign).streams);
+    movie.tags = movie_tags(format, stream, heard);
+    movie.input_options = input_options(probed);
+    set_duration(movie, probed);
+    movie.has_lost_sound = !movie.audio && !sounds.streams.empty();
+    return movie;
 }
 
 double frame_rate(const VideoStream& video) {

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "core/numbers.h"
+#include "core/result.h"
 #include "movie/colour.h"
 #include "movie/input_options.h"
 #include "movie/movie_tags.h"
-#include "core/numbers.h"
 #include "movie/picture_geometry.h"
-#include "core/result.h"
 #include "movie/subtitle_choice.h"
 
 namespace bundle {
@@ -48,11 +48,11 @@ struct AudioStream {
     bool has_false_times = false;    ///< see `mark_false_times`
 };
 
-/// What is known about a film before it is converted.
-struct Film {
+/// What is known about a movie before it is converted.
+struct Movie {
     std::optional<double> duration;    ///< seconds
     bool duration_is_certain = false;  ///< it is not that of streams that are left out
-    bool duration_may_be_end = false;  ///< it may be the time on the clock when the film ends
+    bool duration_may_be_end = false;  ///< it may be the time on the clock when the movie ends
     double start = 0;                  ///< seconds
     std::optional<std::int64_t> bit_rate;
     VideoStream video;
@@ -64,15 +64,15 @@ struct Film {
     MovieTags tags = {};
 };
 
-/// What `film_from` reads, as ffprobe's `-show_entries` takes it.
-extern const char* const kFilmEntries;
+/// What `movie_from` reads, as ffprobe's `-show_entries` takes it.
+extern const char* const kMovieEntries;
 
-/// The film in ffprobe's JSON: what `choose_picture` and `choose_sound` take of its streams,
+/// The movie in ffprobe's JSON: what `choose_picture` and `choose_sound` take of its streams,
 /// without those whose numbers are in `unusable`. "packets" in it is a sample of the file's
 /// beginning. Fails when there is no picture that moves.
-Result<Film> film_from(const nlohmann::json& probed, const std::set<int>& unusable = {});
+Result<Movie> movie_from(const nlohmann::json& probed, const std::set<int>& unusable = {});
 
-/// The rate that goes for the film's own: the average one, unless it is unknown or higher than the
+/// The rate that goes for the movie's own: the average one, unless it is unknown or higher than the
 /// base rate, of which each frame takes at least one period; 0 when unknown.
 double frame_rate(const VideoStream& video);
 

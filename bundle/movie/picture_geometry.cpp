@@ -8,7 +8,7 @@ namespace bundle {
 
 namespace {
 
-// Beyond it, an aspect is damage: no film has pixels ten times as wide as high.
+// Beyond it, an aspect is damage: no movie has pixels ten times as wide as high.
 constexpr double kFlattest = 10;
 
 }  // namespace

@@ -21,7 +21,7 @@ bool is_quarter_turn(double rotation);
 
 /// The size of a picture as a player shows it: in square pixels and upright. `aspect` is that of a
 /// stored pixel, empty when unknown; `rotation` is in degrees, and only quarter turns exchange the
-/// sides, as the system's ffmpeg turns films.
+/// sides, as the system's ffmpeg turns movies.
 Size shown_size(Size stored, const std::optional<Rational>& aspect, double rotation);
 
 /// The size that 4:2:0 can hold: even sides, two at least, that are not above the given ones else.

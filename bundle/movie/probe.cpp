@@ -4,23 +4,23 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
-#include "core/console.h"
-#include "movie/counted_times.h"
-#include "process/ffprobe.h"
-#include "movie/header_duration.h"
-#include "clock/packet_ends.h"
-#include "movie/frame_steps.h"
-#include "core/json_reading.h"
 #include "clock/jumping_clock.h"
-#include "movie/main_shape.h"
 #include "clock/matroska_end.h"
+#include "clock/packet_ends.h"
+#include "clock/stream_clock.h"
+#include "core/console.h"
+#include "core/json_reading.h"
+#include "movie/counted_times.h"
+#include "movie/frame_steps.h"
+#include "movie/header_duration.h"
+#include "movie/main_shape.h"
 #include "movie/packet_times.h"
 #include "movie/probe_memory.h"
-#include "process/run.h"
 #include "movie/read_limits.h"
-#include "process/source_check.h"
-#include "clock/stream_clock.h"
 #include "movie/summed_length.h"
+#include "process/ffprobe.h"
+#include "process/run.h"
+#include "process/source_check.h"
 
 namespace bundle {
 
@@ -49,48 +49,48 @@ Result<bool> is_one_frame(const std::string& path, const InputOptions& options, 
     return member(*answer, "packets").size() < 2;
 }
 
-/// The film without the streams that turn out to be one picture.
-Result<Film> moving_film(const std::string& path, const json& probed, std::set<int> unusable,
-                         const StopSignals& stop) {
+/// The movie without the streams that turn out to be one picture.
+Result<Movie> moving_movie(const std::string& path, const json& probed, std::set<int> unusable,
+                           const StopSignals& stop) {
     while (true) {
-        auto film = film_from(probed, unusable);
-        if (!film) {
-            return about(in_quotes(path) + " is not a movie", film.failure());
+        auto movie = movie_from(probed, unusable);
+        if (!movie) {
+            return about(in_quotes(path) + " is not a movie", movie.failure());
         }
-        if (!film->video.may_be_one_frame) {
-            return film;
+        if (!movie->video.may_be_one_frame) {
+            return movie;
         }
-        const auto one_frame = is_one_frame(path, film->input_options, film->video.index, stop);
+        const auto one_frame = is_one_frame(path, movie->input_options, movie->video.index, stop);
         if (!one_frame) {
             return one_frame.failure();
         }
         if (!*one_frame) {
-            return film;
+            return movie;
         }
-        unusable.insert(film->video.index);
+        unusable.insert(movie->video.index);
     }
 }
 
 /// The duration by the packets. Where the file ends long before its header says, the header is
 /// right: it gives the length from before the truncation.
-std::optional<double> measured_duration(const std::string& path, const Film& film,
+std::optional<double> measured_duration(const std::string& path, const Movie& movie,
                                         const StopSignals& stop) {
-    std::set<int> streams{film.video.index};
-    if (film.audio) {
-        streams.insert(film.audio->index);
+    std::set<int> streams{movie.video.index};
+    if (movie.audio) {
+        streams.insert(movie.audio->index);
     }
     const auto ends = packet_ends(path, streams, stop);
     if (!ends) {
-        return film.duration;
+        return movie.duration;
     }
-    if (film.duration) {
-        const double told = length_by_header(film, ends->any);
-        if (!ends->wanted || ends->any - film.start < told - kToleratedSeconds) {
+    if (movie.duration) {
+        const double told = length_by_header(movie, ends->any);
+        if (!ends->wanted || ends->any - movie.start < told - kToleratedSeconds) {
             return told;
         }
     }
-    const double duration = ends->wanted.value_or(ends->any) - film.start;
-    return duration > 0 ? std::optional(duration) : film.duration;
+    const double duration = ends->wanted.value_or(ends->any) - movie.start;
+    return duration > 0 ? std::optional(duration) : movie.duration;
 }
 
 /// The answer without those packets of the sample that tell nothing new: of each stream it matters
@@ -109,7 +109,7 @@ json in_short(json probed) {
 
 Result<json> sample_of(const std::string& path, const InputOptions& options, const char* interval,
                        std::int64_t most_read, const StopSignals& stop) {
-    return probe_entries(path, kFilmEntries, stop, joined(options, {"-read_intervals", interval}),
+    return probe_entries(path, kMovieEntries, stop, joined(options, {"-read_intervals", interval}),
                          most_read);
 }
 
@@ -176,27 +176,27 @@ Result<json> probe_for_conversion(const std::string& path, const StopSignals& st
     return kept ? std::move(*kept) : ask(path, stop);
 }
 
-Result<Film> find_film(const std::string& path, const json& probed, const std::set<int>& unusable,
-                       const StopSignals& stop) {
-    auto film = moving_film(path, probed, unusable, stop);
-    if (film && !film->duration_is_certain) {
-        film->duration = measured_duration(path, *film, stop);
+Result<Movie> find_movie(const std::string& path, const json& probed, const std::set<int>& unusable,
+                         const StopSignals& stop) {
+    auto movie = moving_movie(path, probed, unusable, stop);
+    if (movie && !movie->duration_is_certain) {
+        movie->duration = measured_duration(path, *movie, stop);
     }
     const std::string format = text(member(probed, "format"), "format_name");
-    if (film && (format == "mpegts" || format == "mpeg")) {
+    if (movie && (format == "mpegts" || format == "mpeg")) {
         const auto length = length_without_jumps(path);
-        film->duration = length ? length : film->duration;
+        movie->duration = length ? length : movie->duration;
     }
-    if (film) {
-        if (const auto length = JumpingClock{film->audio.has_value()}.length(path, format)) {
-            film->duration = length;
-            film->has_jumping_clock = true;
+    if (movie) {
+        if (const auto length = JumpingClock{movie->audio.has_value()}.length(path, format)) {
+            movie->duration = length;
+            movie->has_jumping_clock = true;
         }
     }
     if (stop.received() != 0) {
         return stop.failure();
     }
-    return film;
+    return movie;
 }
 
 }  // namespace bundle

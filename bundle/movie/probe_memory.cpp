@@ -50,7 +50,7 @@ bool is_old(const fs::path& file) {
     return !none && fs::file_time_type::clock::now() - written > kLongestKept;
 }
 
-/// Once in that time, not at each film: a long list leaves many answers to look at.
+/// Once in that time, not at each movie: a long list leaves many answers to look at.
 void sweep(const fs::path& kept) {
     const fs::path swept = kept / "swept";
     std::error_code none;

@@ -77,19 +77,19 @@ bool is_protected(const json& probed) {
     });
 }
 
-Failure protected_film() {
+Failure protected_movie() {
     return failure_by(Cause::kProtected, "it is encrypted (DRM), and there is no key");
 }
 
-std::optional<std::string> rejection_of(const Film& film) {
-    if (!film.duration) {
+std::optional<std::string> rejection_of(const Movie& movie) {
+    if (!movie.duration) {
         return "its length cannot be found, as in a raw stream: put it into a container, such as "
                "MKV, first";
     }
-    if (*film.duration < 1) {
+    if (*movie.duration < 1) {
         return "it is shorter than a second";
     }
-    if (frame_rate(film.video) <= 0) {
+    if (frame_rate(movie.video) <= 0) {
         return "its frame rate cannot be found";
     }
     return std::nullopt;

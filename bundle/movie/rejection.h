@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "movie/movie.h"
 #include "core/result.h"
+#include "movie/movie.h"
 
 namespace bundle {
 
@@ -16,10 +16,10 @@ Failure no_picture(const nlohmann::json& probed);
 /// True when a picture in it is encrypted, as that of a bought movie: ffmpeg has no key.
 bool is_protected(const nlohmann::json& probed);
 
-Failure protected_film();
+Failure protected_movie();
 
 /// Why the program will not take this movie, whose report says too little: what comes after "FILE
 /// cannot be converted: ". Empty for a movie that it takes.
-std::optional<std::string> rejection_of(const Film& film);
+std::optional<std::string> rejection_of(const Movie& movie);
 
 }  // namespace bundle

@@ -63,14 +63,14 @@ std::string audio_line(const AudioStream& audio) {
 
 }  // namespace
 
-std::string film_report(const Film& film) {
+std::string movie_report(const Movie& movie) {
     const std::string bit_rate =
-        film.bit_rate ? std::to_string(*film.bit_rate / 1000) + " kb/s" : "N/A";
+        movie.bit_rate ? std::to_string(*movie.bit_rate / 1000) + " kb/s" : "N/A";
     std::string report = formatted("  Duration: %s, start: %.6f, bitrate: %s\n",
-                                   clock(film.duration).c_str(), film.start, bit_rate.c_str());
-    report += video_line(film.video);
-    if (film.audio) {
-        report += audio_line(*film.audio);
+                                   clock(movie.duration).c_str(), movie.start, bit_rate.c_str());
+    report += video_line(movie.video);
+    if (movie.audio) {
+        report += audio_line(*movie.audio);
     }
     return report;
 }

@@ -4,7 +4,8 @@
 
 namespace bundle {
 
-/// What an audio stream is for, by its maker's marks; the later, the better it stands for the film.
+/// What an audio stream is for, by its maker's marks; the later, the better it stands for the
+/// movie.
 enum class SoundKind {
     kAside,      ///< commentary, karaoke, or effects without voices
     kDescribed,  ///< dialogue with a voice that describes the picture

@@ -19,11 +19,11 @@ struct StreamFacts {
     SoundKind sound = SoundKind::kDialogue;  ///< of a sound
 };
 
-/// True when the sample shows at most one frame of the stream: a picture, or a film that begins
+/// True when the sample shows at most one frame of the stream: a picture, or a movie that begins
 /// late.
 bool may_be_one_frame(const StreamFacts& stream);
 
-/// The place in the list of the film itself among video streams: never a still or what cannot be
+/// The place in the list of the movie itself among video streams: never a still or what cannot be
 /// decoded; one that moves before one that may not; the default one first, then the largest, then
 /// the first. Empty when there is none.
 std::optional<std::size_t> choose_picture(const std::vector<StreamFacts>& streams);

@@ -4,16 +4,16 @@
 
 #include <nlohmann/json.hpp>
 
-#include "process/ffprobe.h"
 #include "clock/file_pieces.h"
-#include "core/files.h"
-#include "movie/movie.h"
+#include "clock/ogg_links.h"
 #include "clock/packet_ends.h"
-#include "movie/input_options.h"
+#include "core/files.h"
 #include "core/json_reading.h"
 #include "core/numbers.h"
-#include "clock/ogg_links.h"
 #include "core/unique_fd.h"
+#include "movie/input_options.h"
+#include "movie/movie.h"
+#include "process/ffprobe.h"
 
 namespace bundle {
 
@@ -30,13 +30,13 @@ bool has_clock(const json& probed) {
 
 std::optional<double> length_of_packets(const json& probed, const std::string& path,
                                         const StopSignals& stop) {
-    const auto film = film_from(probed);
-    if (!film || file_size(path) > kMostRead) {
+    const auto movie = movie_from(probed);
+    if (!movie || file_size(path) > kMostRead) {
         return std::nullopt;
     }
     const auto packets =
         probe_entries(path, "packet=duration_time", stop,
-                      {"-select_streams", std::to_string(film->video.index)}, kMostRead);
+                      {"-select_streams", std::to_string(movie->video.index)}, kMostRead);
     return packets ? sum_of_packets(*packets) : std::nullopt;
 }
 

@@ -38,7 +38,7 @@ std::optional<Range> descendant(std::string_view bytes, Range range,
 
 /// Where the content of the index, the "moov" box, lies in an MP4 file. Empty when there is none
 /// and when the file's boxes do not end where the file does: it is truncated then. Also empty for
-/// an index of more than 512 MiB, which is none of a film.
+/// an index of more than 512 MiB, which is none of an MP4 file.
 std::optional<Range> find_moov(std::istream& file);
 
 /// The size of a file in bytes, 0 when it can't be told.

@@ -23,7 +23,7 @@ constexpr std::array<std::string_view, 1> kPicture{"vide"};
 constexpr std::array<std::string_view, 1> kSound{"soun"};
 
 Failure incomplete(const char* what) {
-    return {std::string("the new film is incomplete: ") + what};
+    return {std::string("the MP4 file is incomplete: ") + what};
 }
 
 /// True for a track of one of these kinds that holds something.
@@ -37,8 +37,8 @@ std::ptrdiff_t tracks_of(const Mp4Index& index, std::span<const std::string_view
                          [&](const Mp4Track& track) { return is_any_of(track, handlers); });
 }
 
-/// Of what is seen and heard: the names of the chapters may reach to the end of a film that broke
-/// off.
+/// Of what is seen and heard: the names of the chapters may reach to the end of an MP4 file that
+/// broke off.
 double duration_of(const Mp4Index& index) {
     double longest = 0;
     for (const Mp4Track& track : index.tracks) {
@@ -51,7 +51,7 @@ double duration_of(const Mp4Index& index) {
 
 }  // namespace
 
-Result<double> check_film(const std::string& path, const Streams& streams) {
+Result<double> check_mp4(const std::string& path, const Streams& streams) {
     std::ifstream file(path, std::ios::binary);
     const auto index = read_mp4_index(file);
     if (!index) {

@@ -179,7 +179,7 @@ std::optional<double> ticks_in(std::string_view box, std::size_t narrow_at, std:
     return ticks == untold ? 0 : static_cast<double>(ticks);
 }
 
-/// How many ticks a second has (8.2.2), and how many the film; only where there are any.
+/// How many ticks a second has (8.2.2), and how many the MP4 file; only where there are any.
 struct Clock {
     double ticks_per_second = 1;
     double ticks = 0;

@@ -1,14 +1,14 @@
-// The bundle's MP4Box: the old command line for adding subtitles to a film, done by the system's
-// ffmpeg.
+// The bundle's MP4Box: the old command line for adding subtitles to an MP4 file, done by the
+// system's ffmpeg.
 
 #include <csignal>
 
 #include "core/stop_signals.h"
-#include "mp4box/mux.h"
 #include "core/tool_main.h"
+#include "mp4box/mux.h"
 
 int main(int count, char** arguments) {
-    // Work on a finished film is brought to its end even when the program that asked for it is
+    // Work on an MP4 file is brought to its end even when the program that asked for it is
     // gone.
     const bundle::StopSignals stop({SIGTERM, SIGINT}, {SIGHUP});
     return bundle::tool_main(

@@ -5,20 +5,20 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "subtitles/ass_script.h"
 #include "core/console.h"
-#include "process/run_ffmpeg.h"
-#include "process/ffprobe.h"
 #include "core/file_identity.h"
 #include "core/files.h"
-#include "mp4/check.h"
 #include "movie/movie_tags.h"
-#include "output/private_file.h"
-#include "process/progress.h"
-#include "subtitles/subtitle_file.h"
-#include "output/telling.h"
-#include "subtitles/placement.h"
+#include "mp4/check.h"
 #include "output/failure_note.h"
+#include "output/private_file.h"
+#include "output/telling.h"
+#include "process/ffprobe.h"
+#include "process/progress.h"
+#include "process/run_ffmpeg.h"
+#include "subtitles/ass_script.h"
+#include "subtitles/placement.h"
+#include "subtitles/subtitle_file.h"
 
 namespace bundle {
 
@@ -28,21 +28,21 @@ namespace {
 constexpr const char* kProcessName = "mp4mux";
 constexpr std::string_view kHandlerSuffix = ":hdlr=sbtl";
 
-/// Copies the film and the subtitles into `output`; the share of the film's bytes that has been
-/// written is the progress.
+/// Copies the MP4 file and the subtitles into `output`; the share of the MP4 file's bytes that has
+/// been written is the progress.
 MaybeFailure mux(const SubtitleRequest& request, const Container& container,
                  const std::vector<Cue>& cues, const std::string& output, const StopSignals& stop) {
     const auto input = nameless_file(ass_script(cues));
     if (!input) {
         return input.failure();
     }
-    const std::int64_t whole = std::max<std::int64_t>(file_size(request.film), 1);
+    const std::int64_t whole = std::max<std::int64_t>(file_size(request.mp4), 1);
     const auto show = [whole](const Progress& progress) {
         const std::int64_t percent = progress.bytes.value_or(0) * 100 / whole;
         write_if_ready(STDOUT_FILENO, file_progress_line(percent));
     };
     show({});
-    const FfmpegWork work{subtitle_arguments(request.film, container, output), kProcessName,
+    const FfmpegWork work{subtitle_arguments(request.mp4, container, output), kProcessName,
                           input->get()};
     const auto messages = run_ffmpeg(work, show, stop);
     if (!messages) {
@@ -53,15 +53,15 @@ MaybeFailure mux(const SubtitleRequest& request, const Container& container,
 }
 
 Subject subject_of(const SubtitleRequest& request) {
-    return {request.film, request.subtitles};
+    return {request.mp4, request.subtitles};
 }
 
 MaybeFailure check_request(const SubtitleRequest& request) {
-    if (same_file(request.subtitles, request.film)) {
-        return Failure{"the film and the subtitles are the same file"};
+    if (same_file(request.subtitles, request.mp4)) {
+        return Failure{"the MP4 file and the subtitles are the same file"};
     }
     if (tells_of_no_output(subject_of(request))) {
-        return failure_by(Cause::kNotConverted, exists(request.film)
+        return failure_by(Cause::kNotConverted, exists(request.mp4)
                                                     ? "the movie was not converted, and what lies "
                                                       "there is an older MP4 file"
                                                     : "the movie was not converted");
@@ -72,35 +72,35 @@ MaybeFailure check_request(const SubtitleRequest& request) {
 MaybeFailure check_container(const Container& container) {
     return container.is_mp4 && container.width > 0
                ? MaybeFailure()
-               : failure_by(Cause::kNotMp4, "the film is not an MP4 film");
+               : failure_by(Cause::kNotMp4, "the file is not an MP4 file");
 }
 
-/// Puts the text where players expect it, and looks whether the new film is whole.
-MaybeFailure place_and_check(const std::string& film, const Container& container,
+/// Puts the text where players expect it, and looks whether the MP4 file is whole.
+MaybeFailure place_and_check(const std::string& mp4, const Container& container,
                              const std::string& copied_from) {
     const TextPlace place = subtitle_place(container.width, container.height);
-    if (auto failure = place_text_track_in(film, place, copied_from)) {
+    if (auto failure = place_text_track_in(mp4, place, copied_from)) {
         return failure;
     }
     const Streams streams{container.has_audio, container.subtitle_tracks + 1};
-    const auto duration = check_film(film, streams);
+    const auto duration = check_mp4(mp4, streams);
     return duration ? MaybeFailure() : duration.failure();
 }
 
 std::string what_was_left(const SubtitleRequest& request) {
-    const std::string film = in_quotes(request.film);
-    return (exists(request.film) ? "The MP4 file " + film + " is there, without these subtitles. "
-                                 : "There is no MP4 file " + film + ". ") +
+    const std::string mp4 = in_quotes(request.mp4);
+    return (exists(request.mp4) ? "The MP4 file " + mp4 + " is there, without these subtitles. "
+                                : "There is no MP4 file " + mp4 + ". ") +
            "The subtitle file " + in_quotes(request.subtitles) + " is as it was.";
 }
 
-/// True when the film was replaced meanwhile by one to which this tool has added subtitles.
+/// True when the MP4 file was replaced meanwhile by one to which this tool has added subtitles.
 bool is_done_by_another(const SubtitleRequest& request, const Failure& failure,
                         const StopSignals& stop) {
     if (failure.cause != Cause::kReplaced) {
         return false;
     }
-    const auto probed = probe_entries(request.film, kContainerEntries, stop);
+    const auto probed = probe_entries(request.mp4, kContainerEntries, stop);
     return probed && !container_from(*probed).own_tracks.empty();
 }
 
@@ -108,13 +108,13 @@ MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
     if (auto failure = check_request(request)) {
         return failure;
     }
-    const auto read = identity_of(request.film);
-    auto output = PrivateFile::create(request.film);
+    const auto read = identity_of(request.mp4);
+    auto output = PrivateFile::create(request.mp4);
     if (!output) {
         return output.failure();
     }
     output->replace_only(read);
-    const auto probed = probe_entries(request.film, kContainerEntries, stop);
+    const auto probed = probe_entries(request.mp4, kContainerEntries, stop);
     if (!probed) {
         return probed.failure();
     }
@@ -127,7 +127,7 @@ MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
         return cues.failure();
     }
     auto failure = mux(request, container, *cues, output->path(), stop);
-    failure = failure ? failure : place_and_check(output->path(), container, request.film);
+    failure = failure ? failure : place_and_check(output->path(), container, request.mp4);
     return failure ? output->explained(*failure) : output->publish_whole(stop);
 }
 
@@ -171,13 +171,13 @@ Container container_from(const nlohmann::json& probed) {
     return container;
 }
 
-std::vector<std::string> subtitle_arguments(const std::string& film, const Container& container,
+std::vector<std::string> subtitle_arguments(const std::string& mp4, const Container& container,
                                             const std::string& output) {
     const std::string track = ":s:" + std::to_string(container.subtitle_tracks);
     const std::string format = container.brand.starts_with("M4V") ? "ipod" : "mp4";
     // Data tracks are left to the muxer: it makes the one for the chapters again from their list.
-    std::vector<std::string> arguments{"-i",     file_url(film), "-f", "ass",  "-i",
-                                       "pipe:0", "-map",         "0",  "-map", "-0:d"};
+    std::vector<std::string> arguments{"-i",     file_url(mp4), "-f", "ass",  "-i",
+                                       "pipe:0", "-map",        "0",  "-map", "-0:d"};
     const auto append = [&arguments](std::initializer_list<std::string> more) {
         arguments.insert(arguments.end(), more);
     };
@@ -201,7 +201,7 @@ std::vector<std::string> subtitle_arguments(const std::string& film, const Conta
 MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& stop) {
     if (const auto reason = add(request, stop)) {
         auto failure = about("cannot add the subtitles " + in_quotes(request.subtitles) + " to " +
-                                 in_quotes(request.film),
+                                 in_quotes(request.mp4),
                              *reason);
         if (!is_done_by_another(request, failure, stop)) {
             tell_in_trace(subject_of(request), Step::kSubtitles,

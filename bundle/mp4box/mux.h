@@ -4,22 +4,22 @@
 #include <string>
 #include <vector>
 
-#include "core/stop_signals.h"
 #include "core/result.h"
+#include "core/stop_signals.h"
 
 namespace bundle {
 
 /// What an MP4Box command line asks for.
 struct SubtitleRequest {
     std::string subtitles;  ///< file in SubRip form
-    std::string film;       ///< MP4 file that receives them
+    std::string mp4;        ///< MP4 file that receives them
 };
 
 /// Reads the arguments that follow the program's name: "-add", a subtitle file's name with
-/// ":hdlr=sbtl" right after it, and the film; the names may look like anything.
+/// ":hdlr=sbtl" right after it, and the MP4 file; the names may look like anything.
 Result<SubtitleRequest> parse_subtitle_request(const std::vector<std::string>& arguments);
 
-/// What has to be known about the film that receives a subtitle track.
+/// What has to be known about the MP4 file that receives a subtitle track.
 struct Container {
     int subtitle_tracks = 0;  ///< that this tool has not added
     std::string brand;        ///< of the MP4 file, as "M4V "
@@ -34,21 +34,21 @@ struct Container {
 /// What `container_from` reads, as ffprobe's `-show_entries` takes it.
 extern const char* const kContainerEntries;
 
-/// The film's container in ffprobe's JSON.
+/// The MP4 file's container in ffprobe's JSON.
 Container container_from(const nlohmann::json& probed);
 
-/// The arguments that make ffmpeg copy everything in `film`, but for earlier subtitles of this
+/// The arguments that make ffmpeg copy everything in `mp4`, but for earlier subtitles of this
 /// tool, to the file `output` and add the ASS script on its standard input as an enabled track.
-std::vector<std::string> subtitle_arguments(const std::string& film, const Container& container,
+std::vector<std::string> subtitle_arguments(const std::string& mp4, const Container& container,
                                             const std::string& output);
 
-/// Adds the subtitles to the film, with progress lines on standard output.
+/// Adds the subtitles to the MP4 file, with progress lines on standard output.
 ///
-/// Blocks to the end of the work. The film is replaced in one step when the new one is whole; after
-/// a failure or a stop it is as it was, and a trace tells why. Subtitles that this tool added
-/// before are replaced, those of others are kept. A film that was replaced meanwhile by another run
-/// is left alone. Refuses what is no MP4 film, and a film that an
-/// earlier, failed conversion was to replace.
+/// Blocks to the end of the work. The MP4 file is replaced in one step when the new one is whole;
+/// after a failure or a stop it is as it was, and a trace tells why. Subtitles that this tool added
+/// before are replaced, those of others are kept. An MP4 file that was replaced meanwhile by
+/// another run is left alone. Refuses what is no MP4 file, and an MP4 file that an earlier, failed
+/// conversion was to replace.
 MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& stop);
 
 }  // namespace bundle

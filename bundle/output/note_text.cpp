@@ -15,8 +15,6 @@ constexpr std::array<std::string_view, kSteps> kHeadings{"\n== The conversion ==
                                                          "\n== The subtitles ==\n"};
 constexpr std::string_view kNotMade = "No new MP4 file was made.\n";
 constexpr std::string_view kMade = "The MP4 file was made.\n";
-// As version 1.24 wrote it.
-constexpr std::string_view kNotMadeBefore = "No new film was made.\n";
 
 /// The lines moved to the right, so that none of them can look like a part's heading.
 std::string indented(std::string_view lines) {
@@ -76,7 +74,7 @@ std::string part_text(Step step, const Report& report) {
 }
 
 bool says_not_made(std::string_view part) {
-    return part.ends_with(kNotMade) || part.ends_with(kNotMadeBefore);
+    return part.ends_with(kNotMade);
 }
 
 }  // namespace bundle

@@ -4,8 +4,8 @@
 #include <string>
 
 #include "core/file_identity.h"
-#include "core/stop_signals.h"
 #include "core/result.h"
+#include "core/stop_signals.h"
 #include "core/unique_fd.h"
 
 namespace bundle {

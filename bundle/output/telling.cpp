@@ -1,9 +1,9 @@
 #include "output/telling.h"
 
-#include "output/advice.h"
 #include "core/console.h"
-#include "output/notice.h"
+#include "output/advice.h"
 #include "output/failure_note.h"
+#include "output/notice.h"
 
 namespace bundle {
 

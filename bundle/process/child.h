@@ -4,9 +4,9 @@
 
 #include <optional>
 
-#include "process/run.h"
-#include "process/program_alias.h"
 #include "core/unique_fd.h"
+#include "process/program_alias.h"
+#include "process/run.h"
 
 namespace bundle {
 

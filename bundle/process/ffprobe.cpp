@@ -46,7 +46,7 @@ class Lines {
     std::string line_;
 };
 
-/// Films are read from files and through our own pipes only, whatever a playlist in one says.
+/// Movies are read from files and through our own pipes only, whatever a playlist in one says.
 std::vector<std::string> probe_options(std::initializer_list<std::string> more) {
     std::vector<std::string> options{"-v", "quiet", "-protocol_whitelist", "file,pipe"};
     options.insert(options.end(), more);

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/stop_signals.h"
 #include "core/result.h"
+#include "core/stop_signals.h"
 
 namespace bundle {
 
@@ -22,12 +22,13 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
                                      const std::vector<std::string>& more = {},
                                      std::int64_t most_read = 0);
 
-/// Hands `on_packet` a line for each packet of a film that is read from the descriptor `input`: the
-/// values of ffprobe's `packet` fields `fields`, in its order, parted by commas.
+/// Hands `on_packet` a line for each packet of a movie that is read from the descriptor `input`:
+/// the values of ffprobe's `packet` fields `fields`, in its order, parted by commas.
 MaybeFailure read_packets(int input, const std::string& fields, const StopSignals& stop,
                           const std::function<void(std::string_view)>& on_packet);
 
-/// The same for the frames of a film: lines of `frame` fields, of whole frames that need no others.
+/// The same for the frames of a movie: lines of `frame` fields, of whole frames that need no
+/// others.
 MaybeFailure read_key_frames(int input, int stream, const std::string& fields,
                              const StopSignals& stop,
                              const std::function<void(std::string_view)>& on_frame);

@@ -12,10 +12,10 @@ namespace bundle {
 struct Progress {
     std::int64_t frames = 0;
     std::int64_t repeated = 0;     ///< of the frames, those that ffmpeg filled a gap with
-    double frames_per_second = 0;  ///< of the work, not of the film
+    double frames_per_second = 0;  ///< of the work, not of the movie
     double quantizer = 0;
     std::optional<std::int64_t> bytes;         ///< written so far
-    std::optional<std::int64_t> microseconds;  ///< of film written so far
+    std::optional<std::int64_t> microseconds;  ///< of movie written so far
     std::optional<double> kilobits_per_second;
 };
 

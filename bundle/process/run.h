@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "core/stop_signals.h"
 #include "core/result.h"
+#include "core/stop_signals.h"
 
 namespace bundle {
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "core/result.h"
 #include "core/stop_signals.h"
 #include "process/progress.h"
-#include "core/result.h"
 
 namespace bundle {
 
@@ -26,7 +26,8 @@ struct FfmpegWork {
 ///
 /// `show` is called with the latest progress at each of ffmpeg's reports, and between them too, at
 /// least four times a second but while `is_useless` takes its time. ffmpeg's last messages are
-/// returned, or go into the failure when it fails; all of them would be endless for a damaged film.
+/// returned, or go into the failure when it fails; all of them would be endless for a damaged
+/// movie.
 Result<std::string> run_ffmpeg(const FfmpegWork& work,
                                const std::function<void(const Progress&)>& show,
                                const StopSignals& stop);

@@ -12,8 +12,8 @@
 #include <cstring>
 #include <optional>
 
-#include "process/child.h"
 #include "core/console.h"
+#include "process/child.h"
 #include "process/run.h"
 
 namespace bundle {

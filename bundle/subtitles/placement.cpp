@@ -127,11 +127,11 @@ MaybeFailure place_text_track_in(const std::string& path, const TextPlace& place
     std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
     const auto moov = find_moov(file);
     if (!moov) {
-        return Failure{"the new film has no index"};
+        return Failure{"the MP4 file has no index"};
     }
     std::string bytes = read_range(file, *moov);
     if (!file || !place_text_track(bytes, place)) {
-        return Failure{"the new film has no subtitle track"};
+        return Failure{"the MP4 file has no subtitle track"};
     }
     std::ifstream original(copied_from, std::ios::binary);
     if (const auto index = find_moov(original)) {

@@ -10,7 +10,7 @@ namespace bundle {
 /// The handler's name of the subtitle tracks that this tool has added.
 inline constexpr const char* kTrackName = "Vantreo subtitles";
 
-/// Where a track's text is shown, in pixels of the film's picture.
+/// Where a track's text is shown, in pixels of the MP4 file's picture.
 struct TextPlace {
     int width = 0;
     int height = 0;

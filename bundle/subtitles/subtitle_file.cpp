@@ -4,8 +4,8 @@
 #include <fstream>
 #include <iterator>
 
-#include "subtitles/cue_track.h"
 #include "core/files.h"
+#include "subtitles/cue_track.h"
 #include "subtitles/text_encoding.h"
 
 namespace bundle {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "subtitles/subrip.h"
 #include "subtitles/placement.h"
+#include "subtitles/subrip.h"
 
 namespace bundle {
 

@@ -10,9 +10,9 @@
 
 #include "app/utf8.h"
 #include "convert/commands.h"
+#include "ffmpeg/request.h"
 #include "fuzz/require.h"
 #include "mp4box/mux.h"
-#include "ffmpeg/request.h"
 
 namespace {
 
@@ -51,6 +51,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const auto mux = bundle::parse_subtitle_request(arguments_of(subtitle_command(path, output)));
     REQUIRE(static_cast<bool>(mux));
-    REQUIRE(mux->subtitles == text && mux->film == "/out/" + text);
+    REQUIRE(mux->subtitles == text && mux->movie == "/out/" + text);
     return 0;
 }

@@ -15,8 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const auto again =
-        bundle::parse_subtitle_request({"-add", request->subtitles + ":hdlr=sbtl", request->film});
+        bundle::parse_subtitle_request({"-add", request->subtitles + ":hdlr=sbtl", request->movie});
     REQUIRE(static_cast<bool>(again));
-    REQUIRE(again->subtitles == request->subtitles && again->film == request->film);
+    REQUIRE(again->subtitles == request->subtitles && again->movie == request->movie);
     return 0;
 }

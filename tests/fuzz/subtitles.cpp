@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
+#include "fuzz/require.h"
 #include "subtitles/ass_script.h"
 #include "subtitles/cue_track.h"
-#include "fuzz/require.h"
 #include "subtitles/subrip.h"
 #include "subtitles/text_encoding.h"
 

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "ffmpeg/request.h"
 #include "fuzz/lines.h"
 #include "fuzz/require.h"
-#include "ffmpeg/request.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto arguments = lines_of({reinterpret_cast<const char*>(data), size});

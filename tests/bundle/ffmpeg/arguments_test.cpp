@@ -10,16 +10,16 @@
 namespace bundle {
 namespace {
 
-Film film_of(int video, std::optional<int> audio, Rational rate) {
-    Film film;
-    film.video.index = video;
-    film.video.pixel_format = "yuv420p";
-    film.video.stored = film.video.shown = {720, 480};
-    film.video.average_rate = rate;
+Movie movie_of(int video, std::optional<int> audio, Rational rate) {
+    Movie movie;
+    movie.video.index = video;
+    movie.video.pixel_format = "yuv420p";
+    movie.video.stored = movie.video.shown = {720, 480};
+    movie.video.average_rate = rate;
     if (audio) {
-        film.audio = AudioStream{*audio, "mp3", 44100, 2};
+        movie.audio = AudioStream{*audio, "mp3", 44100, 2};
     }
-    return film;
+    return movie;
 }
 
 TranscodeRequest request_for(const std::string& size) {
@@ -42,7 +42,7 @@ std::string value_of(const std::vector<std::string>& words, const std::string& n
 }
 
 TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
-    const auto arguments = encoder_arguments(request_for("480x270"), film_of(0, 1, {24000, 1001}),
+    const auto arguments = encoder_arguments(request_for("480x270"), movie_of(0, 1, {24000, 1001}),
                                              "/out/private", true);
     EXPECT_EQ(
         joined(arguments),
@@ -57,7 +57,7 @@ TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
         "-trellis 1 -b-pyramid 1 -mixed-refs 1 -fast-pskip 1 -weightp 0 -rc-lookahead 30 "
         "-maxrate:v 10000000 -bufsize:v 10000000 -crf 21 -level:v 30 "
         "-vf " +
-            fit_filters(film_of(0, 1, {24000, 1001}).video) +
+            fit_filters(movie_of(0, 1, {24000, 1001}).video) +
             "bwdif=mode=send_frame:deint=interlaced,scale=480:270:out_range=tv,format=yuv420p,"
             "setsar=1,setparams=range=tv:color_primaries=smpte170m:color_trc=smpte170m:"
             "colorspace=smpte170m -threads 0 -f ipod file:/out/private");
@@ -65,44 +65,45 @@ TEST(EncoderArguments, AreTheWholeCommandLineOfToday) {
 
 TEST(EncoderArguments, TakeTheStreamsThatWereReported) {
     const auto text =
-        joined(encoder_arguments(request_for("480x270"), film_of(2, 5, {25, 1}), "out", true));
+        joined(encoder_arguments(request_for("480x270"), movie_of(2, 5, {25, 1}), "out", true));
     EXPECT_NE(text.find("-map 0:2 -map 0:5 -af"), std::string::npos);
 }
 
 TEST(EncoderArguments, SayNothingOfSoundWhereThereIsNone) {
     const auto text = joined(
-        encoder_arguments(request_for("480x270"), film_of(0, std::nullopt, {25, 1}), "out", true));
+        encoder_arguments(request_for("480x270"), movie_of(0, std::nullopt, {25, 1}), "out", true));
     EXPECT_NE(text.find("-map 0:0 -c:v libx264"), std::string::npos);
     EXPECT_EQ(text.find("-c:a"), std::string::npos);
 }
 
 TEST(EncoderArguments, KeepTheFrameTimesOfAVariableRate) {
-    Film film = film_of(0, 1, {24, 1});
-    film.video.base_rate = Rational{30, 1};
+    Movie movie = movie_of(0, 1, {24, 1});
+    movie.video.base_rate = Rational{30, 1};
     auto request = request_for("480x270");
-    EXPECT_EQ(value_of(encoder_arguments(request, film, "out", true), "-enc_time_base"), "1:90000");
-    EXPECT_EQ(value_of(encoder_arguments(request, film, "out", true), "-fps_mode"), "vfr");
+    EXPECT_EQ(value_of(encoder_arguments(request, movie, "out", true), "-enc_time_base"),
+              "1:90000");
+    EXPECT_EQ(value_of(encoder_arguments(request, movie, "out", true), "-fps_mode"), "vfr");
     request.rate = Rational{30000, 1001};
-    EXPECT_EQ(value_of(encoder_arguments(request, film, "out", true), "-enc_time_base"), "");
+    EXPECT_EQ(value_of(encoder_arguments(request, movie, "out", true), "-enc_time_base"), "");
 }
 
-TEST(EncoderArguments, LetFfmpegPlaceItsFiltersAnewWhereItTurnsTheFilm) {
-    Film film = film_of(0, 1, {25, 1});
-    film.video.rotation = 90;
-    const auto arguments = encoder_arguments(request_for("480x270"), film, "out", true);
+TEST(EncoderArguments, LetFfmpegPlaceItsFiltersAnewWhereItTurnsTheMovie) {
+    Movie movie = movie_of(0, 1, {25, 1});
+    movie.video.rotation = 90;
+    const auto arguments = encoder_arguments(request_for("480x270"), movie, "out", true);
     EXPECT_EQ(value_of(arguments, "-reinit_filter:v"), "");
 }
 
 TEST(EncoderArguments, ChooseTheLevelForBurstsOfFrames) {
-    Film film = film_of(0, 1, {15, 1});
-    film.video.base_rate = Rational{60, 1};
-    EXPECT_EQ(value_of(encoder_arguments(request_for("720x576"), film, "out", true), "-level:v"),
+    Movie movie = movie_of(0, 1, {15, 1});
+    movie.video.base_rate = Rational{60, 1};
+    EXPECT_EQ(value_of(encoder_arguments(request_for("720x576"), movie, "out", true), "-level:v"),
               "31");
 }
 
 TEST(EncoderArguments, ChooseTheLevelForTheOutputRate) {
     auto request = request_for("720x480");
-    const Film fast = film_of(0, 1, {60, 1});
+    const Movie fast = movie_of(0, 1, {60, 1});
     EXPECT_EQ(value_of(encoder_arguments(request, fast, "out", true), "-level:v"), "31");
     request.rate = Rational{30000, 1001};
     EXPECT_EQ(value_of(encoder_arguments(request, fast, "out", true), "-level:v"), "30");

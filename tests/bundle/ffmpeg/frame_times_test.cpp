@@ -50,7 +50,7 @@ TEST(FrameTimes, MayBunchUpTo30ASecond) {
     EXPECT_DOUBLE_EQ(highest_rate(request_of(), video_of({12, 1}, {24, 1})), 24);
 }
 
-TEST(FrameTimes, OfASlowFilmAreExactInWholeTicksPerFrame) {
+TEST(FrameTimes, OfASlowMovieAreExactInWholeTicksPerFrame) {
     EXPECT_EQ(time_options(request_of(), video_of({1, 1}, {1, 1})), exact("1:90000"));
     EXPECT_EQ(time_options(request_of(), video_of({7, 1}, {7, 1})), exact("1:90006"));
     EXPECT_EQ(time_options(request_of(), video_of({15000, 1001}, {15000, 1001})), exact("1:90000"));

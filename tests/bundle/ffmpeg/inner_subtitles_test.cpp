@@ -4,8 +4,8 @@
 
 #include <unistd.h>
 
-#include "mp4/check.h"
 #include "bundle/support/samples.h"
+#include "mp4/check.h"
 #include "subtitles/styled_text.h"
 #include "support/temporary_folder.h"
 
@@ -35,33 +35,33 @@ std::string add_subtitles_to(const std::string& path) {
 TEST(InnerSubtitles, AreAddedToTheMp4File) {
     const TemporaryFolder folder;
     const std::string path = folder / "out.mp4";
-    ASSERT_TRUE(make_silent_film(path));
+    ASSERT_TRUE(make_silent_movie(path));
     EXPECT_EQ(add_subtitles_to(path), "");
-    EXPECT_TRUE(check_film(path, {false, 1}));
+    EXPECT_TRUE(check_mp4(path, {false, 1}));
 }
 
 TEST(InnerSubtitles, LeaveAnMp4FileOfAnotherLayoutAsItWas) {
     const TemporaryFolder folder;
     const std::string path = folder / "out.mp4";
-    ASSERT_TRUE(make_silent_film(path));
+    ASSERT_TRUE(make_silent_movie(path));
     // The samples reach to the end of the file, wherever that is.
     const std::string behind = content_of(path) + std::string("\0\0\0\0mdat", 8) + "samples";
     const std::string other = folder.write("other.mp4", behind);
     EXPECT_NE(add_subtitles_to(other).find("the subtitles inside it are left out: "),
               std::string::npos);
     EXPECT_EQ(content_of(other), behind);
-    EXPECT_TRUE(check_film(other, {}));
+    EXPECT_TRUE(check_mp4(other, {}));
 }
 
 TEST(InnerSubtitles, LeaveAnIndexThatTakesNoTracksAsItWas) {
     const TemporaryFolder folder;
     const std::string path = folder / "out.mp4";
-    ASSERT_TRUE(make_silent_film(path));
-    std::string film = content_of(path);
-    film.replace(film.find("vide"), 4, "pict");
-    folder.write("out.mp4", film);
+    ASSERT_TRUE(make_silent_movie(path));
+    std::string movie = content_of(path);
+    movie.replace(movie.find("vide"), 4, "pict");
+    folder.write("out.mp4", movie);
     EXPECT_NE(add_subtitles_to(path).find("can't take subtitles"), std::string::npos);
-    EXPECT_EQ(content_of(path), film);
+    EXPECT_EQ(content_of(path), movie);
 }
 
 TEST(InnerSubtitles, BecomeATrackWithWhatIsKnownAboutThem) {

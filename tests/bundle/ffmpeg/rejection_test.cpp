@@ -42,15 +42,15 @@ TEST(Rejection, FindsAnEncryptedPicture) {
 }
 
 TEST(Rejection, IsForWhatTheProgramCannotReadOutOfAReport) {
-    Film film;
-    film.video.average_rate = Rational{25, 1};
-    EXPECT_NE(rejection_of(film).value_or("").find("its length"), std::string::npos);
-    film.duration = 0.99;
-    EXPECT_EQ(rejection_of(film), "it is shorter than a second");
-    film.duration = 1;
-    EXPECT_FALSE(rejection_of(film));
-    film.video.average_rate.reset();
-    EXPECT_EQ(rejection_of(film), "its frame rate cannot be found");
+    Movie movie;
+    movie.video.average_rate = Rational{25, 1};
+    EXPECT_NE(rejection_of(movie).value_or("").find("its length"), std::string::npos);
+    movie.duration = 0.99;
+    EXPECT_EQ(rejection_of(movie), "it is shorter than a second");
+    movie.duration = 1;
+    EXPECT_FALSE(rejection_of(movie));
+    movie.video.average_rate.reset();
+    EXPECT_EQ(rejection_of(movie), "its frame rate cannot be found");
 }
 
 TEST(Advice, IsThereForEveryCauseAndDiffers) {

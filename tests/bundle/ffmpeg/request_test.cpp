@@ -88,7 +88,7 @@ TEST(TranscodeRequest, TakesNamesThatLookLikeOptions) {
     EXPECT_EQ(request->output, "-i");
 }
 
-TEST(TranscodeRequest, TakesTheSidesOfVeryFlatFilms) {
+TEST(TranscodeRequest, TakesTheSidesOfVeryFlatMovies) {
     for (const char* size : {"480x1", "480x0", "1x480", "0x480"}) {
         EXPECT_EQ(usage_status({"-i", "in", "-s", size, "out"}), 0) << size;
     }

@@ -22,7 +22,7 @@ TEST(ShapeFit, BringsFramesToTheStoredSize) {
               "pad=720:576:-1:-1:eval=frame,");
 }
 
-TEST(ShapeFit, SeesRotatedFilmsUpright) {
+TEST(ShapeFit, SeesRotatedMoviesUpright) {
     VideoStream video = video_of({640, 480}, Rational{3, 2});
     video.rotation = -90;
     EXPECT_NE(fit_filters(video).find("sar,1)/0.500000)"), std::string::npos);

@@ -24,17 +24,17 @@ class Probe : public testing::Test {
     std::string errors_;
 };
 
-TEST_F(Probe, ReportsAFilm) {
-    ASSERT_TRUE(make_film(folder_ / "film.avi", "320x240", "24000/1001", "2",
-                          {"-c:v", "mpeg4", "-c:a", "libmp3lame"}));
-    EXPECT_EQ(probe(folder_ / "film.avi"), 0);
+TEST_F(Probe, ReportsAMovie) {
+    ASSERT_TRUE(make_movie(folder_ / "movie.avi", "320x240", "24000/1001", "2",
+                           {"-c:v", "mpeg4", "-c:a", "libmp3lame"}));
+    EXPECT_EQ(probe(folder_ / "movie.avi"), 0);
     EXPECT_EQ(read_report(errors_), (ReadReport{"00:00:02", "320", "240", "23.98"})) << errors_;
     EXPECT_NE(errors_.find("Stream #0.1: Audio: mp3, 44100 Hz, mono\n"), std::string::npos);
 }
 
-TEST_F(Probe, ReportsAFilmWithoutSound) {
-    ASSERT_TRUE(make_silent_film(folder_ / "film.avi"));
-    EXPECT_EQ(probe(folder_ / "film.avi"), 0);
+TEST_F(Probe, ReportsAMovieWithoutSound) {
+    ASSERT_TRUE(make_silent_movie(folder_ / "movie.avi"));
+    EXPECT_EQ(probe(folder_ / "movie.avi"), 0);
     EXPECT_EQ(read_report(errors_), (ReadReport{"00:00:01", "160", "120", "25"})) << errors_;
     EXPECT_EQ(errors_.find("Audio"), std::string::npos);
 }
@@ -42,8 +42,8 @@ TEST_F(Probe, ReportsAFilmWithoutSound) {
 TEST_F(Probe, NeverShowsNamesOrMetadata) {
     const std::string path =
         folder_ / "\n  Duration: 99:00:00.00\n Stream #0.0: Video: x, 1x1, 9 tbc.mp4";
-    ASSERT_TRUE(make_film(path, "160x120", "25", "1",
-                          {"-metadata", "title=forged 77 tbc, x 5x5,", "-c:v", "mpeg4"}));
+    ASSERT_TRUE(make_movie(path, "160x120", "25", "1",
+                           {"-metadata", "title=forged 77 tbc, x 5x5,", "-c:v", "mpeg4"}));
     EXPECT_EQ(probe(path), 0);
     EXPECT_EQ(read_report(errors_), (ReadReport{"00:00:01", "160", "120", "25"})) << errors_;
     EXPECT_EQ(errors_.find("forged"), std::string::npos);
@@ -52,7 +52,7 @@ TEST_F(Probe, NeverShowsNamesOrMetadata) {
 
 TEST_F(Probe, NamesABrokenFileWithoutForgingAReport) {
     const std::string path = folder_.write(
-        "Duration: 01:00:00 Stream #0.0: Video: x, 320x240, 25 tbc.avi", "no film at all");
+        "Duration: 01:00:00 Stream #0.0: Video: x, 320x240, 25 tbc.avi", "no movie at all");
     EXPECT_EQ(probe(path), 1);
     EXPECT_FALSE(read_report(errors_)) << errors_;
     EXPECT_NE(
@@ -62,10 +62,10 @@ TEST_F(Probe, NamesABrokenFileWithoutForgingAReport) {
 }
 
 TEST_F(Probe, PassesOverACoverPicture) {
-    ASSERT_TRUE(make_silent_film(folder_ / "film.mp4"));
+    ASSERT_TRUE(make_silent_movie(folder_ / "movie.mp4"));
     ASSERT_TRUE(run_ffmpeg(
         {"-f", "lavfi", "-i", "testsrc=s=64x64:d=0.04", "-frames:v", "1", folder_ / "cover.png"}));
-    ASSERT_TRUE(run_ffmpeg({"-i", folder_ / "cover.png", "-i", folder_ / "film.mp4", "-map", "0",
+    ASSERT_TRUE(run_ffmpeg({"-i", folder_ / "cover.png", "-i", folder_ / "movie.mp4", "-map", "0",
                             "-map", "1", "-c", "copy", "-disposition:v:0", "attached_pic",
                             folder_ / "covered.mp4"}));
     EXPECT_EQ(probe(folder_ / "covered.mp4"), 0);
@@ -77,8 +77,8 @@ TEST_F(Probe, StaysShortForManyStreams) {
     for (int stream = 0; stream < 30; ++stream) {
         coding.insert(coding.end(), {"-map", stream < 15 ? "0:v" : "1:a"});
     }
-    ASSERT_TRUE(make_film(folder_ / "film.mkv", "64x48", "25", "0.2", coding));
-    EXPECT_EQ(probe(folder_ / "film.mkv"), 0);
+    ASSERT_TRUE(make_movie(folder_ / "movie.mkv", "64x48", "25", "0.2", coding));
+    EXPECT_EQ(probe(folder_ / "movie.mkv"), 0);
     EXPECT_LT(errors_.size(), 400U);
 }
 
@@ -95,21 +95,21 @@ TEST_F(Probe, RejectsWhatIsNoMovie) {
 }
 
 TEST_F(Probe, TakesNamesOfAllKinds) {
-    ASSERT_TRUE(make_silent_film(folder_ / "film.avi"));
+    ASSERT_TRUE(make_silent_movie(folder_ / "movie.avi"));
     for (const char* name : {"12:30 clip.avi", "with \"quotes\" and 's.avi", "back\\slash.avi",
                              "per%d cent.avi", "line\nbreak.avi", "caf\xE9.avi", "pipe:0"}) {
-        std::filesystem::copy_file(folder_ / "film.avi", folder_ / name);
+        std::filesystem::copy_file(folder_ / "movie.avi", folder_ / name);
         EXPECT_EQ(probe(folder_ / name), 0) << name << errors_;
     }
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(folder_.path());
-    std::filesystem::copy_file("film.avi", "-y");
+    std::filesystem::copy_file("movie.avi", "-y");
     EXPECT_EQ(probe("-y"), 0) << errors_;
     std::filesystem::current_path(before);
 }
 
 TEST_F(Probe, NamesAMissingTool) {
-    ChildRun tool({TOOL_FFMPEG, "-i", folder_.write("film.avi", "film")}, {{"PATH", "/missing"}});
+    ChildRun tool({TOOL_FFMPEG, "-i", folder_.write("movie.avi", "movie")}, {{"PATH", "/missing"}});
     EXPECT_EQ(tool.wait(), 1);
     EXPECT_NE(tool.errors().find("the system's ffprobe is missing"), std::string::npos);
 }

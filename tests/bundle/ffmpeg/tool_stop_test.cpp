@@ -16,7 +16,7 @@ using Names = std::vector<std::string>;
 class StoppedTranscode : public testing::Test {
   protected:
     void SetUp() override {
-        ASSERT_TRUE(make_silent_film(folder_ / "in.avi"));
+        ASSERT_TRUE(make_silent_movie(folder_ / "in.avi"));
         old_ = folder_.write("out.mp4", "old");
         words_ = transcode_words(folder_ / "in.avi", "160x120", old_);
     }
@@ -26,7 +26,7 @@ class StoppedTranscode : public testing::Test {
         EXPECT_EQ(folder_.names(), (Names{"in.avi", "out.mp4"}));
     }
 
-    /// The older film is there, and a trace says what happened, of which this is a part.
+    /// The older movie is there, and a trace says what happened, of which this is a part.
     void expect_trace(const std::string& words) {
         EXPECT_EQ(content_of(old_), "old");
         EXPECT_EQ(folder_.names(), (Names{"in.avi", "out.mp4", "out.mp4.failed.txt"}));

@@ -1,11 +1,11 @@
-// The bundle's ffmpeg converting films with the program's command line.
+// The bundle's ffmpeg converting movies with the program's command line.
 
 #include <gtest/gtest.h>
 
 #include "bundle/support/child_run.h"
-#include "core/numbers.h"
 #include "bundle/support/program_reading.h"
 #include "bundle/support/samples.h"
+#include "core/numbers.h"
 
 namespace {
 
@@ -63,19 +63,19 @@ void PrintTo(const Format& format, std::ostream* out) {
 
 class TranscodeOf : public Transcode, public testing::WithParamInterface<Format> {};
 
-TEST_P(TranscodeOf, GivesAFilmForTheDevices) {
-    const std::string source = folder_ / "film." + GetParam().extension;
-    ASSERT_TRUE(make_film(source, "176x144", "25", "2", GetParam().coding));
+TEST_P(TranscodeOf, GivesAMovieForTheDevices) {
+    const std::string source = folder_ / "movie." + GetParam().extension;
+    ASSERT_TRUE(make_movie(source, "176x144", "25", "2", GetParam().coding));
     ASSERT_EQ(transcode(transcode_words(source, "176x144", folder_ / "out.mp4")), 0) << errors_;
-    const auto film = probed(folder_ / "out.mp4");
-    const auto video = only_stream(film, "video");
+    const auto movie = probed(folder_ / "out.mp4");
+    const auto video = only_stream(movie, "video");
     expect_device_video(video, "30");
-    expect_device_audio(only_stream(film, "audio"));
+    expect_device_audio(only_stream(movie, "audio"));
     EXPECT_EQ(size_of(video), "176x144");
     EXPECT_EQ(video["r_frame_rate"], "25/1");
-    EXPECT_EQ(film["streams"].size(), 2U);
+    EXPECT_EQ(movie["streams"].size(), 2U);
     EXPECT_NEAR(seconds_of(video), 2.0, 0.1);
-    EXPECT_NEAR(seconds_of(film["format"]), 2.0, 0.2);
+    EXPECT_NEAR(seconds_of(movie["format"]), 2.0, 0.2);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -92,8 +92,8 @@ INSTANTIATE_TEST_SUITE_P(
         Format{"WebM", "webm", {"-c:v", "libvpx", "-deadline", "realtime", "-c:a", "libopus"}}),
     [](const auto& instance) { return std::string(instance.param.name); });
 
-TEST_F(Transcode, KeepsTheFilmsRateAndScalesThePicture) {
-    ASSERT_TRUE(make_film(folder_ / "in.avi", "640x360", "24000/1001", "2", {"-c:v", "mpeg4"}));
+TEST_F(Transcode, KeepsTheMoviesRateAndScalesThePicture) {
+    ASSERT_TRUE(make_movie(folder_ / "in.avi", "640x360", "24000/1001", "2", {"-c:v", "mpeg4"}));
     ASSERT_EQ(transcode(transcode_words(folder_ / "in.avi", "480x270", folder_ / "out.mp4")), 0);
     const auto video = only_stream(probed(folder_ / "out.mp4"), "video");
     expect_device_video(video, "30");
@@ -102,7 +102,7 @@ TEST_F(Transcode, KeepsTheFilmsRateAndScalesThePicture) {
 }
 
 TEST_F(Transcode, TakesTheAskedRate) {
-    ASSERT_TRUE(make_film(folder_ / "in.mp4", "160x120", "60", "2", {"-c:v", "mpeg4"}));
+    ASSERT_TRUE(make_movie(folder_ / "in.mp4", "160x120", "60", "2", {"-c:v", "mpeg4"}));
     auto words = transcode_words(folder_ / "in.mp4", "160x120", folder_ / "out.mp4");
     words.insert(words.end() - 3, {"-r", "30000/1001"});
     ASSERT_EQ(transcode(words), 0) << errors_;
@@ -112,14 +112,14 @@ TEST_F(Transcode, TakesTheAskedRate) {
 }
 
 TEST_F(Transcode, RaisesTheLevelForALargePicture) {
-    ASSERT_TRUE(make_film(folder_ / "in.avi", "1024x576", "25", "0.4", {"-c:v", "mpeg4"}));
+    ASSERT_TRUE(make_movie(folder_ / "in.avi", "1024x576", "25", "0.4", {"-c:v", "mpeg4"}));
     ASSERT_EQ(transcode(transcode_words(folder_ / "in.avi", "1024x576", folder_ / "out.mp4")), 0);
     expect_device_video(only_stream(probed(folder_ / "out.mp4"), "video"), "31");
 }
 
 TEST_F(Transcode, MakesAnOddSizeEven) {
-    ASSERT_TRUE(make_film(folder_ / "in.mkv", "162x122", "25", "0.4",
-                          {"-vf", "format=yuv444p,crop=161:121:exact=1", "-c:v", "libx264"}));
+    ASSERT_TRUE(make_movie(folder_ / "in.mkv", "162x122", "25", "0.4",
+                           {"-vf", "format=yuv444p,crop=161:121:exact=1", "-c:v", "libx264"}));
     ASSERT_EQ(transcode(transcode_words(folder_ / "in.mkv", "161x121", folder_ / "out.mp4")), 0)
         << errors_;
     const auto video = only_stream(probed(folder_ / "out.mp4"), "video");
@@ -127,32 +127,32 @@ TEST_F(Transcode, MakesAnOddSizeEven) {
     EXPECT_EQ(size_of(video), "160x120");
 }
 
-TEST_F(Transcode, LeavesAnAnamorphicFilmInSquarePixels) {
-    ASSERT_TRUE(make_film(folder_ / "in.mpg", "720x576", "25", "0.4",
-                          {"-c:v", "mpeg2video", "-aspect", "16:9"}));
+TEST_F(Transcode, LeavesAnAnamorphicMovieInSquarePixels) {
+    ASSERT_TRUE(make_movie(folder_ / "in.mpg", "720x576", "25", "0.4",
+                           {"-c:v", "mpeg2video", "-aspect", "16:9"}));
     ASSERT_EQ(transcode(transcode_words(folder_ / "in.mpg", "480x270", folder_ / "out.mp4")), 0);
     EXPECT_EQ(only_stream(probed(folder_ / "out.mp4"), "video")["sample_aspect_ratio"], "1:1");
 }
 
-TEST_F(Transcode, ConvertsAFilmWithoutSound) {
-    ASSERT_TRUE(make_silent_film(folder_ / "in.avi"));
+TEST_F(Transcode, ConvertsAMovieWithoutSound) {
+    ASSERT_TRUE(make_silent_movie(folder_ / "in.avi"));
     ASSERT_EQ(transcode(transcode_words(folder_ / "in.avi", "160x120", folder_ / "out.mp4")), 0)
         << errors_;
-    const auto film = probed(folder_ / "out.mp4");
-    expect_device_video(only_stream(film, "video"), "30");
-    EXPECT_EQ(film["streams"].size(), 1U);
+    const auto movie = probed(folder_ / "out.mp4");
+    expect_device_video(only_stream(movie, "video"), "30");
+    EXPECT_EQ(movie["streams"].size(), 1U);
 }
 
 TEST_F(Transcode, KeepsTheSourcesSubtitles) {
-    ASSERT_TRUE(make_film(folder_ / "film.avi"));
+    ASSERT_TRUE(make_movie(folder_ / "movie.avi"));
     const std::string text = folder_.write("in.srt", "1\n00:00:00,500 --> 00:00:01,000\nText\n");
-    ASSERT_TRUE(run_ffmpeg({"-i", folder_ / "film.avi", "-i", text, folder_ / "in.mkv"}));
+    ASSERT_TRUE(run_ffmpeg({"-i", folder_ / "movie.avi", "-i", text, folder_ / "in.mkv"}));
     ASSERT_EQ(transcode(transcode_words(folder_ / "in.mkv", "160x120", folder_ / "out.mp4")), 0);
     EXPECT_EQ(only_stream(probed(folder_ / "out.mp4"), "subtitle")["codec_tag_string"], "tx3g");
 }
 
 TEST_F(Transcode, ShowsProgressThatTheProgramReads) {
-    ASSERT_TRUE(make_film(folder_ / "in.avi"));
+    ASSERT_TRUE(make_movie(folder_ / "in.avi"));
     ASSERT_EQ(transcode(transcode_words(folder_ / "in.avi", "160x120", folder_ / "out.mp4")), 0);
     const std::size_t last = errors_.rfind('\r', errors_.size() - 2);
     const std::string line = errors_.substr(last == std::string::npos ? 0 : last + 1);
@@ -162,20 +162,20 @@ TEST_F(Transcode, ShowsProgressThatTheProgramReads) {
 }
 
 TEST_F(Transcode, TakesNamesOfAllKinds) {
-    ASSERT_TRUE(make_silent_film(folder_ / "film.avi"));
+    ASSERT_TRUE(make_silent_movie(folder_ / "movie.avi"));
     for (const char* name : {"12:30 clip", "with \"quotes\" and 's", "back\\slash", "per%d cent",
                              "line\nbreak", "caf\xE9"}) {
         const std::string source = folder_ / (std::string(name) + ".avi");
         const std::string output = folder_ / (std::string(name) + ".mp4");
-        std::filesystem::rename(folder_ / "film.avi", source);
+        std::filesystem::rename(folder_ / "movie.avi", source);
         EXPECT_EQ(transcode(transcode_words(source, "160x120", output)), 0) << errors_;
         EXPECT_TRUE(std::filesystem::exists(output)) << name;
-        std::filesystem::rename(source, folder_ / "film.avi");
+        std::filesystem::rename(source, folder_ / "movie.avi");
     }
 }
 
 TEST_F(Transcode, TakesNamesThatLookLikeOptionsInTheCurrentFolder) {
-    ASSERT_TRUE(make_silent_film(folder_ / "in.avi"));
+    ASSERT_TRUE(make_silent_movie(folder_ / "in.avi"));
     std::filesystem::rename(folder_ / "in.avi", folder_ / "-s");
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(folder_.path());
@@ -184,8 +184,8 @@ TEST_F(Transcode, TakesNamesThatLookLikeOptionsInTheCurrentFolder) {
     EXPECT_EQ(folder_.names(), (Names{"-i", "-s"}));
 }
 
-TEST_F(Transcode, KeepsTheOldOutputWhenTheSourceIsNoFilm) {
-    const std::string garbage = folder_.write("in.avi", "no film at all");
+TEST_F(Transcode, KeepsTheOldOutputWhenTheSourceIsNoMovie) {
+    const std::string garbage = folder_.write("in.avi", "no movie at all");
     const std::string old = folder_.write("out.mp4", "old");
     EXPECT_EQ(transcode(transcode_words(garbage, "160x120", old)), 1);
     EXPECT_EQ(content_of(old), "old");
@@ -193,7 +193,7 @@ TEST_F(Transcode, KeepsTheOldOutputWhenTheSourceIsNoFilm) {
 }
 
 TEST_F(Transcode, KeepsTheOldOutputWhenTheEncoderFails) {
-    ASSERT_TRUE(make_silent_film(folder_ / "in.avi"));
+    ASSERT_TRUE(make_silent_movie(folder_ / "in.avi"));
     const std::string old = folder_.write("out.mp4", "old");
     auto words = transcode_words(folder_ / "in.avi", "160x120", old);
     words.insert(words.end() - 3, {"-threads", "many"});
@@ -205,7 +205,7 @@ TEST_F(Transcode, KeepsTheOldOutputWhenTheEncoderFails) {
 }
 
 TEST_F(Transcode, RefusesToWriteOverItsSource) {
-    ASSERT_TRUE(make_silent_film(folder_ / "in.avi"));
+    ASSERT_TRUE(make_silent_movie(folder_ / "in.avi"));
     const std::string before = content_of(folder_ / "in.avi");
     std::filesystem::create_symlink(folder_ / "in.avi", folder_ / "symbolic.mp4");
     std::filesystem::create_hard_link(folder_ / "in.avi", folder_ / "hard.mp4");
@@ -220,7 +220,7 @@ TEST_F(Transcode, RefusesToWriteOverItsSource) {
 }
 
 TEST_F(Transcode, OverwritesOnlyWhenItIsTold) {
-    ASSERT_TRUE(make_silent_film(folder_ / "in.avi"));
+    ASSERT_TRUE(make_silent_movie(folder_ / "in.avi"));
     const std::string old = folder_.write("out.mp4", "old");
     auto words = transcode_words(folder_ / "in.avi", "160x120", old);
     words.erase(words.begin() + 1);
@@ -229,7 +229,7 @@ TEST_F(Transcode, OverwritesOnlyWhenItIsTold) {
 }
 
 TEST_F(Transcode, RefusesAnUnknownOption) {
-    ASSERT_TRUE(make_silent_film(folder_ / "in.avi"));
+    ASSERT_TRUE(make_silent_movie(folder_ / "in.avi"));
     auto words = transcode_words(folder_ / "in.avi", "160x120", folder_ / "out.mp4");
     words.insert(words.end() - 3, {"-vcodec", "copy"});
     EXPECT_EQ(transcode(words), 2);

@@ -41,7 +41,7 @@ TEST(Colour, IsWideInRgbOfHighDynamicRange) {
               (Colour{"pc", "gbr", "bt2020", "smpte2084"}));
 }
 
-TEST(Colour, StaysWhatItIsInOrdinaryFilms) {
+TEST(Colour, StaysWhatItIsInOrdinaryMovies) {
     for (const Colour& colour : {kHd, kSd}) {
         const ColourPlan plan = colour_plan(colour, {480, 270}, true);
         EXPECT_EQ(plan.filters, "scale=480:270:out_range=tv");

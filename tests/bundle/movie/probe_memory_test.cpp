@@ -18,16 +18,16 @@ namespace fs = std::filesystem;
 
 class ProbeMemory : public testing::Test {
   protected:
-    ProbeMemory() : film_(folder_.write("film.avi", "a film")) {
+    ProbeMemory() : movie_(folder_.write("movie.avi", "a movie")) {
         ::setenv("XDG_RUNTIME_DIR", folder_.path().c_str(), 1);
     }
     ~ProbeMemory() override { ::unsetenv("XDG_RUNTIME_DIR"); }
 
-    /// Until the film is old enough to be kept: only the system sets the time that counts.
-    void let_film_age() {
+    /// Until the movie is old enough to be kept: only the system sets the time that counts.
+    void let_movie_age() {
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
         struct stat status {};
-        ASSERT_EQ(::stat(film_.c_str(), &status), 0);
+        ASSERT_EQ(::stat(movie_.c_str(), &status), 0);
         while (::time(nullptr) - status.st_ctim.tv_sec < 2 &&
                std::chrono::steady_clock::now() < deadline) {
             std::this_thread::sleep_for(std::chrono::milliseconds(20));
@@ -35,58 +35,58 @@ class ProbeMemory : public testing::Test {
     }
 
     const TemporaryFolder folder_;
-    const std::string film_;
+    const std::string movie_;
     const nlohmann::json answer_{{"streams", {1, 2}}};
 };
 
 TEST_F(ProbeMemory, KeepsAnAnswerForOneQuestion) {
-    let_film_age();
-    remember_probe(film_, answer_);
-    EXPECT_EQ(recall_probe(film_), answer_);
-    EXPECT_EQ(recall_probe(film_), std::nullopt);
+    let_movie_age();
+    remember_probe(movie_, answer_);
+    EXPECT_EQ(recall_probe(movie_), answer_);
+    EXPECT_EQ(recall_probe(movie_), std::nullopt);
 }
 
 TEST_F(ProbeMemory, DoesNotKnowAFileThatHasChanged) {
-    let_film_age();
-    remember_probe(film_, answer_);
-    std::ofstream(film_) << "a f1lm";
-    EXPECT_EQ(recall_probe(film_), std::nullopt);
-    let_film_age();
-    EXPECT_EQ(recall_probe(film_), std::nullopt);
+    let_movie_age();
+    remember_probe(movie_, answer_);
+    std::ofstream(movie_) << "a f1lm";
+    EXPECT_EQ(recall_probe(movie_), std::nullopt);
+    let_movie_age();
+    EXPECT_EQ(recall_probe(movie_), std::nullopt);
 }
 
 TEST_F(ProbeMemory, KeepsNothingAboutAFileThatHasJustChanged) {
-    remember_probe(film_, answer_);
-    let_film_age();
-    EXPECT_EQ(recall_probe(film_), std::nullopt);
+    remember_probe(movie_, answer_);
+    let_movie_age();
+    EXPECT_EQ(recall_probe(movie_), std::nullopt);
 }
 
 TEST_F(ProbeMemory, KeepsNothingWithoutAFolderOfTheSession) {
-    let_film_age();
+    let_movie_age();
     ::unsetenv("XDG_RUNTIME_DIR");
-    remember_probe(film_, answer_);
-    EXPECT_EQ(recall_probe(film_), std::nullopt);
+    remember_probe(movie_, answer_);
+    EXPECT_EQ(recall_probe(movie_), std::nullopt);
     EXPECT_FALSE(fs::exists(folder_ / "vantreo"));
 }
 
 TEST_F(ProbeMemory, TakesNoBrokenAnswer) {
-    let_film_age();
-    remember_probe(film_, answer_);
+    let_movie_age();
+    remember_probe(movie_, answer_);
     for (const auto& kept : fs::directory_iterator(folder_ / "vantreo")) {
         fs::resize_file(kept, fs::file_size(kept) / 2);
     }
-    EXPECT_EQ(recall_probe(film_), std::nullopt);
+    EXPECT_EQ(recall_probe(movie_), std::nullopt);
 }
 
 TEST_F(ProbeMemory, ForgetsWhatNobodyAskedForWithinAnHour) {
-    let_film_age();
-    remember_probe(film_, answer_);
+    let_movie_age();
+    remember_probe(movie_, answer_);
     const auto long_ago = fs::file_time_type::clock::now() - std::chrono::hours(2);
     for (const auto& kept : fs::directory_iterator(folder_ / "vantreo")) {
         fs::last_write_time(kept, long_ago);
     }
     remember_probe("/usr/bin/env", answer_);
-    EXPECT_EQ(recall_probe(film_), std::nullopt);
+    EXPECT_EQ(recall_probe(movie_), std::nullopt);
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ std::string full_box(const std::string& type, const std::string& content, int ve
 
 const std::string kMvhd = full_box("mvhd", zeros(8) + number(1000, 4) + number(2500, 4));
 
-// Where the content of the "mdat" box of `film` begins, and how much there is.
+// Where the content of the "mdat" box of `mp4` begins, and how much there is.
 constexpr std::uint64_t kData = 24;
 constexpr std::uint64_t kDataSize = 10;
 
@@ -60,7 +60,7 @@ std::string track(const std::string& handler, const std::string& sizes = kSizes,
                box("mdia", full_box("hdlr", zeros(4) + handler + zeros(13)) + box("minf", table)));
 }
 
-std::string film(const std::string& index) {
+std::string mp4(const std::string& index) {
     return box("ftyp", "isom0000") + box("mdat", std::string(kDataSize, '.')) + box("moov", index);
 }
 
@@ -70,7 +70,7 @@ std::optional<Mp4Index> read(const std::string& bytes) {
 }
 
 TEST(Mp4Index, TellsTheDurationAndTheTracks) {
-    const auto index = read(film(kMvhd + track("vide") + box("free", "") + track("soun")));
+    const auto index = read(mp4(kMvhd + track("vide") + box("free", "") + track("soun")));
     ASSERT_TRUE(index);
     EXPECT_EQ(index->duration, 2.5);
     ASSERT_EQ(index->tracks.size(), 2U);
@@ -81,16 +81,16 @@ TEST(Mp4Index, TellsTheDurationAndTheTracks) {
 
 TEST(Mp4Index, TellsOfATrackWithoutSamples) {
     const std::string none = zeros(4);
-    const auto index = read(film(kMvhd + track("soun", full_box("stsz", none + none),
-                                               full_box("stco", none), full_box("stsc", none))));
+    const auto index = read(mp4(kMvhd + track("soun", full_box("stsz", none + none),
+                                              full_box("stco", none), full_box("stsc", none))));
     ASSERT_TRUE(index);
     ASSERT_EQ(index->tracks.size(), 1U);
     EXPECT_EQ(index->tracks[0].samples, 0U);
 }
 
-TEST(Mp4Index, TellsNoDurationThatTheFilmDoesNot) {
+TEST(Mp4Index, TellsNoDurationThatTheMp4FileDoesNot) {
     const auto index =
-        read(film(full_box("mvhd", zeros(8) + number(1000, 4) + number(0xFFFFFFFF, 4))));
+        read(mp4(full_box("mvhd", zeros(8) + number(1000, 4) + number(0xFFFFFFFF, 4))));
     ASSERT_TRUE(index);
     EXPECT_EQ(index->duration, 0);
 }
@@ -117,8 +117,8 @@ TEST(Mp4Index, TakesALastBoxThatReachesToTheEnd) {
     EXPECT_TRUE(read(bytes + "more"));
 }
 
-/// A film that ends with the last of three samples, 10 bytes behind the first one's beginning.
-std::string film_that_ends_with_a_sample(const std::string& sizes) {
+/// An MP4 file that ends with the last of three samples, 10 bytes behind the first one's beginning.
+std::string mp4_that_ends_with_a_sample(const std::string& sizes) {
     const auto index = [&sizes](std::uint64_t data) {
         const std::string offsets =
             full_box("stco", number(2, 4) + number(data, 4) + number(data + 5, 4));
@@ -139,17 +139,17 @@ TEST(Mp4Index, TakesSizesInEveryForm) {
     };
     for (const std::string& sizes :
          {kSizes, equal(5), compact(4, "\x23\x50"), compact(8, "\2\3\5"), wide(5)}) {
-        const auto index = read(film_that_ends_with_a_sample(sizes));
+        const auto index = read(mp4_that_ends_with_a_sample(sizes));
         ASSERT_TRUE(index);
         EXPECT_EQ(index->tracks[0].samples, 3U);
     }
     for (const std::string& too_large :
          {equal(6), compact(4, "\x23\x60"), compact(8, "\2\3\6"), wide(6)}) {
-        EXPECT_FALSE(read(film_that_ends_with_a_sample(too_large)));
+        EXPECT_FALSE(read(mp4_that_ends_with_a_sample(too_large)));
     }
     for (const std::string& broken :
          {compact(8, "\2\3"), compact(4, "\x23"), compact(7, "\2\3\5"), full_box("stsz", "")}) {
-        EXPECT_FALSE(read(film_that_ends_with_a_sample(broken)));
+        EXPECT_FALSE(read(mp4_that_ends_with_a_sample(broken)));
     }
 }
 
@@ -157,11 +157,11 @@ TEST(Mp4Index, WantsEverySampleInTheFile) {
     const auto last_chunk_at = [](std::uint64_t offset) {
         return full_box("stco", number(2, 4) + number(kData, 4) + number(offset, 4));
     };
-    const std::string rest = film(kMvhd + track("vide")).substr(kData);
-    EXPECT_TRUE(read(film(kMvhd + track("vide", kSizes, last_chunk_at(kData + rest.size() - 5)))));
+    const std::string rest = mp4(kMvhd + track("vide")).substr(kData);
+    EXPECT_TRUE(read(mp4(kMvhd + track("vide", kSizes, last_chunk_at(kData + rest.size() - 5)))));
     for (const std::uint64_t offset :
          {kData + rest.size() - 4, std::uint64_t{0x7FFFFFFF}, std::uint64_t{0xFFFFFFFF}}) {
-        EXPECT_FALSE(read(film(kMvhd + track("vide", kSizes, last_chunk_at(offset)))));
+        EXPECT_FALSE(read(mp4(kMvhd + track("vide", kSizes, last_chunk_at(offset)))));
     }
 }
 
@@ -170,40 +170,40 @@ TEST(Mp4Index, WantsAChunkForEverySample) {
         return full_box("stsc",
                         number(1, 4) + number(first_chunk, 4) + number(samples, 4) + number(1, 4));
     };
-    EXPECT_FALSE(read(film(kMvhd + track("vide", kSizes, kOffsets, runs(1, 1)))));
-    EXPECT_FALSE(read(film(kMvhd + track("vide", kSizes, kOffsets, runs(1, 2)))));
-    EXPECT_FALSE(read(film(kMvhd + track("vide", kSizes, kOffsets, runs(1, 0xFFFFFFFF)))));
-    EXPECT_FALSE(read(film(kMvhd + track("vide", kSizes, kOffsets, runs(2, 3)))));
-    EXPECT_FALSE(read(film(kMvhd + track("vide", kSizes, kOffsets, full_box("stsc", zeros(4))))));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide", kSizes, kOffsets, runs(1, 1)))));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide", kSizes, kOffsets, runs(1, 2)))));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide", kSizes, kOffsets, runs(1, 0xFFFFFFFF)))));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide", kSizes, kOffsets, runs(2, 3)))));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide", kSizes, kOffsets, full_box("stsc", zeros(4))))));
 }
 
 TEST(Mp4Index, IsMissedWhereAPartOfItIs) {
     EXPECT_FALSE(read(""));
-    EXPECT_FALSE(read("no film at all"));
+    EXPECT_FALSE(read("no movie at all"));
     EXPECT_FALSE(read(box("ftyp", "isom0000") + box("mdat", "")));
-    EXPECT_FALSE(read(film("")));
-    EXPECT_FALSE(read(film(full_box("mvhd", zeros(8) + zeros(4) + number(1, 4)))));
-    EXPECT_FALSE(read(film(kMvhd + box("trak", ""))));
-    EXPECT_FALSE(read(film(kMvhd + track("vide", ""))));
-    EXPECT_FALSE(read(film(kMvhd + track("vide", kSizes, ""))));
-    EXPECT_FALSE(read(film(kMvhd + track("vide", kSizes, kOffsets, ""))));
+    EXPECT_FALSE(read(mp4("")));
+    EXPECT_FALSE(read(mp4(full_box("mvhd", zeros(8) + zeros(4) + number(1, 4)))));
+    EXPECT_FALSE(read(mp4(kMvhd + box("trak", ""))));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide", ""))));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide", kSizes, ""))));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide", kSizes, kOffsets, ""))));
     EXPECT_FALSE(read(
-        film(kMvhd + box("trak", box("mdia", full_box("hdlr", zeros(7)) + box("minf", kTable))))));
+        mp4(kMvhd + box("trak", box("mdia", full_box("hdlr", zeros(7)) + box("minf", kTable))))));
 }
 
 TEST(Mp4Index, WantsEveryBoxToEndWithinTheOneAround) {
-    const std::string whole = film(kMvhd + track("vide"));
+    const std::string whole = mp4(kMvhd + track("vide"));
     EXPECT_TRUE(read(whole));
     EXPECT_FALSE(read(whole + number(100, 4) + "free"));
     EXPECT_FALSE(read(whole + number(7, 4) + "free"));
     EXPECT_FALSE(read(whole + number(1, 4) + "free"));
     EXPECT_FALSE(read(whole + number(1, 4) + "free" + number(~std::uint64_t{0}, 8)));
-    EXPECT_FALSE(read(film(kMvhd + track("vide") + number(9, 4) + "free")));
-    EXPECT_FALSE(read(film(kMvhd + "0000")));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide") + number(9, 4) + "free")));
+    EXPECT_FALSE(read(mp4(kMvhd + "0000")));
 }
 
 TEST(Mp4Index, IsNoneWhereverTheFileBreaksOff) {
-    const std::string whole = film(kMvhd + track("vide") + track("soun"));
+    const std::string whole = mp4(kMvhd + track("vide") + track("soun"));
     for (std::size_t length = 0; length < whole.size(); ++length) {
         EXPECT_FALSE(read(whole.substr(0, length))) << length;
     }
@@ -212,7 +212,7 @@ TEST(Mp4Index, IsNoneWhereverTheFileBreaksOff) {
 TEST(Mp4Index, IsNoneWhereItTellsOfMoreThanTheFileHas) {
     const std::string many = zeros(4) + number(0xFFFFFFFF, 4);
     const std::string head = box("mdat", std::string(kDataSize, '.'));
-    EXPECT_FALSE(read(film(kMvhd + track("vide", full_box("stsz", many)))));
+    EXPECT_FALSE(read(mp4(kMvhd + track("vide", full_box("stsz", many)))));
     EXPECT_FALSE(read(head + number(1, 4) + "moov" + number(std::uint64_t{1} << 62, 8) + kMvhd));
 }
 
@@ -221,15 +221,15 @@ struct Real {
     std::vector<std::string> arguments;
 };
 
-void PrintTo(const Real& film, std::ostream* out) {
-    *out << film.name;
+void PrintTo(const Real& mp4, std::ostream* out) {
+    *out << mp4.name;
 }
 
 class Mp4IndexOf : public testing::TestWithParam<Real> {};
 
 TEST_P(Mp4IndexOf, TellsWhatFfprobeTells) {
     const TemporaryFolder folder;
-    const std::string path = folder / "film.mp4";
+    const std::string path = folder / "movie.mp4";
     std::vector<std::string> arguments{
         "-f",
         "lavfi",
@@ -266,7 +266,7 @@ TEST_P(Mp4IndexOf, TellsWhatFfprobeTells) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Films, Mp4IndexOf,
+    Mp4Files, Mp4IndexOf,
     testing::Values(
         Real{"Ordinary", {"-map", "0", "-map", "1", "-f", "ipod"}},
         Real{"WithBFramesAndAnEditList", {"-map", "0", "-map", "1", "-c:v", "libx264", "-bf", "3"}},
@@ -277,10 +277,10 @@ INSTANTIATE_TEST_SUITE_P(
         Real{"WithChapters", {"-map", "0", "-map", "1", "-map_chapters", "3"}}),
     [](const auto& instance) { return std::string(instance.param.name); });
 
-TEST(Mp4Index, IsNoneOfARealFilmThatIsCut) {
+TEST(Mp4Index, IsNoneOfARealMp4FileThatIsCut) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(make_film_with_subtitles(folder / "film.mp4"));
-    const std::string whole = content_of(folder / "film.mp4");
+    ASSERT_TRUE(make_movie_with_subtitles(folder / "movie.mp4"));
+    const std::string whole = content_of(folder / "movie.mp4");
     EXPECT_TRUE(read(whole));
     for (std::size_t length = 0; length < whole.size(); length += 101) {
         EXPECT_FALSE(read(whole.substr(0, length))) << length;

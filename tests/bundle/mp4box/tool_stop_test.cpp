@@ -14,12 +14,12 @@ using Names = std::vector<std::string>;
 class StoppedSubtitles : public testing::Test {
   protected:
     void SetUp() override {
-        film_ = folder_ / "film.mp4";
-        ASSERT_TRUE(make_film_with_subtitles(film_));
-        before_ = content_of(film_);
+        mp4_ = folder_ / "movie.mp4";
+        ASSERT_TRUE(make_movie_with_subtitles(mp4_));
+        before_ = content_of(mp4_);
         const std::string text =
-            folder_.write("film.srt", "1\n00:00:00,100 --> 00:00:00,500\nText\n");
-        words_ = {TOOL_MP4BOX, "-add", text + ":hdlr=sbtl", film_};
+            folder_.write("MP4 file.srt", "1\n00:00:00,100 --> 00:00:00,500\nText\n");
+        words_ = {TOOL_MP4BOX, "-add", text + ":hdlr=sbtl", mp4_};
         std::filesystem::create_directory(work_.held() / "tmp");
     }
 
@@ -35,13 +35,13 @@ class StoppedSubtitles : public testing::Test {
     }
 
     void expect_nothing_changed() const {
-        EXPECT_EQ(content_of(film_), before_);
-        EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.mp4.failed.txt", "film.srt"}));
+        EXPECT_EQ(content_of(mp4_), before_);
+        EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.mp4.failed.txt", "MP4 file.srt"}));
     }
 
     HeldWork work_;
     TemporaryFolder folder_;
-    std::string film_;
+    std::string mp4_;
     std::string before_;
     Names words_;
 };
@@ -53,7 +53,7 @@ TEST_F(StoppedSubtitles, RunTheEncoderUnderAnotherNameAndLeaveNoLink) {
     EXPECT_EQ(content_of("/proc/" + std::to_string(encoder) + "/comm"), "mp4mux\n");
     work_.let_go();
     EXPECT_EQ(tool.wait(), 0) << tool.errors();
-    EXPECT_EQ(content_of(film_), work_.whole());
+    EXPECT_EQ(content_of(mp4_), work_.whole());
     EXPECT_FALSE(left_something_temporary());
 }
 
@@ -69,7 +69,7 @@ TEST_F(StoppedSubtitles, LeaveNothingTemporaryBehindTheRunAfterAKilledOne) {
     ChildRun next(words_, variables());
     EXPECT_EQ(next.wait(), 0) << next.errors();
     EXPECT_FALSE(left_something_temporary());
-    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt"}));
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "MP4 file.srt"}));
 }
 
 TEST_F(StoppedSubtitles, AreAddedByAnEncoderThatIsAScript) {
@@ -83,11 +83,11 @@ TEST_F(StoppedSubtitles, AreAddedByAnEncoderThatIsAScript) {
     work_.let_go();
     ChildRun tool(words_, all);
     EXPECT_EQ(tool.wait(), 0) << tool.errors();
-    EXPECT_EQ(content_of(film_), work_.whole());
+    EXPECT_EQ(content_of(mp4_), work_.whole());
     EXPECT_FALSE(left_something_temporary());
 }
 
-TEST_F(StoppedSubtitles, LeaveTheFilmAsItIsOnASignal) {
+TEST_F(StoppedSubtitles, LeaveTheMp4FileAsItIsOnASignal) {
     for (const int signal : {SIGTERM, SIGINT}) {
         std::filesystem::remove(work_.held() / "id");
         ChildRun tool(words_, variables());
@@ -101,7 +101,7 @@ TEST_F(StoppedSubtitles, LeaveTheFilmAsItIsOnASignal) {
     }
 }
 
-TEST_F(StoppedSubtitles, LeaveTheFilmAsItIsWhenTheEncoderIsKilled) {
+TEST_F(StoppedSubtitles, LeaveTheMp4FileAsItIsWhenTheEncoderIsKilled) {
     ChildRun tool(words_, variables());
     const pid_t encoder = work_.encoder_id();
     ASSERT_NE(encoder, 0);
@@ -110,35 +110,35 @@ TEST_F(StoppedSubtitles, LeaveTheFilmAsItIsWhenTheEncoderIsKilled) {
     expect_nothing_changed();
 }
 
-TEST_F(StoppedSubtitles, LeaveAFilmAloneThatHasReplacedTheirs) {
+TEST_F(StoppedSubtitles, LeaveAMp4FileAloneThatHasReplacedTheirs) {
     ChildRun tool(words_, variables());
     ASSERT_NE(work_.encoder_id(), 0);
-    std::filesystem::rename(folder_.write("newer", "newer"), film_);
+    std::filesystem::rename(folder_.write("newer", "newer"), mp4_);
     work_.let_go();
     EXPECT_EQ(tool.wait(), 1);
-    EXPECT_EQ(content_of(film_), "newer");
-    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.mp4.failed.txt", "film.srt"}));
-    EXPECT_NE(content_of(film_ + ".failed.txt").find("was replaced or removed meanwhile"),
+    EXPECT_EQ(content_of(mp4_), "newer");
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.mp4.failed.txt", "MP4 file.srt"}));
+    EXPECT_NE(content_of(mp4_ + ".failed.txt").find("was replaced or removed meanwhile"),
               std::string::npos);
 }
 
-TEST_F(StoppedSubtitles, LeaveNoTraceBesideANewerFilmThatHasSubtitles) {
+TEST_F(StoppedSubtitles, LeaveNoTraceBesideANewerMp4FileThatHasSubtitles) {
     ChildRun tool(words_, variables());
     ASSERT_NE(work_.encoder_id(), 0);
-    std::filesystem::rename(folder_.write("newer", work_.whole()), film_);
+    std::filesystem::rename(folder_.write("newer", work_.whole()), mp4_);
     work_.let_go();
     EXPECT_EQ(tool.wait(), 1);
-    EXPECT_EQ(content_of(film_), work_.whole());
-    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt"}));
+    EXPECT_EQ(content_of(mp4_), work_.whole());
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "MP4 file.srt"}));
 }
 
-TEST_F(StoppedSubtitles, DoNotBringBackAFilmThatWasRemoved) {
+TEST_F(StoppedSubtitles, DoNotBringBackAMp4FileThatWasRemoved) {
     ChildRun tool(words_, variables());
     ASSERT_NE(work_.encoder_id(), 0);
-    std::filesystem::remove(film_);
+    std::filesystem::remove(mp4_);
     work_.let_go();
     EXPECT_EQ(tool.wait(), 1);
-    EXPECT_EQ(folder_.names(), (Names{"film.mp4.failed.txt", "film.srt"}));
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4.failed.txt", "MP4 file.srt"}));
 }
 
 TEST_F(StoppedSubtitles, AreFinishedWhenTheProgramDies) {
@@ -157,8 +157,8 @@ TEST_F(StoppedSubtitles, AreFinishedWhenTheProgramDies) {
     ::kill(tool, SIGHUP);
     work_.let_go();
     EXPECT_TRUE(eventually([tool] { return !is_running(tool); }));
-    EXPECT_EQ(content_of(film_), work_.whole());
-    EXPECT_EQ(folder_.names(), (Names{"film.mp4", "film.srt"}));
+    EXPECT_EQ(content_of(mp4_), work_.whole());
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "MP4 file.srt"}));
 }
 
 TEST_F(StoppedSubtitles, AreFinishedWhenNobodyReadsTheProgressAnyMore) {
@@ -170,7 +170,7 @@ TEST_F(StoppedSubtitles, AreFinishedWhenNobodyReadsTheProgressAnyMore) {
     ASSERT_NE(work_.encoder_id(), 0);
     work_.let_go();
     EXPECT_EQ(tool.wait(), 0) << tool.errors();
-    EXPECT_EQ(content_of(film_), work_.whole());
+    EXPECT_EQ(content_of(mp4_), work_.whole());
 }
 
 TEST_F(StoppedSubtitles, SurviveKillall) {
@@ -193,7 +193,7 @@ TEST_F(StoppedSubtitles, SurviveKillall) {
     ChildRun run(script, variables());
     EXPECT_EQ(run.wait(), 0) << run.errors();
     EXPECT_EQ(content_of(work_.held() / "status"), "143\n0\n") << run.errors();
-    EXPECT_EQ(content_of(film_), work_.whole());
+    EXPECT_EQ(content_of(mp4_), work_.whole());
 }
 
 }  // namespace

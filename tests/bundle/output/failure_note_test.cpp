@@ -27,7 +27,7 @@ class Trace : public testing::Test {
 
     TemporaryFolder out_;
     TemporaryFolder folder_;
-    Subject subject_{out_ / "film.mp4", folder_ / "movies/film.avi"};
+    Subject subject_{out_ / "movie.mp4", folder_ / "movies/movie.avi"};
 };
 
 TEST_F(Trace, SaysWhatCanBeDoneAndWhatHappenedInTheOrderOfTheSteps) {
@@ -40,7 +40,7 @@ TEST_F(Trace, SaysWhatCanBeDoneAndWhatHappenedInTheOrderOfTheSteps) {
               "The last lines of the tool:\n    line 1\n    line 2\nThe MP4 file was made.\n"
               "\n== The subtitles ==\n"
               "What happened:\n    late\nWhat was left:\n    old\n");
-    EXPECT_EQ(out_.names(), Names{"film.mp4.failed.txt"});
+    EXPECT_EQ(out_.names(), Names{"movie.mp4.failed.txt"});
 }
 
 TEST_F(Trace, IsReplacedByTheNextFailureOfTheStep) {
@@ -67,10 +67,10 @@ TEST_F(Trace, GoesAsAWholeWithAConversion) {
 }
 
 TEST_F(Trace, SparesAPersonsOwnFileAndGoesBesideTheMovie) {
-    const std::string other = out_.write("film.mp4.failed.txt", "my notes");
+    const std::string other = out_.write("movie.mp4.failed.txt", "my notes");
     const auto left = leave_trace(subject_, Step::kConversion, {"failed", "", ""});
     ASSERT_TRUE(left);
-    EXPECT_TRUE(left->path.starts_with(folder_ / "movies/film.mp4~")) << left->path;
+    EXPECT_TRUE(left->path.starts_with(folder_ / "movies/movie.mp4~")) << left->path;
     EXPECT_NE(left->why_not_beside.find("a file of your own"), std::string::npos);
     EXPECT_NE(content_of(left->path).find("failed"), std::string::npos);
     clear_trace(subject_, Step::kConversion);
@@ -83,7 +83,7 @@ TEST_F(Trace, SparesALink) {
     std::filesystem::create_symlink(out_ / "real.failed.txt", subject_.output + ".failed.txt");
     leave(Step::kConversion, {"other", "", ""});
     clear_trace(subject_, Step::kConversion);
-    EXPECT_EQ(out_.names(), (Names{"film.mp4.failed.txt", "real.failed.txt"}));
+    EXPECT_EQ(out_.names(), (Names{"movie.mp4.failed.txt", "real.failed.txt"}));
     EXPECT_FALSE(tells("other"));
 }
 
@@ -94,8 +94,8 @@ TEST_F(Trace, CannotBeForgedByTheToolsLines) {
     EXPECT_FALSE(tells("\x1B"));
 }
 
-TEST_F(Trace, TellsAnOlderFilmFromANewOne) {
-    out_.write("film.mp4", "old");
+TEST_F(Trace, TellsAnOlderMp4FileFromANewOne) {
+    out_.write("movie.mp4", "old");
     const utimbuf past{1'000'000, 1'000'000};
     ASSERT_EQ(::utime(subject_.output.c_str(), &past), 0);
     EXPECT_FALSE(tells_of_no_output(subject_));
@@ -106,29 +106,17 @@ TEST_F(Trace, TellsAnOlderFilmFromANewOne) {
     EXPECT_FALSE(tells_of_no_output(subject_));
 }
 
-TEST_F(Trace, OfAnEarlierVersionIsUnderstood) {
-    out_.write("film.mp4.failed.txt",
-               "Vantreo: not everything went well here.\n\n== The conversion ==\n"
-               "What happened:\n    no room\nWhat was left:\n    old\nNo new film was made.\n"
-               "\n== The subtitles ==\nWhat happened:\n    late\nWhat was left:\n    old\n");
-    EXPECT_TRUE(tells_of_no_output(subject_));
-    clear_trace(subject_, Step::kSubtitles);
-    EXPECT_TRUE(tells_of_no_output(subject_));
-    clear_trace(subject_, Step::kConversion);
-    EXPECT_EQ(out_.names(), Names{});
-}
-
-TEST_F(Trace, DoesNotTakeAShortFilmForNone) {
+TEST_F(Trace, DoesNotTakeAShortMp4FileForNone) {
     leave(Step::kConversion, {"short", "", "", true});
     EXPECT_FALSE(tells_of_no_output(subject_));
 }
 
 TEST_F(Trace, GoesIntoTheHomeFolderWhereNeitherOtherFolderTakesIt) {
     std::filesystem::create_directory(folder_ / "home");
-    const Subject lost{"/proc/film.mp4", "/proc/film.avi"};
+    const Subject lost{"/proc/movie.mp4", "/proc/movie.avi"};
     const auto left = leave_trace(lost, Step::kConversion, {"failed", "", ""});
     ASSERT_TRUE(left);
-    EXPECT_TRUE(left->path.starts_with(folder_ / "home/film.mp4~")) << left->path;
+    EXPECT_TRUE(left->path.starts_with(folder_ / "home/movie.mp4~")) << left->path;
     EXPECT_TRUE(tells_of_no_output(lost));
     clear_trace(lost, Step::kConversion);
     EXPECT_FALSE(std::filesystem::exists(left->path));
@@ -136,34 +124,34 @@ TEST_F(Trace, GoesIntoTheHomeFolderWhereNeitherOtherFolderTakesIt) {
 
 TEST_F(Trace, IsInOnePlaceOnly) {
     std::filesystem::create_directories(folder_ / "gone");
-    const Subject subject{folder_ / "later/film.mp4", subject_.source};
+    const Subject subject{folder_ / "later/movie.mp4", subject_.source};
     const auto away = leave_trace(subject, Step::kConversion, {"first", "", ""});
     ASSERT_TRUE(away);
     std::filesystem::rename(folder_ / "gone", folder_ / "later");
     const auto beside = leave_trace(subject, Step::kConversion, {"second", "", ""});
     ASSERT_TRUE(beside);
-    EXPECT_EQ(beside->path, folder_ / "later/film.mp4.failed.txt");
+    EXPECT_EQ(beside->path, folder_ / "later/movie.mp4.failed.txt");
     EXPECT_EQ(beside->why_not_beside, "");
     EXPECT_FALSE(std::filesystem::exists(away->path));
 }
 
 TEST_F(Trace, FailsWhereNothingCanBeWritten) {
     const auto left =
-        leave_trace({"/proc/film.mp4", "/proc/film.avi"}, Step::kConversion, {"failed", "", ""});
+        leave_trace({"/proc/movie.mp4", "/proc/movie.avi"}, Step::kConversion, {"failed", "", ""});
     EXPECT_FALSE(left);
 }
 
 TEST(TracePlaces, DifferForOutputsOfOneName) {
-    const auto one = trace_places({"/a/film.mp4", "/m/film.avi"});
-    const auto other = trace_places({"/b/film.mp4", "/m/film.avi"});
+    const auto one = trace_places({"/a/movie.mp4", "/m/movie.avi"});
+    const auto other = trace_places({"/b/movie.mp4", "/m/movie.avi"});
     ASSERT_GE(one.size(), 2U);
     EXPECT_NE(one[1], other[1]);
-    EXPECT_TRUE(one[1].starts_with("/m/film.mp4~")) << one[1];
+    EXPECT_TRUE(one[1].starts_with("/m/movie.mp4~")) << one[1];
     EXPECT_LE(trace_places({"/a/" + std::string(255, 'n'), "/m/f"})[1].size(), 3U + 255U);
 }
 
 TEST(TracePath, IsShortenedToWhatAFolderTakes) {
-    EXPECT_EQ(trace_path("a/film.mp4"), "a/film.mp4.failed.txt");
+    EXPECT_EQ(trace_path("a/movie.mp4"), "a/movie.mp4.failed.txt");
     EXPECT_EQ(trace_path("a/" + std::string(244, 'n')),
               "a/" + std::string(244, 'n') + ".failed.txt");
     EXPECT_EQ(trace_path("/f/" + std::string(245, 'a')),

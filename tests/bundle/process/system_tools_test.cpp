@@ -102,7 +102,7 @@ TEST_F(SystemToolsTest, AreNamedWhenMissing) {
 TEST_F(SystemToolsTest, AreNeverTheNeighbourInTheBundle) {
     std::filesystem::create_symlink(TOOL_MP4BOX, folder_ / "one/ffprobe");
     std::filesystem::create_symlink(TOOL_FFMPEG, folder_ / "two/ffprobe");
-    ChildRun tool({TOOL_FFMPEG, "-i", folder_.write("film.avi", "film")});
+    ChildRun tool({TOOL_FFMPEG, "-i", folder_.write("movie.avi", "movie")});
     EXPECT_EQ(tool.wait(), 1);
     EXPECT_NE(tool.errors().find("the system's ffprobe is missing"), std::string::npos);
 }

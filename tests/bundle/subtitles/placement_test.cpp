@@ -15,23 +15,23 @@ TEST(SubtitlePlace, IsTheLowerEdgeOfThePicture) {
     EXPECT_EQ(place.top, 230);
 }
 
-TEST(TextTrack, IsPlacedInAFilm) {
+TEST(TextTrack, IsPlacedInAMp4File) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(make_film_with_subtitles(folder / "film.mp4"));
-    const std::string before = content_of(folder / "film.mp4");
-    EXPECT_FALSE(place_text_track_in(folder / "film.mp4", {0x123, 0x45, 0x67}));
-    const std::string after = content_of(folder / "film.mp4");
+    ASSERT_TRUE(make_movie_with_subtitles(folder / "movie.mp4"));
+    const std::string before = content_of(folder / "movie.mp4");
+    EXPECT_FALSE(place_text_track_in(folder / "movie.mp4", {0x123, 0x45, 0x67}));
+    const std::string after = content_of(folder / "movie.mp4");
     EXPECT_EQ(after.size(), before.size());
     using namespace std::string_literals;
     EXPECT_NE(after.find("\0\x67\0\0\x40\0\0\0\x01\x23\0\0\0\x45\0\0"s), std::string::npos);
-    EXPECT_EQ(only_stream(probed(folder / "film.mp4"), "subtitle")["codec_name"], "mov_text");
+    EXPECT_EQ(only_stream(probed(folder / "movie.mp4"), "subtitle")["codec_name"], "mov_text");
 }
 
 TEST(TextTrack, LeavesThoseOfOthersWhereTheyWere) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(make_film_with_subtitles(folder / "film.mp4"));
-    std::string film = content_of(folder / "film.mp4");
-    std::string original = film.substr(film.find("moov") + 4);
+    ASSERT_TRUE(make_movie_with_subtitles(folder / "movie.mp4"));
+    std::string mp4 = content_of(folder / "movie.mp4");
+    std::string original = mp4.substr(mp4.find("moov") + 4);
     original.replace(original.find(kTrackName), 7, "Another");
     std::string copy = original;
     const std::size_t layer = original.rfind("tkhd") + 4 + 32;
@@ -46,9 +46,9 @@ TEST(TextTrack, LeavesThoseOfOthersWhereTheyWere) {
 
 TEST(TextTrack, IsNotFoundInABrokenIndex) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(make_film_with_subtitles(folder / "film.mp4"));
-    const std::string film = content_of(folder / "film.mp4");
-    const std::string moov = film.substr(film.find("moov") + 4);
+    ASSERT_TRUE(make_movie_with_subtitles(folder / "movie.mp4"));
+    const std::string mp4 = content_of(folder / "movie.mp4");
+    const std::string moov = mp4.substr(mp4.find("moov") + 4);
     std::string whole = moov;
     ASSERT_TRUE(place_text_track(whole, {}));
     for (std::size_t length = 0; length < moov.size(); length += 7) {
@@ -60,9 +60,9 @@ TEST(TextTrack, IsNotFoundInABrokenIndex) {
     EXPECT_FALSE(place_text_track(none, {}));
 }
 
-TEST(TextTrack, IsMissedInAFileThatIsNoFilm) {
+TEST(TextTrack, IsMissedInAFileThatIsNoMp4File) {
     const TemporaryFolder folder;
-    EXPECT_TRUE(place_text_track_in(folder.write("text", "no film at all, but long enough"), {}));
+    EXPECT_TRUE(place_text_track_in(folder.write("text", "no movie at all, but long enough"), {}));
     EXPECT_TRUE(place_text_track_in(folder / "missing", {}));
 }
 

@@ -10,7 +10,7 @@ namespace {
 TEST(SubtitleText, IsReadIntoCues) {
     const TemporaryFolder folder;
     const auto cues =
-        read_subtitles(folder.write("film.srt",
+        read_subtitles(folder.write("movie.srt",
                                     "\xEF\xBB\xBF"
                                     "1\r\n00:00:01,000 --> 00:00:02,500\r\nText\r\n"));
     ASSERT_TRUE(cues);

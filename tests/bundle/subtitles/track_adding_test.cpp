@@ -4,9 +4,9 @@
 
 #include <fstream>
 
+#include "bundle/support/samples.h"
 #include "mp4/boxes.h"
 #include "mp4/index.h"
-#include "bundle/support/samples.h"
 #include "support/temporary_folder.h"
 
 namespace bundle {
@@ -23,8 +23,8 @@ TextTrack track_with(const std::string& text) {
 class TextTracks : public testing::Test {
   protected:
     void SetUp() override {
-        path_ = folder_ / "film.mp4";
-        ASSERT_TRUE(make_film_with_subtitles(path_));
+        path_ = folder_ / "movie.mp4";
+        ASSERT_TRUE(make_movie_with_subtitles(path_));
     }
 
     std::optional<Mp4Index> index() const {
@@ -81,15 +81,15 @@ TEST_F(TextTracks, HaveNumbersOfTheirOwn) {
 }
 
 TEST_F(TextTracks, AreNotAddedToABrokenIndex) {
-    const std::string film = content_of(path_);
-    const std::string moov = film.substr(film.find("moov") + 4);
+    const std::string movie = content_of(path_);
+    const std::string moov = movie.substr(movie.find("moov") + 4);
     ASSERT_GT(with_text_tracks(moov, {track_with("a")}, 0).size(), moov.size());
     for (std::size_t length = 0; length < moov.size(); length += 7) {
         const std::string result = with_text_tracks(moov.substr(0, length), {track_with("a")}, 0);
         EXPECT_TRUE(result.empty() || result.size() > length);
     }
     EXPECT_TRUE(add_text_tracks(folder_ / "missing", {track_with("a")}));
-    EXPECT_TRUE(add_text_tracks(folder_.write("text", "no film at all"), {track_with("a")}));
+    EXPECT_TRUE(add_text_tracks(folder_.write("text", "no movie at all"), {track_with("a")}));
 }
 
 }  // namespace

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-/// What the program reads out of a report on a film.
+/// What the program reads out of a report on a movie.
 struct ReadReport {
     std::string duration;
     std::string width;

@@ -9,8 +9,8 @@ bool run_ffmpeg(std::vector<std::string> arguments) {
     return ChildRun(arguments).wait() == 0;
 }
 
-bool make_film(const std::string& path, const std::string& size, const std::string& rate,
-               const std::string& seconds, const std::vector<std::string>& coding) {
+bool make_movie(const std::string& path, const std::string& size, const std::string& rate,
+                const std::string& seconds, const std::vector<std::string>& coding) {
     std::vector<std::string> arguments{
         "-f", "lavfi", "-i", "testsrc2=s=" + size + ":r=" + rate + ":d=" + seconds,
         "-f", "lavfi", "-i", "sine=r=44100:d=" + seconds};
@@ -19,15 +19,15 @@ bool make_film(const std::string& path, const std::string& size, const std::stri
     return run_ffmpeg(arguments);
 }
 
-bool make_film(const std::string& path) {
-    return make_film(path, "160x120", "25", "2", {"-c:v", "mpeg4", "-c:a", "pcm_s16le"});
+bool make_movie(const std::string& path) {
+    return make_movie(path, "160x120", "25", "2", {"-c:v", "mpeg4", "-c:a", "pcm_s16le"});
 }
 
-bool make_silent_film(const std::string& path) {
-    return make_film(path, "160x120", "25", "1", {"-map", "0:v", "-c:v", "mpeg4"});
+bool make_silent_movie(const std::string& path) {
+    return make_movie(path, "160x120", "25", "1", {"-map", "0:v", "-c:v", "mpeg4"});
 }
 
-bool make_film_with_subtitles(const std::string& path) {
+bool make_movie_with_subtitles(const std::string& path) {
     const TemporaryFolder folder;
     const std::string text = folder.write("text.srt", "1\n00:00:00,100 --> 00:00:00,500\nText\n");
     return run_ffmpeg({"-f", "lavfi", "-i", "testsrc2=s=160x120:r=25:d=1", "-i", text, "-c:v",
@@ -47,9 +47,9 @@ nlohmann::json probed(const std::string& path, bool with_packets) {
     return nlohmann::json::parse(ffprobe.output(), nullptr, false);
 }
 
-nlohmann::json only_stream(const nlohmann::json& film, const std::string& kind) {
+nlohmann::json only_stream(const nlohmann::json& movie, const std::string& kind) {
     nlohmann::json found;
-    for (const auto& stream : film.value("streams", nlohmann::json::array())) {
+    for (const auto& stream : movie.value("streams", nlohmann::json::array())) {
         if (stream["codec_type"] == kind) {
             if (!found.is_null()) {
                 return nullptr;

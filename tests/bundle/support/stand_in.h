@@ -13,13 +13,13 @@
 #include "subtitles/placement.h"
 
 /// Tests that stop a tool in the middle of its work. The system's ffmpeg is replaced by a stand-in
-/// of that name that writes a film made before and holds still until it is let go; ffprobe is the
+/// of that name that writes a movie made before and holds still until it is let go; ffprobe is the
 /// real one.
 class HeldWork {
   public:
     HeldWork() {
-        make_film_with_subtitles(film());
-        bundle::place_text_track_in(film(), bundle::subtitle_place(160, 120));
+        make_movie_with_subtitles(movie());
+        bundle::place_text_track_in(movie(), bundle::subtitle_place(160, 120));
         std::filesystem::create_directory(held_ / "bin");
         std::filesystem::create_symlink(STAND_IN_ENCODER, encoder());
     }
@@ -27,14 +27,14 @@ class HeldWork {
     std::string encoder() const { return held_ / "bin/ffmpeg"; }
     const TemporaryFolder& held() const { return held_; }
 
-    /// What the stand-in writes: a film with a picture and the tools' subtitles in their place.
-    std::string film() const { return held_ / "film.mp4"; }
-    std::string whole() const { return content_of(film()); }
+    /// What the stand-in writes: a movie with a picture and the tools' subtitles in their place.
+    std::string movie() const { return held_ / "movie.mp4"; }
+    std::string whole() const { return content_of(movie()); }
 
     ChildRun::Variables variables() const {
         return {{"VANTREO_FFMPEG", encoder()},
                 {"STAND_IN_FOLDER", held_.path().string()},
-                {"STAND_IN_FILM", film()}};
+                {"STAND_IN_FILM", movie()}};
     }
     ChildRun::Variables stubborn_variables() const {
         auto all = variables();

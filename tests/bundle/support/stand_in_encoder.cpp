@@ -1,8 +1,8 @@
-// Stands in for the system's ffmpeg: writes a finished film to its last argument, leaves its
+// Stands in for the system's ffmpeg: writes an MP4 file to its last argument, leaves its
 // process id in a file, and goes on only when it is let go.
 //
 // STAND_IN_FOLDER   where it writes "arguments" (one a line) and then "id", and waits for "go"
-// STAND_IN_FILM     the film that it writes
+// STAND_IN_FILM     the movie that it writes
 // STAND_IN_REPORTS  number of progress reports that it prints first
 // STAND_IN_STUBBORN set: SIGTERM does not end it
 
