@@ -18,7 +18,7 @@ class StoppedSubtitles : public testing::Test {
         ASSERT_TRUE(make_movie_with_subtitles(mp4_));
         before_ = content_of(mp4_);
         const std::string text =
-            folder_.write("MP4 file.srt", "1\n00:00:00,100 --> 00:00:00,500\nText\n");
+            folder_.write("movie.srt", "1\n00:00:00,100 --> 00:00:00,500\nText\n");
         words_ = {TOOL_MP4BOX, "-add", text + ":hdlr=sbtl", mp4_};
         std::filesystem::create_directory(work_.held() / "tmp");
     }
@@ -36,7 +36,7 @@ class StoppedSubtitles : public testing::Test {
 
     void expect_nothing_changed() const {
         EXPECT_EQ(content_of(mp4_), before_);
-        EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.mp4.failed.txt", "MP4 file.srt"}));
+        EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.mp4.failed.txt", "movie.srt"}));
     }
 
     HeldWork work_;
@@ -69,7 +69,7 @@ TEST_F(StoppedSubtitles, LeaveNothingTemporaryBehindTheRunAfterAKilledOne) {
     ChildRun next(words_, variables());
     EXPECT_EQ(next.wait(), 0) << next.errors();
     EXPECT_FALSE(left_something_temporary());
-    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "MP4 file.srt"}));
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.srt"}));
 }
 
 TEST_F(StoppedSubtitles, AreAddedByAnEncoderThatIsAScript) {
@@ -117,7 +117,7 @@ TEST_F(StoppedSubtitles, LeaveAMp4FileAloneThatHasReplacedTheirs) {
     work_.let_go();
     EXPECT_EQ(tool.wait(), 1);
     EXPECT_EQ(content_of(mp4_), "newer");
-    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.mp4.failed.txt", "MP4 file.srt"}));
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.mp4.failed.txt", "movie.srt"}));
     EXPECT_NE(content_of(mp4_ + ".failed.txt").find("was replaced or removed meanwhile"),
               std::string::npos);
 }
@@ -129,7 +129,7 @@ TEST_F(StoppedSubtitles, LeaveNoTraceBesideANewerMp4FileThatHasSubtitles) {
     work_.let_go();
     EXPECT_EQ(tool.wait(), 1);
     EXPECT_EQ(content_of(mp4_), work_.whole());
-    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "MP4 file.srt"}));
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.srt"}));
 }
 
 TEST_F(StoppedSubtitles, DoNotBringBackAMp4FileThatWasRemoved) {
@@ -138,7 +138,7 @@ TEST_F(StoppedSubtitles, DoNotBringBackAMp4FileThatWasRemoved) {
     std::filesystem::remove(mp4_);
     work_.let_go();
     EXPECT_EQ(tool.wait(), 1);
-    EXPECT_EQ(folder_.names(), (Names{"movie.mp4.failed.txt", "MP4 file.srt"}));
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4.failed.txt", "movie.srt"}));
 }
 
 TEST_F(StoppedSubtitles, AreFinishedWhenTheProgramDies) {
@@ -158,7 +158,7 @@ TEST_F(StoppedSubtitles, AreFinishedWhenTheProgramDies) {
     work_.let_go();
     EXPECT_TRUE(eventually([tool] { return !is_running(tool); }));
     EXPECT_EQ(content_of(mp4_), work_.whole());
-    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "MP4 file.srt"}));
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.srt"}));
 }
 
 TEST_F(StoppedSubtitles, AreFinishedWhenNobodyReadsTheProgressAnyMore) {

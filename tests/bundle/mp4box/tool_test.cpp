@@ -52,19 +52,19 @@ class Subtitles : public testing::Test {
 };
 
 TEST_F(Subtitles, BecomeAnEnabledTextTrack) {
-    ASSERT_EQ(add(folder_.write("MP4 file.srt", kSubtitles), mp4_), 0) << errors_;
+    ASSERT_EQ(add(folder_.write("movie.srt", kSubtitles), mp4_), 0) << errors_;
     const auto track = only_stream(probed(mp4_), "subtitle");
     ASSERT_TRUE(track.is_object());
     EXPECT_EQ(track["codec_name"], "mov_text");
     EXPECT_EQ(track["codec_tag_string"], "tx3g");
     EXPECT_EQ(track["disposition"]["default"], 1);
     EXPECT_NE(content_of(mp4_).find("hdlr" + std::string(8, '\0') + "sbtl"), std::string::npos);
-    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "MP4 file.srt"}));
+    EXPECT_EQ(folder_.names(), (Names{"movie.mp4", "movie.srt"}));
 }
 
 TEST_F(Subtitles, LeaveVideoAndAudioUntouched) {
     const auto before = probed(mp4_, true);
-    ASSERT_EQ(add(folder_.write("MP4 file.srt", kSubtitles), mp4_), 0) << errors_;
+    ASSERT_EQ(add(folder_.write("movie.srt", kSubtitles), mp4_), 0) << errors_;
     const auto after = probed(mp4_, true);
     for (const char* kind : {"video", "audio"}) {
         const auto packets = packets_of(before, kind);
@@ -77,7 +77,7 @@ TEST_F(Subtitles, LeaveVideoAndAudioUntouched) {
 }
 
 TEST_F(Subtitles, KeepTheirTextsAndTimes) {
-    ASSERT_EQ(add(folder_.write("MP4 file.srt", "\xEF\xBB\xBF" + kSubtitles), mp4_), 0) << errors_;
+    ASSERT_EQ(add(folder_.write("movie.srt", "\xEF\xBB\xBF" + kSubtitles), mp4_), 0) << errors_;
     ASSERT_TRUE(run_ffmpeg({"-i", mp4_, "-map", "0:s", folder_ / "back.srt"}));
     std::string back = content_of(folder_ / "back.srt");
     std::erase(back, '\r');  // ffmpeg writes them within a cue
@@ -92,7 +92,7 @@ TEST_F(Subtitles, ReplaceEarlierOnesAndKeepChaptersAndMetadata) {
     ASSERT_TRUE(
         run_ffmpeg({"-i", mp4_, "-f", "ffmetadata", "-i", metadata, "-map_metadata", "1",
                     "-map_chapters", "1", "-c", "copy", "-f", "ipod", folder_ / "chapters.mp4"}));
-    const std::string text = folder_.write("MP4 file.srt", kSubtitles);
+    const std::string text = folder_.write("movie.srt", kSubtitles);
     ASSERT_EQ(add(text, folder_ / "chapters.mp4"), 0) << errors_;
     ASSERT_EQ(add(text, folder_ / "chapters.mp4"), 0) << errors_;
     const auto mp4 = probed(folder_ / "chapters.mp4");
@@ -107,7 +107,7 @@ TEST_F(Subtitles, ReplaceEarlierOnesAndKeepChaptersAndMetadata) {
 }
 
 TEST_F(Subtitles, ShowProgressThatTheProgramReads) {
-    ASSERT_EQ(add(folder_.write("MP4 file.srt", kSubtitles), mp4_), 0) << errors_;
+    ASSERT_EQ(add(folder_.write("movie.srt", kSubtitles), mp4_), 0) << errors_;
     EXPECT_TRUE(output_.starts_with("ISO File Writing: |                    | (0/100)\r"));
     EXPECT_EQ(read_subtitle_percent(output_), "100");
     EXPECT_EQ(errors_, "");
@@ -135,7 +135,7 @@ TEST_F(Subtitles, TakeNamesThatLookLikeOptionsInTheCurrentFolder) {
 }
 
 TEST_F(Subtitles, AreAddedToThoseOfOthers) {
-    const std::string text = folder_.write("MP4 file.srt", kSubtitles);
+    const std::string text = folder_.write("movie.srt", kSubtitles);
     const std::string other = folder_ / "other.mp4";
     ASSERT_TRUE(run_ffmpeg({"-i", mp4_, "-i", text, "-map", "0", "-map", "1", "-c", "copy", "-c:s",
                             "mov_text", other}));
@@ -166,7 +166,7 @@ TEST_F(Subtitles, LeaveTheMp4FileAsItIsAndATraceWhenTheyAreBroken) {
 }
 
 TEST_F(Subtitles, LeaveAFileThatIsNoMp4FileAsItIs) {
-    const std::string text = folder_.write("MP4 file.srt", kSubtitles);
+    const std::string text = folder_.write("movie.srt", kSubtitles);
     ASSERT_TRUE(run_ffmpeg({"-i", mp4_, "-c", "copy", folder_ / "movie.mkv"}));
     ASSERT_TRUE(run_ffmpeg({"-i", mp4_, "-c", "copy", folder_ / "MP4 file.mov"}));
     for (const std::string& other : {folder_.write("garbage.mp4", "no movie at all"),
@@ -183,13 +183,13 @@ TEST_F(Subtitles, AreNotAddedToAnOlderMp4FileAfterAFailedConversion) {
     const std::string before = content_of(mp4_);
     const std::string broken = folder_.write("broken.avi", "no MP4 file");
     ASSERT_EQ(ChildRun(transcode_words(broken, "160x120", mp4_)).wait(), 1);
-    EXPECT_EQ(add(folder_.write("MP4 file.srt", kSubtitles), mp4_), 1);
+    EXPECT_EQ(add(folder_.write("movie.srt", kSubtitles), mp4_), 1);
     EXPECT_EQ(content_of(mp4_), before);
     EXPECT_NE(content_of(mp4_ + ".failed.txt").find("== The conversion =="), std::string::npos);
 }
 
 TEST_F(Subtitles, TellInTheTraceWhetherThereIsAMp4File) {
-    const std::string text = folder_.write("MP4 file.srt", "no subtitles");
+    const std::string text = folder_.write("movie.srt", "no subtitles");
     EXPECT_EQ(add(text, mp4_), 1);
     EXPECT_NE(content_of(mp4_ + ".failed.txt").find("' is there, without"), std::string::npos);
     const std::string missing = folder_ / "missing.mp4";
