@@ -215,7 +215,7 @@ Result<EncodedMovie> encode_movie(const TranscodeRequest& request, PrivateFile& 
     if (!made) {
         return output.explained(made.failure());
     }
-    tell_messages(made->messages, request.input);
+    print_messages(made->messages, request.input);
     return made;
 }
 

@@ -15,8 +15,8 @@
 #include "movie/report.h"
 #include "mp4/check.h"
 #include "output/failure_note.h"
+#include "output/failure_reports.h"
 #include "output/private_file.h"
-#include "output/telling.h"
 #include "process/own_end.h"
 #include "process/source_check.h"
 
@@ -39,21 +39,21 @@ constexpr const char* kOnGaps =
     "Check whether the picture of the movie stands still too when it plays. If it does, get "
     "another copy and convert it again; keep this one until then.";
 
-/// How much of a movie that lasts to its end is damaged, as a trace reports it; usually nothing.
-std::optional<Report> damage(const TranscodeRequest& request, const EncodedMovie& made) {
+/// How much of a movie that lasts to its end is damaged, for the failure note; usually nothing.
+std::optional<FailureNote> damage(const TranscodeRequest& request, const EncodedMovie& made) {
     const auto& audio = made.movie.audio;
     const std::string gaps = picture_gaps(made.frames, frame_rate(made.movie.video));
     if (gaps.empty() ||
         !has_other_errors(made.messages, audio ? audio->index : -1, audio ? audio->codec : "?")) {
         return std::nullopt;
     }
-    return Report{in_quotes(request.input) + ": " + gaps,
-                  "The MP4 file " + in_quotes(request.output) +
-                      " was made, with what can be read of the movie.",
-                  made.messages,
-                  true,
-                  kOnGaps,
-                  "The picture of the MP4 file stands still where the movie is damaged."};
+    return FailureNote{in_quotes(request.input) + ": " + gaps,
+                       "The MP4 file " + in_quotes(request.output) +
+                           " was made, with what can be read of the movie.",
+                       made.messages,
+                       true,
+                       kOnGaps,
+                       "The picture of the MP4 file stands still where the movie is damaged."};
 }
 
 std::string advice_on_lacking(bool is_whole) {
@@ -63,8 +63,8 @@ std::string advice_on_lacking(bool is_whole) {
                       "movie and convert it again; keep this one until then.";
 }
 
-/// What an MP4 file lacks, as a trace tells it; usually nothing.
-std::optional<Report> lacking(const TranscodeRequest& request, const EncodedMovie& made) {
+/// What an MP4 file lacks, for the failure note; usually nothing.
+std::optional<FailureNote> lacking(const TranscodeRequest& request, const EncodedMovie& made) {
     const double promised =
         std::max(made.movie.duration.value_or(0), intended_length(request.input, made.duration));
     const std::string missing = shortfall(promised, made.duration);
@@ -75,19 +75,21 @@ std::optional<Report> lacking(const TranscodeRequest& request, const EncodedMovi
     if (missing.empty() && silent.empty()) {
         return damage(request, made);
     }
-    return Report{in_quotes(request.input) + ": " + missing +
-                      (missing.empty() || silent.empty() ? "" : " ") + silent,
-                  "The MP4 file " + in_quotes(request.output) + " was made, " +
-                      (missing.empty() ? "without sound." : "with what there is of the movie."),
-                  made.messages,
-                  true,
-                  advice_on_lacking(missing.empty()),
-                  missing.empty() ? "The MP4 file has no sound: the movie's cannot be decoded."
-                                  : "The MP4 file is shorter than the movie should be."};
+    return FailureNote{
+        in_quotes(request.input) + ": " + missing + (missing.empty() || silent.empty() ? "" : " ") +
+            silent,
+        "The MP4 file " + in_quotes(request.output) + " was made, " +
+            (missing.empty() ? "without sound." : "with what there is of the movie."),
+        made.messages,
+        true,
+        advice_on_lacking(missing.empty()),
+        missing.empty() ? "The MP4 file has no sound: the movie's cannot be decoded."
+                        : "The MP4 file is shorter than the movie should be."};
 }
 
-/// Makes the output; what a trace has to tell about it.
-Result<std::optional<Report>> convert(const TranscodeRequest& request, const StopSignals& stop) {
+/// Makes the output and returns the failure note about it, usually none.
+Result<std::optional<FailureNote>> convert(const TranscodeRequest& request,
+                                           const StopSignals& stop) {
     auto output = PrivateFile::create(request.output);
     if (!output) {
         return output.failure();
@@ -114,7 +116,7 @@ std::string untouched(const std::string& output, bool was_there) {
                      : "There is no MP4 file " + in_quotes(output) + ".";
 }
 
-/// Where the traces of a conversion go. Nothing is written to a drive that does not answer.
+/// Where the failure notes of a conversion go. Nothing is written to a drive that does not answer.
 Subject subject_of(const TranscodeRequest& request, Cause cause = Cause::kUnknown) {
     const bool hangs = cause == Cause::kDriveSilent || cause == Cause::kStalled;
     return {request.output, hangs ? "" : request.input};
@@ -156,18 +158,18 @@ MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop)
             about("cannot convert " + in_quotes(request.input) + " to " + in_quotes(request.output),
                   outcome.failure());
         if (!is_expected(stop)) {
-            tell_in_trace(
+            report_failure(
                 subject_of(request, failure.cause), Step::kConversion,
-                failed_report(Step::kConversion, failure,
-                              "The movie " + in_quotes(request.input) + " was only read. " +
-                                  untouched(request.output, was_there)));
+                failure_note(Step::kConversion, failure,
+                             "The movie " + in_quotes(request.input) + " was only read. " +
+                                 untouched(request.output, was_there)));
         }
         return failure;
     }
-    clear_trace(subject_of(request), Step::kConversion);
+    clear_note(subject_of(request), Step::kConversion);
     if (*outcome) {
         complain("ffmpeg", (*outcome)->happened);
-        tell_in_trace(subject_of(request), Step::kConversion, **outcome);
+        report_failure(subject_of(request), Step::kConversion, **outcome);
     }
     return std::nullopt;
 }
@@ -175,8 +177,8 @@ MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop)
 void tell_of_refusal(const std::string& output, const Failure& failure) {
     const Failure why = failure_by(Cause::kNotUnderstood,
                                    "The command line was not understood: " + failure.message);
-    tell_in_trace({output, ""}, Step::kConversion,
-                  failed_report(Step::kConversion, why,
+    report_failure({output, ""}, Step::kConversion,
+                   failure_note(Step::kConversion, why,
                                 "No movie was read. " + untouched(output, exists(output))));
 }
 

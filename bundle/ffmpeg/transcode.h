@@ -16,12 +16,12 @@ MaybeFailure report_movie(const std::string& path, const StopSignals& stop);
 ///
 /// Blocks to the end of the work. The output appears only when it is whole; after a failure or a
 /// stop an older output is as it was. Refuses an output that is the input by another name. A
-/// failure leaves a trace, and so does a movie that is shorter than its source promised, has lost
-/// its sound, or stands still where a third of the source cannot be read. A stop does too, unless
-/// the program itself has stopped this or has ended.
+/// failure leaves a failure note, and so does a movie that is shorter than its source promised, has
+/// lost its sound, or stands still where a third of the source cannot be read. A stop does too,
+/// unless the program itself has stopped this or has ended.
 MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop);
 
-/// Leaves a trace beside `output` of a command line that was not understood.
+/// Leaves a failure note beside `output` about a command line that was not understood.
 void tell_of_refusal(const std::string& output, const Failure& failure);
 
 }  // namespace bundle

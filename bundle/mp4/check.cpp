@@ -51,7 +51,7 @@ double duration_of(const Mp4Index& index) {
 
 }  // namespace
 
-Result<double> check_mp4(const std::string& path, const Streams& streams) {
+Result<double> check_mp4(const std::string& path, const ExpectedStreams& expected) {
     std::ifstream file(path, std::ios::binary);
     const auto index = read_mp4_index(file);
     if (!index) {
@@ -60,10 +60,10 @@ Result<double> check_mp4(const std::string& path, const Streams& streams) {
     if (tracks_of(*index, kPicture) == 0) {
         return incomplete("it has no picture");
     }
-    if (streams.audio && tracks_of(*index, kSound) == 0) {
+    if (expected.audio && tracks_of(*index, kSound) == 0) {
         return incomplete("it has no sound");
     }
-    if (tracks_of(*index, kSubtitles) < streams.subtitle_tracks) {
+    if (tracks_of(*index, kSubtitles) < expected.subtitle_tracks) {
         return incomplete("it has no subtitles");
     }
     return duration_of(*index);

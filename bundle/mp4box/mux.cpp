@@ -11,8 +11,8 @@
 #include "movie/movie_tags.h"
 #include "mp4/check.h"
 #include "output/failure_note.h"
+#include "output/failure_reports.h"
 #include "output/private_file.h"
-#include "output/telling.h"
 #include "process/ffprobe.h"
 #include "process/progress.h"
 #include "process/run_ffmpeg.h"
@@ -30,7 +30,7 @@ constexpr std::string_view kHandlerSuffix = ":hdlr=sbtl";
 
 /// Copies the MP4 file and the subtitles into `output`; the share of the MP4 file's bytes that has
 /// been written is the progress.
-MaybeFailure mux(const SubtitleRequest& request, const Container& container,
+MaybeFailure mux(const SubtitleRequest& request, const Mp4Facts& facts,
                  const std::vector<Cue>& cues, const std::string& output, const StopSignals& stop) {
     const auto input = nameless_file(ass_script(cues));
     if (!input) {
@@ -42,13 +42,13 @@ MaybeFailure mux(const SubtitleRequest& request, const Container& container,
         write_if_ready(STDOUT_FILENO, file_progress_line(percent));
     };
     show({});
-    const FfmpegWork work{subtitle_arguments(request.mp4, container, output), kProcessName,
+    const FfmpegWork work{subtitle_arguments(request.mp4, facts, output), kProcessName,
                           input->get()};
     const auto messages = run_ffmpeg(work, show, stop);
     if (!messages) {
         return messages.failure();
     }
-    tell_messages(*messages);
+    print_messages(*messages);
     return std::nullopt;
 }
 
@@ -60,7 +60,7 @@ MaybeFailure check_request(const SubtitleRequest& request) {
     if (same_file(request.subtitles, request.mp4)) {
         return Failure{"the MP4 file and the subtitles are the same file"};
     }
-    if (tells_of_no_output(subject_of(request))) {
+    if (conversion_failed(subject_of(request))) {
         return failure_by(Cause::kNotConverted, exists(request.mp4)
                                                     ? "the movie was not converted, and what lies "
                                                       "there is an older MP4 file"
@@ -69,20 +69,20 @@ MaybeFailure check_request(const SubtitleRequest& request) {
     return std::nullopt;
 }
 
-MaybeFailure check_container(const Container& container) {
-    return container.is_mp4 && container.width > 0
+MaybeFailure check_facts(const Mp4Facts& facts) {
+    return facts.is_mp4 && facts.width > 0
                ? MaybeFailure()
                : failure_by(Cause::kNotMp4, "the file is not an MP4 file");
 }
 
 /// Puts the text where players expect it, and looks whether the MP4 file is whole.
-MaybeFailure place_and_check(const std::string& mp4, const Container& container,
+MaybeFailure place_and_check(const std::string& mp4, const Mp4Facts& facts,
                              const std::string& copied_from) {
-    const TextPlace place = subtitle_place(container.width, container.height);
+    const TextPlace place = subtitle_place(facts.width, facts.height);
     if (auto failure = place_text_track_in(mp4, place, copied_from)) {
         return failure;
     }
-    const Streams streams{container.has_audio, container.subtitle_tracks + 1};
+    const ExpectedStreams streams{facts.has_audio, facts.subtitle_tracks + 1};
     const auto duration = check_mp4(mp4, streams);
     return duration ? MaybeFailure() : duration.failure();
 }
@@ -100,8 +100,8 @@ bool is_done_by_another(const SubtitleRequest& request, const Failure& failure,
     if (failure.cause != Cause::kReplaced) {
         return false;
     }
-    const auto probed = probe_entries(request.mp4, kContainerEntries, stop);
-    return probed && !container_from(*probed).own_tracks.empty();
+    const auto probed = probe_entries(request.mp4, kMp4Entries, stop);
+    return probed && !mp4_facts(*probed).own_tracks.empty();
 }
 
 MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
@@ -114,20 +114,20 @@ MaybeFailure add(const SubtitleRequest& request, const StopSignals& stop) {
         return output.failure();
     }
     output->replace_only(read);
-    const auto probed = probe_entries(request.mp4, kContainerEntries, stop);
+    const auto probed = probe_entries(request.mp4, kMp4Entries, stop);
     if (!probed) {
         return probed.failure();
     }
-    const Container container = container_from(*probed);
-    if (auto failure = check_container(container)) {
+    const Mp4Facts facts = mp4_facts(*probed);
+    if (auto failure = check_facts(facts)) {
         return failure;
     }
     const auto cues = read_subtitles(request.subtitles);
     if (!cues) {
         return cues.failure();
     }
-    auto failure = mux(request, container, *cues, output->path(), stop);
-    failure = failure ? failure : place_and_check(output->path(), container, request.mp4);
+    auto failure = mux(request, facts, *cues, output->path(), stop);
+    failure = failure ? failure : place_and_check(output->path(), facts, request.mp4);
     return failure ? output->explained(*failure) : output->publish_whole(stop);
 }
 
@@ -142,46 +142,45 @@ Result<SubtitleRequest> parse_subtitle_request(const std::vector<std::string>& a
     return SubtitleRequest{arguments[1].substr(0, length), arguments[2]};
 }
 
-const char* const kContainerEntries =
+const char* const kMp4Entries =
     "format=format_name:format_tags=major_brand,creation_time:stream=index,codec_type,width,height:"
     "stream_tags=handler_name:stream_disposition=attached_pic";
 
-Container container_from(const nlohmann::json& probed) {
+Mp4Facts mp4_facts(const nlohmann::json& probed) {
     using pointer = nlohmann::json::json_pointer;
-    Container container;
-    container.brand = probed.value(pointer("/format/tags/major_brand"), "");
-    container.recorded = recording_time(probed.value(pointer("/format/tags/creation_time"), ""));
+    Mp4Facts facts;
+    facts.brand = probed.value(pointer("/format/tags/major_brand"), "");
+    facts.recorded = recording_time(probed.value(pointer("/format/tags/creation_time"), ""));
     const std::string format = probed.value(pointer("/format/format_name"), "");
-    container.is_mp4 =
-        format.find("mp4") != std::string::npos && !container.brand.starts_with("qt");
+    facts.is_mp4 = format.find("mp4") != std::string::npos && !facts.brand.starts_with("qt");
     for (const auto& stream : probed.value("streams", nlohmann::json::array())) {
         const std::string kind = stream.value("codec_type", "");
         if (kind == "subtitle" && stream.value(pointer("/tags/handler_name"), "") == kTrackName) {
-            container.own_tracks.push_back(stream.value("index", 0));
+            facts.own_tracks.push_back(stream.value("index", 0));
         } else if (kind == "subtitle") {
-            ++container.subtitle_tracks;
+            ++facts.subtitle_tracks;
         } else if (kind == "audio") {
-            container.has_audio = true;
-        } else if (kind == "video" && container.width == 0 &&
+            facts.has_audio = true;
+        } else if (kind == "video" && facts.width == 0 &&
                    stream.value(pointer("/disposition/attached_pic"), 0) == 0) {
-            container.width = stream.value("width", 0);
-            container.height = stream.value("height", 0);
+            facts.width = stream.value("width", 0);
+            facts.height = stream.value("height", 0);
         }
     }
-    return container;
+    return facts;
 }
 
-std::vector<std::string> subtitle_arguments(const std::string& mp4, const Container& container,
+std::vector<std::string> subtitle_arguments(const std::string& mp4, const Mp4Facts& facts,
                                             const std::string& output) {
-    const std::string track = ":s:" + std::to_string(container.subtitle_tracks);
-    const std::string format = container.brand.starts_with("M4V") ? "ipod" : "mp4";
+    const std::string track = ":s:" + std::to_string(facts.subtitle_tracks);
+    const std::string format = facts.brand.starts_with("M4V") ? "ipod" : "mp4";
     // Data tracks are left to the muxer: it makes the one for the chapters again from their list.
     std::vector<std::string> arguments{"-i",     file_url(mp4), "-f", "ass",  "-i",
                                        "pipe:0", "-map",        "0",  "-map", "-0:d"};
     const auto append = [&arguments](std::initializer_list<std::string> more) {
         arguments.insert(arguments.end(), more);
     };
-    for (const int index : container.own_tracks) {
+    for (const int index : facts.own_tracks) {
         append({"-map", "-0:" + std::to_string(index)});
     }
     append({"-map", "1:0", "-c", "copy", "-c" + track, "mov_text"});
@@ -189,8 +188,8 @@ std::vector<std::string> subtitle_arguments(const std::string& mp4, const Contai
     append({"-time_base" + track, "1/1000"});
     append({"-metadata:s" + track, std::string("handler_name=") + kTrackName});
     // The only tag that ffmpeg does not copy by itself.
-    if (!container.recorded.empty()) {
-        append({"-metadata", "creation_time=" + container.recorded});
+    if (!facts.recorded.empty()) {
+        append({"-metadata", "creation_time=" + facts.recorded});
     }
     // Of several tracks only one may be enabled.
     append(
@@ -204,12 +203,12 @@ MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& st
                                  in_quotes(request.mp4),
                              *reason);
         if (!is_done_by_another(request, failure, stop)) {
-            tell_in_trace(subject_of(request), Step::kSubtitles,
-                          failed_report(Step::kSubtitles, failure, what_was_left(request)));
+            report_failure(subject_of(request), Step::kSubtitles,
+                           failure_note(Step::kSubtitles, failure, what_was_left(request)));
         }
         return failure;
     }
-    clear_trace(subject_of(request), Step::kSubtitles);
+    clear_note(subject_of(request), Step::kSubtitles);
     write_if_ready(STDOUT_FILENO, file_progress_line(100));
     return std::nullopt;
 }

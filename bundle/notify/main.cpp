@@ -1,6 +1,6 @@
-// Shows a notification about a step that did not go well. The tools start it and forget it:
+// Shows a notification about a step that failed. The tools start it and forget it:
 //
-//   notify OUTPUT STEP NAME SENTENCE TRACE
+//   notify OUTPUT STEP NAME SENTENCE NOTE
 //
 // It ends by itself within some seconds, whatever the desktop does.
 

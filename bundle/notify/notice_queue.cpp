@@ -17,7 +17,7 @@ constexpr std::size_t kFields = 5;
 constexpr std::size_t kLargestState = 1 << 20;
 
 std::array<std::string, kFields> fields_of(const Entry& entry) {
-    return {entry.output, entry.step, entry.name, entry.sentence, entry.trace};
+    return {entry.output, entry.step, entry.name, entry.sentence, entry.note};
 }
 
 void pack(std::string& bytes, const std::vector<Entry>& entries) {
@@ -56,7 +56,7 @@ class Reader {
         for (long long left = number(); is_whole_ && left > 0; --left) {
             Entry entry;
             for (std::string* field :
-                 {&entry.output, &entry.step, &entry.name, &entry.sentence, &entry.trace}) {
+                 {&entry.output, &entry.step, &entry.name, &entry.sentence, &entry.note}) {
                 *field = text();
             }
             found.push_back(entry);

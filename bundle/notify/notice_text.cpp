@@ -15,7 +15,7 @@ struct Movie {
     std::string output;
     std::string name;
     std::string sentences;
-    std::string trace;
+    std::string note;
 };
 
 std::vector<Movie> movies_of(std::vector<Entry> entries) {
@@ -27,10 +27,10 @@ std::vector<Movie> movies_of(std::vector<Entry> entries) {
             return movie.output == entry.output;
         });
         if (found == movies.end()) {
-            movies.push_back({entry.output, entry.name, entry.sentence, entry.trace});
+            movies.push_back({entry.output, entry.name, entry.sentence, entry.note});
         } else {
             found->sentences += " " + entry.sentence;
-            found->trace = entry.trace.empty() ? found->trace : entry.trace;
+            found->note = entry.note.empty() ? found->note : entry.note;
         }
     }
     return movies;
@@ -41,11 +41,11 @@ std::string folder_of(const std::string& path) {
     return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
 }
 
-/// The folders with the traces, each once.
+/// The folders of the notes, each once.
 std::vector<std::string> folders_of(const std::vector<Movie>& movies) {
     std::vector<std::string> folders;
     for (const Movie& movie : movies) {
-        const std::string folder = folder_of(movie.trace);
+        const std::string folder = folder_of(movie.note);
         if (!folder.empty() && std::find(folders.begin(), folders.end(), folder) == folders.end()) {
             folders.push_back(folder);
         }
@@ -66,12 +66,12 @@ std::string where(const std::vector<std::string>& folders) {
 
 Message on_one(const Movie& movie) {
     return {movie.name, movie.sentences + "\n" +
-                            (movie.trace.empty() ? "The program's console says more."
-                                                 : "More is in " + one_line(movie.trace))};
+                            (movie.note.empty() ? "The program's console says more."
+                                                : "More is in " + one_line(movie.note))};
 }
 
 Message on_several(const std::vector<Movie>& movies) {
-    Message message{std::to_string(movies.size()) + " movies: not everything went well", ""};
+    Message message{std::to_string(movies.size()) + " movies: there were problems", ""};
     const std::size_t named = std::min(movies.size(), kMostNamed);
     for (std::size_t at = 0; at < named; ++at) {
         message.body += one_line(movies[at].name) + ": " + movies[at].sentences + "\n";

@@ -12,7 +12,7 @@ struct Entry {
     std::string step;    ///< its number, from "0"
     std::string name;    ///< the movie's
     std::string sentence;
-    std::string trace;  ///< path of the file that says more; empty: there is none
+    std::string note;  ///< path of the file that says more; empty: there is none
 
     bool operator==(const Entry&) const = default;
 };

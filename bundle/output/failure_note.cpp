@@ -16,18 +16,18 @@ namespace bundle {
 
 namespace {
 
-constexpr std::int64_t kLargestTrace = 65536;
+constexpr std::int64_t kLargestNote = 65536;
 
-/// The trace when it is an ordinary file of ours; empty when there is none or another one.
-std::string own_trace(const std::string& path) {
+/// The text of a failure note; empty when there is none or the file is something else.
+std::string own_note(const std::string& path) {
     struct stat status {};
     if (::lstat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode) ||
-        status.st_size > kLargestTrace) {
+        status.st_size > kLargestNote) {
         return {};
     }
     std::ifstream file(path, std::ios::binary);
     std::string text(std::istreambuf_iterator<char>(file), {});
-    return is_trace(text) ? text : std::string();
+    return is_note(text) ? text : std::string();
 }
 
 MaybeFailure write_privately(const std::string& path, const std::string& text) {
@@ -44,19 +44,19 @@ MaybeFailure write_privately(const std::string& path, const std::string& text) {
     return file->publish();
 }
 
-MaybeFailure leave_at(const std::string& path, Step step, const Report& report) {
-    const std::string old = own_trace(path);
+MaybeFailure leave_at(const std::string& path, Step step, const FailureNote& note) {
+    const std::string old = own_note(path);
     if (old.empty() && exists(path)) {
-        return Failure{in_quotes(path) + " is a file of your own, which stays"};
+        return Failure{in_quotes(path) + " is a file of your own, which is kept"};
     }
     Parts parts = parts_of(old);
-    parts[place_of(step)] = part_text(step, report);
-    return write_privately(path, trace_text(parts));
+    parts[place_of(step)] = part_text(step, note);
+    return write_privately(path, note_text(parts));
 }
 
-/// Takes the steps from the first one on, but before the last one, out of the trace.
+/// Removes what the note says about the steps from `first` up to, but not including, `last`.
 void clear_at(const std::string& path, std::size_t first, std::size_t last) {
-    const std::string old = own_trace(path);
+    const std::string old = own_note(path);
     if (old.empty()) {
         return;
     }
@@ -64,7 +64,7 @@ void clear_at(const std::string& path, std::size_t first, std::size_t last) {
     for (std::size_t step = first; step < last; ++step) {
         parts[step].clear();
     }
-    const std::string text = trace_text(parts);
+    const std::string text = note_text(parts);
     if (text.empty()) {
         ::unlink(path.c_str());
     } else if (text != old) {
@@ -72,10 +72,11 @@ void clear_at(const std::string& path, std::size_t first, std::size_t last) {
     }
 }
 
-/// What another place says of the step is older.
-void forget_elsewhere(const std::vector<std::string>& places, const std::string& left, Step step) {
+/// Notes about the step in other places are older.
+void clear_elsewhere(const std::vector<std::string>& places, const std::string& written,
+                     Step step) {
     for (const std::string& path : places) {
-        if (path != left) {
+        if (path != written) {
             clear_at(path, place_of(step), place_of(step) + 1);
         }
     }
@@ -83,30 +84,30 @@ void forget_elsewhere(const std::vector<std::string>& places, const std::string&
 
 }  // namespace
 
-Result<Left> leave_trace(const Subject& subject, Step step, const Report& report) {
-    const auto places = trace_places(subject);
+Result<WrittenNote> leave_note(const Subject& subject, Step step, const FailureNote& note) {
+    const auto places = note_places(subject);
     MaybeFailure first;
     for (const std::string& path : places) {
-        const auto failure = leave_at(path, step, report);
+        const auto failure = leave_at(path, step, note);
         if (!failure) {
-            forget_elsewhere(places, path, step);
-            return Left{path, first ? first->message : ""};
+            clear_elsewhere(places, path, step);
+            return WrittenNote{path, first ? first->message : ""};
         }
         first = first ? first : failure;
     }
     return *first;
 }
 
-void clear_trace(const Subject& subject, Step from) {
-    for (const std::string& path : trace_places(subject)) {
+void clear_note(const Subject& subject, Step from) {
+    for (const std::string& path : note_places(subject)) {
         clear_at(path, place_of(from), kSteps);
     }
 }
 
-bool tells_of_no_output(const Subject& subject) {
-    const auto places = trace_places(subject);
+bool conversion_failed(const Subject& subject) {
+    const auto places = note_places(subject);
     return std::any_of(places.begin(), places.end(), [&subject](const std::string& path) {
-        return says_not_made(parts_of(own_trace(path))[place_of(Step::kConversion)]) &&
+        return says_not_made(parts_of(own_note(path))[place_of(Step::kConversion)]) &&
                !is_newer(subject.output, path);
     });
 }

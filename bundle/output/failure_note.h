@@ -8,23 +8,23 @@
 
 namespace bundle {
 
-/// A trace that was left.
-struct Left {
+/// A failure note that was written.
+struct WrittenNote {
     std::string path;
-    std::string why_not_beside;  ///< the output; empty: it lies there
+    std::string why_not_beside;  ///< why it is not beside the output; empty: it is
 };
 
-/// Writes the report into the output's trace in place of an earlier one on the same step; what the
-/// trace says about the other step stays. It appears in one step, like an output. It goes to the
-/// first of `trace_places` that takes it; a file of that name that is not a trace stays. Fails
-/// where none takes it, with the reason of the first.
-Result<Left> leave_trace(const Subject& subject, Step step, const Report& report);
+/// Writes the note in place of an earlier one about the same step; what it says about the other
+/// step stays. It appears in one step, like an output, in the first of `note_places` where it can
+/// be written. A file of that name that is not a failure note is kept. Fails where no place can be
+/// written to, with the reason of the first.
+Result<WrittenNote> leave_note(const Subject& subject, Step step, const FailureNote& note);
 
-/// Takes what the traces of the output say about a step, and about those that come after it, out of
-/// them; removes a trace when nothing is left. A file of that name that is not a trace stays.
-void clear_trace(const Subject& subject, Step from);
+/// Removes what the output's notes say about a step and those after it, and notes that say nothing
+/// else. A file of that name that is not a failure note is kept.
+void clear_note(const Subject& subject, Step from);
 
-/// True when a trace says that the output was not made: what lies there is older.
-bool tells_of_no_output(const Subject& subject);
+/// True when a note says that no MP4 file was made: a file in its place is older.
+bool conversion_failed(const Subject& subject);
 
 }  // namespace bundle

@@ -17,7 +17,7 @@ namespace {
 constexpr std::string_view kSuffix = ".failed.txt";
 constexpr std::size_t kLongestName = 255;
 
-/// Tells names apart that begin alike: "~" and eight digits, by the hash FNV-1a.
+/// "~" and the FNV-1a hash of the name in eight hexadecimal digits.
 std::string short_mark(std::string_view name) {
     std::uint32_t hash = 2166136261;
     for (const char c : name) {
@@ -32,7 +32,7 @@ std::string name_of(const std::string& path) {
     return path.substr(path.rfind('/') + 1);  // npos + 1 is 0
 }
 
-/// The beginning of the name, which leaves room for what follows it.
+/// As much of the name as fits, the mark and the suffix.
 std::string marked(const std::string& name, const std::string& mark) {
     std::size_t length = std::min(name.size(), kLongestName - kSuffix.size() - mark.size());
     // Not in the middle of a character.
@@ -49,7 +49,7 @@ std::string absolute(const std::string& path) {
 
 }  // namespace
 
-std::string trace_path(const std::string& output) {
+std::string note_path(const std::string& output) {
     const std::string name = name_of(output);
     if (name.size() + kSuffix.size() <= kLongestName) {
         return output + std::string(kSuffix);
@@ -57,9 +57,9 @@ std::string trace_path(const std::string& output) {
     return output.substr(0, output.size() - name.size()) + marked(name, short_mark(name));
 }
 
-std::vector<std::string> trace_places(const Subject& subject) {
+std::vector<std::string> note_places(const Subject& subject) {
     const std::string away = marked(name_of(subject.output), short_mark(absolute(subject.output)));
-    std::vector<std::string> places{trace_path(subject.output)};
+    std::vector<std::string> places{note_path(subject.output)};
     if (!subject.source.empty()) {
         places.push_back(folder_of(absolute(subject.source)) + "/" + away);
     }

@@ -5,19 +5,18 @@
 
 namespace bundle {
 
-/// What a trace is about.
+/// What a failure note is about.
 struct Subject {
     std::string output;  ///< the MP4 file
     std::string source;  ///< the movie, or the subtitles beside it
 };
 
-/// Where the trace of an output lies: its name with ".failed.txt". Of a name that leaves no room
-/// for that there is the beginning and a mark of its own.
-std::string trace_path(const std::string& output);
+/// The path of an output's failure note: the output's name with ".failed.txt". A name that is too
+/// long for that is cut, and a hash of it keeps it unique.
+std::string note_path(const std::string& output);
 
-/// Where a trace goes, the best place first: beside the output, else beside the source, else into
-/// the home folder. Away from the output its name has a mark, so that those of two outputs of one
-/// name differ.
-std::vector<std::string> trace_places(const Subject& subject);
+/// Where a failure note may be written, the best place first: beside the output, beside the source,
+/// in the home folder. Away from the output, a hash of its path keeps the note's name unique.
+std::vector<std::string> note_places(const Subject& subject);
 
 }  // namespace bundle

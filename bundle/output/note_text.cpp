@@ -8,15 +8,15 @@ namespace bundle {
 
 namespace {
 
-constexpr std::string_view kFirstLine = "Vantreo: not everything went well here.\n";
+constexpr std::string_view kFirstLine = "Vantreo: there was a problem with this movie.\n";
 
-/// How the parts of a trace begin, one for each step.
+/// The heading of each step.
 constexpr std::array<std::string_view, kSteps> kHeadings{"\n== The conversion ==\n",
                                                          "\n== The subtitles ==\n"};
 constexpr std::string_view kNotMade = "No new MP4 file was made.\n";
 constexpr std::string_view kMade = "The MP4 file was made.\n";
 
-/// The lines moved to the right, so that none of them can look like a part's heading.
+/// Indents the lines, so that none of them can pass for a heading.
 std::string indented(std::string_view lines) {
     std::string text = "    ";
     for (const char c : printable(lines)) {
@@ -36,23 +36,23 @@ std::size_t place_of(Step step) {
     return static_cast<std::size_t>(step);
 }
 
-bool is_trace(std::string_view text) {
+bool is_note(std::string_view text) {
     return text.starts_with(kFirstLine);
 }
 
-Parts parts_of(const std::string& trace) {
+Parts parts_of(const std::string& note) {
     Parts parts;
     for (std::size_t step = 0; step < parts.size(); ++step) {
-        const std::size_t start = trace.find(kHeadings[step]);
+        const std::size_t start = note.find(kHeadings[step]);
         if (start != std::string::npos) {
             const std::size_t body = start + kHeadings[step].size();
-            parts[step] = trace.substr(body, trace.find("\n== ", body) - body);
+            parts[step] = note.substr(body, note.find("\n== ", body) - body);
         }
     }
     return parts;
 }
 
-std::string trace_text(const Parts& parts) {
+std::string note_text(const Parts& parts) {
     std::string text;
     for (std::size_t step = 0; step < parts.size(); ++step) {
         if (!parts[step].empty()) {
@@ -62,13 +62,13 @@ std::string trace_text(const Parts& parts) {
     return text.empty() ? text : std::string(kFirstLine) + text;
 }
 
-std::string part_text(Step step, const Report& report) {
-    std::string text = paragraph("What you can do:", report.advice) +
-                       paragraph("What happened:", report.happened) +
-                       paragraph("What was left:", report.untouched) +
-                       paragraph("The last lines of the tool:", report.last_lines);
+std::string part_text(Step step, const FailureNote& note) {
+    std::string text = paragraph("What you can do:", note.advice) +
+                       paragraph("What happened:", note.happened) +
+                       paragraph("Result:", note.untouched) +
+                       paragraph("The last lines of the tool:", note.last_lines);
     if (step == Step::kConversion) {
-        text += report.is_delivered ? kMade : kNotMade;
+        text += note.is_delivered ? kMade : kNotMade;
     }
     return text;
 }

@@ -22,7 +22,7 @@ namespace {
 
 constexpr const char* kHelper = "notify";
 
-/// What a session without a bus says, or a test that wants none.
+/// True where there is no bus, or where a test wants none.
 bool is_no_address(std::string_view address) {
     return address.empty() || address.starts_with("disabled:");
 }
@@ -45,7 +45,7 @@ std::vector<char*> pointers_to(std::vector<std::string>& words) {
     return pointers;
 }
 
-/// Nobody who waits for the end of this tool's output is to wait for the helper.
+/// Whoever reads this tool's output to its end must not wait for the helper.
 void close_everything() {
     const int nothing = ::open("/dev/null", O_RDWR);
     for (int standard = STDIN_FILENO; standard <= STDERR_FILENO; ++standard) {
@@ -64,7 +64,7 @@ void restore_signals() {
     }
 }
 
-/// In the copy of this process: a child of nobody's becomes the helper.
+/// In the forked process: a grandchild becomes the helper, so that this tool need not wait for it.
 [[noreturn]] void become(char* const* words) {
 #ifdef __linux__
     ::prctl(PR_SET_NAME, kHelper);
@@ -86,7 +86,7 @@ void show_notice(const Notice& notice, Step step) {
         return;
     }
     std::vector<std::string> words{helper,      notice.output,   std::to_string(place_of(step)),
-                                   notice.name, notice.sentence, notice.trace};
+                                   notice.name, notice.sentence, notice.note};
     const auto pointers = pointers_to(words);
     const pid_t id = ::fork();
     if (id == 0) {

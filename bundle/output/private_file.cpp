@@ -197,7 +197,8 @@ MaybeFailure PrivateFile::takes_more() const {
         at += written;
         written = ::pwrite(descriptor_.get(), piece.data(), piece.size(), at);
     } while (written > 0 && at + written < size + static_cast<off_t>(kProbeSize));
-    auto trouble = written < 0 ? MaybeFailure(failure("the disk takes no more")) : std::nullopt;
+    auto trouble =
+        written < 0 ? MaybeFailure(failure("could not write to the disk")) : std::nullopt;
     [[maybe_unused]] const int cut = ::ftruncate(descriptor_.get(), size);
     return trouble;
 }

@@ -89,13 +89,13 @@ class Limits {
 
     MaybeFailure exceeded() {
         if (stall_.stalled()) {
-            return failure_by(Cause::kStalled, name_of(command_) + " gave no sign of life for " +
+            return failure_by(Cause::kStalled, name_of(command_) + " stopped responding for " +
                                                    std::to_string(kLongestStall.count() / 1000) +
                                                    " seconds");
         }
         if (command_.longest_run.count() > 0 && Clock::now() - start_ > command_.longest_run) {
             return failure_by(Cause::kStalled,
-                              name_of(command_) + " came to no end within " +
+                              name_of(command_) + " did not finish within " +
                                   std::to_string(command_.longest_run.count() / 1000) + " seconds");
         }
         return std::nullopt;
@@ -130,7 +130,7 @@ Result<int> run(const Command& command, const Listener& listener, const StopSign
         if (errors.read_available() || printed) {
             limits.heard();
         }
-        if (listener.is_enough && listener.is_enough()) {
+        if (listener.should_stop && listener.should_stop()) {
             return Failure{name_of(command) + " was ended before its time"};
         }
         if (status) {

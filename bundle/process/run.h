@@ -27,8 +27,8 @@ struct Command {
 struct Listener {
     std::function<void(std::string_view)> on_output;  ///< a piece of its standard output
     std::function<void(std::string_view)> on_error;   ///< a piece of its error stream
-    std::function<void()> on_tick;         ///< every `kTick`, if none of these takes longer
-    std::function<bool()> is_enough = {};  ///< true ends the program
+    std::function<void()> on_tick;           ///< every `kTick`, if none of these takes longer
+    std::function<bool()> should_stop = {};  ///< true ends the program
 };
 
 inline constexpr std::chrono::milliseconds kTick{250};

@@ -89,7 +89,7 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
     return text;
 }
 
-void tell_messages(const std::string& messages, const std::string& subject) {
+void print_messages(const std::string& messages, const std::string& subject) {
     if (!messages.empty()) {
         write_patiently(STDERR_FILENO,
                         "the system's ffmpeg" + on(subject) + ": " + printable(messages) + "\n");

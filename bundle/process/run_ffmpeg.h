@@ -34,6 +34,6 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
 
 /// Tells on the error stream what ffmpeg had to say on the file `subject`, which may be none, when
 /// it said something.
-void tell_messages(const std::string& messages, const std::string& subject = {});
+void print_messages(const std::string& messages, const std::string& subject = {});
 
 }  // namespace bundle

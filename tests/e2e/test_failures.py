@@ -86,15 +86,15 @@ class Failures(WindowCase):
         film = make_film(self.movies / "R&B <live>.mkv", 1)
         self.convert_into(window, film, self.mount("sealed", "ro,size=64k"))
         text = self.wait_for_notification(film.name)
-        (trace,) = self.movies.glob("R&B <live>.mp4~*.failed.txt")
-        name = trace.name.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;")
+        (note,) = self.movies.glob("R&B <live>.mp4~*.failed.txt")
+        name = note.name.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;")
         self.assertEqual(
             text,
             f"{film.name}\nIt was not converted: the output folder cannot be written to.\n"
             f"More is in {self.movies}/{name}",
         )
-        self.assertIn("Choose another output folder", trace.read_text())
-        self.assertIn(f"what happened is written in '{trace}'", self.said())
+        self.assertIn("Choose another output folder", note.read_text())
+        self.assertIn(f"what happened is written in '{note}'", self.said())
 
     def check_full_disk(self, window: Vantreo) -> Path:
         film = make_film(self.movies / "large.mkv", 2, grain=50)
@@ -109,16 +109,16 @@ class Failures(WindowCase):
         film = make_truncated_film(self.movies / name, options)
         film.with_suffix(".srt").write_text("no subtitles")
         self.convert_into(window, film, self.output)
-        trace = self.output / "half.mp4.failed.txt"
-        self.assertTrue(trace.with_name("half.mp4").is_file())
+        note = self.output / "half.mp4.failed.txt"
+        self.assertTrue(note.with_name("half.mp4").is_file())
         for words in ("Check whether the movie plays to its end", "holds no subtitles"):
-            self.assertIn(words, trace.read_text())
+            self.assertIn(words, note.read_text())
         return film
 
     def said(self) -> str:
         return Path(self.console.name).read_text()
 
-    def test_each_movie_leaves_a_notification_and_a_trace(self) -> None:
+    def test_each_movie_leaves_a_notification_and_a_note(self) -> None:
         self.console = self.enterContext(tempfile.NamedTemporaryFile())
         good = make_film(self.movies / "good.mkv", 1)
         window = self.enterContext(Vantreo(console=self.console))

@@ -88,5 +88,5 @@ class InnerCase(FilmCase):
             self.assertAlmostEqual(one[0], other[0], delta=0.04)
             self.assertAlmostEqual(one[1], other[1], delta=0.04)
 
-    def trace(self) -> Path:
+    def note(self) -> Path:
         return self.out.with_name("out.mp4.failed.txt")

@@ -39,7 +39,7 @@ def adding(text: Path, film: Path) -> list[str]:
     return [str(MP4BOX), "-add", f"{text}:hdlr=sbtl", str(film)]
 
 
-def trace_of(out: Path) -> Path:
+def note_of(out: Path) -> Path:
     return out.with_name(out.name + ".failed.txt")
 
 

@@ -22,7 +22,7 @@ class Clocks(FilmCase):
             self.assertAlmostEqual(frame_times(self.out)[-1], 4, delta=0.2)
             self.assertFalse(self.out.with_name("out.mp4.failed.txt").exists())
             case = f"4 s in {movie.suffix[1:].upper()} whose clock starts at one hour"
-            row(SECTION, case, f"reported as {report.duration}, all of it converted; no trace")
+            row(SECTION, case, f"reported as {report.duration}, all of it converted; no failure note")
 
     def test_joined_parts(self) -> None:
         for name, more in (("part.ts", ()), ("later.ts", ("-output_ts_offset", 3600)), ("part.mpg", ())):
@@ -39,7 +39,7 @@ class Clocks(FilmCase):
             self.assertFalse(self.out.with_name("out.mp4.failed.txt").exists())
             gap = "an hour later" if more else "from zero"
             case = f"two parts of 4 s joined in {name[-3:].strip('.').upper()}, the second one's clock {gap}"
-            row(SECTION, case, "about 8 s, all of it converted; no trace")
+            row(SECTION, case, "about 8 s, all of it converted; no failure note")
 
     def signals(self, name: str, *options: object) -> Path:
         """4 s with a flash and a beep at 1 s and at 3 s."""
@@ -66,7 +66,7 @@ class Clocks(FilmCase):
                 case = f"two parts of 4 s joined in {kind.upper()}, {clocks}"
                 with self.subTest(case):
                     self.check_whole(joined)
-                row(SECTION, case, "about 8 s, all of it in step within 40 ms; no trace")
+                row(SECTION, case, "about 8 s, all of it in step within 40 ms; no failure note")
 
     def check_whole(self, joined: Path) -> None:
         report = self.convert(joined)

@@ -15,7 +15,7 @@ from output_case import (
     eventually,
     names,
     small_files,
-    trace_of,
+    note_of,
     transcoding,
 )
 from table import row, unmeasured
@@ -54,18 +54,18 @@ class Faults(OutputCase):
                 self.assertIn(cause, said)
                 self.assertEqual((after / "film.mp4").read_bytes(), before)
                 left = [name for name in names(after) if name != "filler"]
-                trace = trace_of(after / "film.mp4")
+                note = note_of(after / "film.mp4")
                 where = "beside it"
-                if not trace.exists():
-                    (trace,) = self.folder.glob("film.mp4~*.failed.txt")
-                    self.assertIn(f"what happened is written in '{trace}'", said)
+                if not note.exists():
+                    (note,) = self.folder.glob("film.mp4~*.failed.txt")
+                    self.assertIn(f"what happened is written in '{note}'", said)
                     where = "beside the movie"
-                self.assertIn(cause, trace.read_text(encoding="utf-8"))
-                trace.unlink()
+                self.assertIn(cause, note.read_text(encoding="utf-8"))
+                note.unlink()
                 self.tell(
                     case,
                     words,
-                    f"the older MP4 file, byte for byte; the trace {where} and the console say: "
+                    f"the older MP4 file, byte for byte; the failure note {where} and the console say: "
                     f"{cause}",
                 )
                 self.assertLessEqual(len(left), 2, left)
@@ -96,16 +96,16 @@ class Faults(OutputCase):
                 self.assertEqual(status, 1, said)
                 self.assertEqual(self.out.read_bytes(), before)
                 self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
-                trace = trace_of(self.out).read_text(encoding="utf-8")
-                self.assertIn("File too large", trace)
-                trace_of(self.out).unlink()
+                note = note_of(self.out).read_text(encoding="utf-8")
+                self.assertIn("File too large", note)
+                note_of(self.out).unlink()
                 self.tell(
                     "a limit on the size of files (as a quota)",
                     words,
-                    "the older film, byte for byte; the trace and the console tell: File too large",
+                    "the older film, byte for byte; the failure note and the console say: File too large",
                 )
 
-    def test_the_trace_goes_home_where_nothing_else_can_be_written(self) -> None:
+    def test_the_note_goes_home_where_nothing_else_can_be_written(self) -> None:
         case = "neither the output folder nor the movie's can be written"
         home = self.folder / "home"
         for tool, words in self.both_steps().items():
@@ -119,11 +119,11 @@ class Faults(OutputCase):
                 places = {"HOME": str(home), "SEALED": str(self.folder)}
                 status, said = self.run_words(within, env=os.environ | places)
                 self.assertEqual(status, 1, said)
-                (trace,) = home.iterdir()
-                self.assertIn(f"what happened is written in '{trace}'", said)
-                self.assertIn(str(self.out), trace.read_text(encoding="utf-8"))
+                (note,) = home.iterdir()
+                self.assertIn(f"what happened is written in '{note}'", said)
+                self.assertIn(str(self.out), note.read_text(encoding="utf-8"))
                 shutil.rmtree(home)
-                self.tell(case, words, "the trace in the home folder, as the console says")
+                self.tell(case, words, "the failure note in the home folder, as the console says")
 
     def test_a_message_bus_that_does_not_answer_holds_nothing_up(self) -> None:
         mute = socket.socket(socket.AF_UNIX)
@@ -154,12 +154,12 @@ class Faults(OutputCase):
         self.assertEqual(status, 1, said)
         self.assertIn("was removed or moved away", said)
         self.assertFalse(self.place.exists())
-        (trace,) = self.folder.glob("film.mp4~*.failed.txt")
-        self.assertIn("Connect its drive again", trace.read_text(encoding="utf-8"))
+        (note,) = self.folder.glob("film.mp4~*.failed.txt")
+        self.assertIn("Connect its drive again", note.read_text(encoding="utf-8"))
         row(
             SECTION,
             "ffmpeg: the folder is removed during the work",
-            "the trace beside the movie and the console say that it was removed",
+            "the failure note beside the movie and the console say that it was removed",
         )
 
     def test_a_folder_that_is_not_there_is_told(self) -> None:
@@ -167,13 +167,13 @@ class Faults(OutputCase):
         status, said = self.run_words(transcoding(self.source, Path(self.folder / "no" / "a.mp4")))
         self.assertEqual(status, 1)
         self.assertIn("No such file or directory", said)
-        (trace,) = self.folder.glob("a.mp4~*.failed.txt")
-        self.assertIn(str(trace), said)
+        (note,) = self.folder.glob("a.mp4~*.failed.txt")
+        self.assertIn(str(note), said)
         self.out = self.folder / "no" / "a.mp4"
         self.out.parent.mkdir()
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
-        self.assertFalse(trace.exists())
-        row(SECTION, "ffmpeg: the folder is missing", "a trace beside the movie until a success")
+        self.assertFalse(note.exists())
+        row(SECTION, "ffmpeg: the folder is missing", "a failure note beside the movie until a success")
 
 
 if __name__ == "__main__":

@@ -146,7 +146,7 @@ class InnerSubtitles(InnerCase):
         self.convert(film)
         said = [said for said in self.ended.messages if "subtitle stream 2 is damaged" in said]
         self.assertEqual(len(said), 1, self.ended.text)
-        self.assertFalse(self.trace().exists())
+        self.assertFalse(self.note().exists())
         self.assert_cues([cues[0], cues[2]])
         row(
             SECTION,

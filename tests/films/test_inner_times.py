@@ -74,7 +74,7 @@ class InnerTimes(InnerCase):
         cues = [(0.5, 90.0, "Long"), (60.0, 61.0, "Far")]
         film = self.with_texts("film.mkv", [self.text("text.srt", srt(*cues))])
         self.convert(film)
-        self.assertFalse(self.trace().exists())
+        self.assertFalse(self.note().exists())
         self.assertAlmostEqual(float(probe(self.out)["format"]["duration"]), 2, delta=0.1)
         self.assert_cues([(0.5, 2.02, "Long")])
         times = [float(time) for time in re.findall(r"time=([0-9.]+)", self.ended.text)]

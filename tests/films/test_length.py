@@ -116,7 +116,7 @@ class Length(FilmCase):
         self.assertEqual(report.duration, "00:00:05")
         self.assertFalse(self.out.with_name("out.mp4.failed.txt").exists())
         self.assertAlmostEqual(frame_times(self.out)[-1], 5, delta=0.2)
-        row(SECTION, case, f"reported as {report.duration}, all of it converted; no trace")
+        row(SECTION, case, f"reported as {report.duration}, all of it converted; no failure note")
 
     def test_a_film_whose_subtitles_outlast_it(self) -> None:
         film = self.with_late_subtitle("film.mkv")
@@ -138,10 +138,10 @@ class Length(FilmCase):
         data = film.read_bytes().replace(b"DURATION", b"DURATIOX")
         film.write_bytes(data[: len(data) // 2])
         self.convert(film)
-        trace = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
-        self.assertIn("The movie is truncated or damaged", trace)
+        note = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
+        self.assertIn("The movie is truncated or damaged", note)
         case = "the first half of that file"
-        row(SECTION, case, "what is there is converted; the trace says that the movie is truncated or damaged")
+        row(SECTION, case, "what is there is converted; the failure note says that the movie is truncated or damaged")
 
     def test_a_length_is_found_where_no_file_can_be_written(self) -> None:
         film = self.recording(6)

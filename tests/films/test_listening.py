@@ -8,7 +8,7 @@ import unittest
 from pathlib import Path
 
 from film_case import SMALL, Ended, damage_sound, picture, pitch_of, streams, tone
-from output_case import OutputCase, Started, eventually, names, trace_of, transcoding
+from output_case import OutputCase, Started, eventually, names, note_of, transcoding
 from table import row
 
 SECTION = "The film that comes in"
@@ -57,8 +57,8 @@ class Listening(OutputCase):
     def assert_starts(self, ffprobe: int, ffmpeg: int) -> None:
         self.assertEqual((self.starts("ffprobe"), self.starts("ffmpeg")), (ffprobe, ffmpeg))
 
-    def trace(self) -> str:
-        return trace_of(self.out).read_text(encoding="utf-8")
+    def note(self) -> str:
+        return note_of(self.out).read_text(encoding="utf-8")
 
     def damaged(self, *pitches: int, codec: str = "aac") -> Path:
         """A film of whose first sound nothing can be decoded."""
@@ -79,22 +79,22 @@ class Listening(OutputCase):
             self.encode(film)
             self.assert_starts(ffprobe=0, ffmpeg=1)
 
-    def test_only_damaged_sound_leaves_the_picture_and_a_trace(self) -> None:
+    def test_only_damaged_sound_leaves_the_picture_and_a_note(self) -> None:
         for codec in ("aac", "ac3"):
             with self.subTest(codec):
                 ended = self.encode(self.damaged(440, codec=codec))
                 self.assertEqual(self.starts("ffmpeg"), 2)
                 self.assertEqual(streams(self.out, "audio"), [])
-                self.assertIn(SILENT, self.trace())
+                self.assertIn(SILENT, self.note())
                 self.assertIn("none that can be decoded", ended.messages[-1])
                 self.assertNotIn("Error while decoding", ended.text)
         row(
             SECTION,
             "the only sound all damaged",
-            "a film without sound; the trace tells that it was lost",
+            "a film without sound; the failure note says that it was lost",
         )
 
-    def test_every_sound_damaged_leaves_the_picture_and_a_trace(self) -> None:
+    def test_every_sound_damaged_leaves_the_picture_and_a_note(self) -> None:
         self.record("ffmpeg", after="2> /dev/null")
         for codec in ("aac", "ac3"):
             with self.subTest(codec):
@@ -103,8 +103,8 @@ class Listening(OutputCase):
                 damage_sound(film, sound=2)
                 self.encode(film)
                 self.assertEqual(streams(self.out, "audio"), [])
-                self.assertIn(SILENT, self.trace())
-                self.assertEqual(names(self.place), [self.out.name, trace_of(self.out).name])
+                self.assertIn(SILENT, self.note())
+                self.assertEqual(names(self.place), [self.out.name, note_of(self.out).name])
 
     def test_another_sound_takes_the_place_of_one_that_is_silent(self) -> None:
         ended = self.encode(self.damaged(440, 880))
@@ -138,7 +138,7 @@ class Listening(OutputCase):
         self.record("ffmpeg", before='[ -z "$hears" ] || exit 1')
         self.encode(self.damaged(440))
         self.assert_starts(ffprobe=3, ffmpeg=2)
-        self.assertIn(SILENT, self.trace())
+        self.assertIn(SILENT, self.note())
 
     def test_an_encoder_that_fails_on_good_sound_is_not_started_again(self) -> None:
         self.record("ffmpeg", before='[ -z "$hears" ] || exit 1')
@@ -157,7 +157,7 @@ class Listening(OutputCase):
                 status, _ = started.end()
                 self.assertEqual(status, 128 + by)
                 self.assertEqual(names(self.place), ["film.mp4.failed.txt"])
-                trace_of(self.out).unlink()
+                note_of(self.out).unlink()
 
     def test_a_stop_while_it_is_listened_ends_all(self) -> None:
         self.record("ffprobe", before='[ -z "$listens" ] || exec sleep 60')

@@ -1,15 +1,15 @@
-"""Where an output goes, what is checked before it does, and the trace of what went wrong."""
+"""Where an output goes, what is checked before it does, and the failure note of what went wrong."""
 
 import os
 import unittest
 from pathlib import Path
 
 from film_case import picture, probe, tone
-from output_case import OutputCase, adding, names, trace_of, transcoding
+from output_case import OutputCase, adding, names, note_of, transcoding
 from table import row
 
 SECTION = "The file that goes out"
-FIRST_LINE = "Vantreo: not everything went well here."
+FIRST_LINE = "Vantreo: there was a problem with this movie."
 
 
 class Links(OutputCase):
@@ -80,16 +80,16 @@ class Links(OutputCase):
         )
 
 
-class Traces(OutputCase):
-    def trace(self) -> str:
-        return trace_of(self.out).read_text(encoding="utf-8")
+class FailureNotes(OutputCase):
+    def note(self) -> str:
+        return note_of(self.out).read_text(encoding="utf-8")
 
-    def test_a_failed_conversion_leaves_a_trace_that_a_later_success_removes(self) -> None:
+    def test_a_failed_conversion_leaves_a_note_that_a_later_success_removes(self) -> None:
         self.source.write_text("no film at all")
         status, _ = self.run_words(transcoding(self.source, self.out))
         self.assertEqual(status, 1)
         self.assertEqual(names(self.place), ["film.mp4.failed.txt"])
-        text = self.trace()
+        text = self.note()
         self.assertTrue(text.startswith(FIRST_LINE), text)
         expected = ("film.avi", "film.mp4", "not a movie", "was only read", "There is no MP4 file")
         for words in expected:
@@ -100,49 +100,49 @@ class Traces(OutputCase):
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
         self.assertEqual(names(self.place), ["film.mp4"])
         row(SECTION, "A conversion fails", "`film.mp4.failed.txt` beside where the film would be")
-        row(SECTION, "The next conversion succeeds", "the film; the trace is gone")
+        row(SECTION, "The next conversion succeeds", "the film; the failure note is gone")
 
-    def test_a_line_that_is_not_understood_leaves_a_trace(self) -> None:
+    def test_a_line_that_is_not_understood_leaves_a_note(self) -> None:
         before = self.make_film(self.out)
         words = transcoding(self.source, self.out, "big")
         self.assertEqual(self.run_words(words)[0], 2)
-        self.assertIn("not a picture size: 'big'", self.trace())
-        self.assertIn("The older MP4 file", self.trace())
+        self.assertIn("not a picture size: 'big'", self.note())
+        self.assertIn("The older MP4 file", self.note())
         self.assertEqual(self.out.read_bytes(), before)
-        row(SECTION, "A command line that is not understood", "the older film; the trace tells")
+        row(SECTION, "A command line that is not understood", "the older film; the failure note says why")
 
-    def test_the_trace_holds_the_last_lines_of_the_tool(self) -> None:
+    def test_the_note_holds_the_last_lines_of_the_tool(self) -> None:
         self.make_source()
         words = transcoding(self.source, self.out)
         words[-3:-3] = ["-threads", "many"]
         status, said = self.run_words(words)
         self.assertEqual(status, 1)
-        last_lines = self.trace().split("The last lines of the tool:")[1]
+        last_lines = self.note().split("The last lines of the tool:")[1]
         self.assertIn("many", last_lines)
         for line in last_lines.splitlines()[1:-1]:
             self.assertIn(f"\nffmpeg: {line.strip()}\n", said)
         row(
             SECTION,
             "The system's ffmpeg fails",
-            "a trace with its last lines, which the console has too",
+            "a failure note with its last lines, which the console has too",
         )
 
-    def test_a_file_of_the_same_name_that_is_not_a_trace_stays(self) -> None:
-        trace_of(self.out).write_text("my notes")
+    def test_a_file_of_the_same_name_that_is_not_a_note_stays(self) -> None:
+        note_of(self.out).write_text("my notes")
         self.source.write_text("no film at all")
         status, said = self.run_words(transcoding(self.source, self.out))
         self.assertEqual(status, 1)
         (away,) = self.folder.glob("film.mp4~*.failed.txt")
         self.assertIn(f"what happened is written in '{away}'", said)
-        self.assertIn("is a file of your own, which stays", said)
+        self.assertIn("is a file of your own, which is kept", said)
         self.make_source()
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
-        self.assertEqual(trace_of(self.out).read_text(), "my notes")
+        self.assertEqual(note_of(self.out).read_text(), "my notes")
         self.assertFalse(away.exists())
         row(
             SECTION,
-            "A person's own file has the trace's name",
-            "stays, after a failure and after a success; the trace goes beside the movie, as the "
+            "A person's own file has the failure note's name",
+            "stays, after a failure and after a success; the failure note goes beside the movie, as the "
             "console says",
         )
 
@@ -154,12 +154,12 @@ class Traces(OutputCase):
         self.assertTrue(all(line.startswith("ffmpeg: ") for line in said.splitlines()), said)
         self.assertEqual(self.run_words(adding(self.text, self.out))[0], 1)
         self.assertEqual(self.out.read_bytes(), before)
-        text = self.trace()
+        text = self.note()
         self.assertLess(text.index("== The conversion =="), text.index("== The subtitles =="))
         row(
             SECTION,
             "Both steps over an older film, and the first one fails",
-            "the older film, byte for byte; one trace tells of both steps",
+            "the older film, byte for byte; one failure note about both steps",
         )
 
     def test_a_film_that_its_source_cuts_short_is_delivered_with_a_note(self) -> None:
@@ -172,27 +172,27 @@ class Traces(OutputCase):
         self.assertEqual(status, 0, said)
         duration = float(probe(self.out)["format"]["duration"])
         self.assertTrue(3 < duration < 8, duration)
-        self.assertIn(f"the MP4 file has {duration:.1f} of 10.0 seconds", self.trace())
+        self.assertIn(f"the MP4 file has {duration:.1f} of 10.0 seconds", self.note())
         self.assertEqual(self.run_words(adding(self.text, self.out))[0], 0)
-        self.assertIn("are missing", self.trace())
-        self.assertIn("was made, with what there is", self.trace())
-        self.assertTrue(self.trace().endswith("The MP4 file was made.\n"))
+        self.assertIn("are missing", self.note())
+        self.assertIn("was made, with what there is", self.note())
+        self.assertTrue(self.note().endswith("The MP4 file was made.\n"))
         self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
         row(
             SECTION,
             "A movie truncated after six tenths",
-            "the MP4 file up to the truncation, with subtitles; the trace says how much is missing",
+            "the MP4 file up to the truncation, with subtitles; the failure note says how much is missing",
         )
 
-    def test_a_film_that_is_shorter_by_little_leaves_no_trace(self) -> None:
+    def test_a_film_that_is_shorter_by_little_leaves_no_note(self) -> None:
         self.film(
             "film.avi", *picture(8.5), *tone(10), "-c:v", "mpeg4", "-c:a", "pcm_s16le"
         )
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
         self.assertEqual(names(self.place), ["film.mp4"])
-        row(SECTION, "The picture ends 1.5 seconds before the sound", "the film; no trace")
+        row(SECTION, "The picture ends 1.5 seconds before the sound", "the film; no failure note")
 
-    def test_a_name_that_leaves_no_room_gives_a_shortened_trace(self) -> None:
+    def test_a_name_that_leaves_no_room_gives_a_shortened_note(self) -> None:
         out = self.place / ("n" * 251 + ".mp4")
         self.source.write_text("no film at all")
         self.assertEqual(self.run_words(transcoding(self.source, out))[0], 1)
@@ -202,7 +202,7 @@ class Traces(OutputCase):
         out = self.place / ("n" * 251 + ".mp4")
         self.assertEqual(self.run_words(transcoding(self.source, out))[0], 0)
         self.assertEqual(names(self.place), [out.name])
-        row(SECTION, "A name of 255 bytes", "the trace under its first 235 and a mark of its own, until a success")
+        row(SECTION, "A name of 255 bytes", "the failure note under its first 235 and a mark of its own, until a success")
 
 
 class Sweep(OutputCase):

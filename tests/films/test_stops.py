@@ -9,7 +9,7 @@ from collections.abc import Callable, Iterator
 from pathlib import Path
 
 from film_case import DEADLINE, streams
-from output_case import OutputCase, Started, adding, eventually, names, trace_of, transcoding
+from output_case import OutputCase, Started, adding, eventually, names, note_of, transcoding
 from table import row
 
 SECTION = "The file that goes out"
@@ -64,7 +64,7 @@ class Stops(OutputCase):
         self.assertEqual(self.out.read_bytes(), self.old)
         missing = self.folder / "missing.avi"
         self.run_words(transcoding(missing, self.place / "next.mp4"))
-        trace_of(self.place / "next.mp4").unlink()
+        note_of(self.place / "next.mp4").unlink()
         self.assertEqual(
             [name for name in names(self.place) if not name.endswith(".failed.txt")], ["film.mp4"]
         )
@@ -77,15 +77,15 @@ class Stops(OutputCase):
                 self.assertEqual(status, expected)
                 left = names(self.place)
                 is_kill = by == signal.SIGKILL
-                self.assertEqual(trace_of(self.out).exists(), not is_kill)
+                self.assertEqual(note_of(self.out).exists(), not is_kill)
                 if not is_kill:
-                    self.assertIn(f"stopped by signal {by.value}", trace_of(self.out).read_text())
-                    trace_of(self.out).unlink()
+                    self.assertIn(f"stopped by signal {by.value}", note_of(self.out).read_text())
+                    note_of(self.out).unlink()
                 self.assertEqual(len(left), 2)
                 outcome = (
-                    "one private file until the next run, no trace"
+                    "one private file until the next run, no failure note"
                     if is_kill
-                    else "no debris, a trace"
+                    else "no debris, a failure note"
                 )
                 self.assert_old_film_and_no_debris_after_the_next_run()
                 row(
@@ -94,7 +94,7 @@ class Stops(OutputCase):
                     f"the older film, nothing running, {outcome}",
                 )
 
-    def test_a_cancel_leaves_no_trace(self) -> None:
+    def test_a_cancel_leaves_no_note(self) -> None:
         session = self.folder / "session"
         mark = session / "vantreo" / f"cancel-{os.getpid()}"
         mark.parent.mkdir(parents=True)
@@ -106,7 +106,7 @@ class Stops(OutputCase):
         row(
             SECTION,
             "ffmpeg: SIGTERM to it or to the system's ffmpeg, by Cancel in its own window",
-            "the older film, nothing running, no debris, no trace",
+            "the older film, nothing running, no debris, no failure note",
         )
 
     def test_a_signal_to_the_systems_ffmpeg_is_a_failure(self) -> None:
@@ -118,11 +118,11 @@ class Stops(OutputCase):
                 self.assertEqual(status, 1)
                 self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
                 self.assertEqual(self.out.read_bytes(), self.old)
-                trace_of(self.out).unlink()
+                note_of(self.out).unlink()
         row(
             SECTION,
             "The system's ffmpeg is ended from outside, by SIGTERM, SIGINT, SIGHUP or SIGKILL",
-            "the older film, nothing running, no debris, a trace",
+            "the older film, nothing running, no debris, a failure note",
         )
 
     def test_the_end_of_the_program_ends_a_conversion(self) -> None:
@@ -136,7 +136,7 @@ class Stops(OutputCase):
             SECTION,
             "The program (a shell in its place) is ended in the middle of a conversion, by SIGTERM, "
             "SIGHUP or SIGKILL",
-            "the older film, nothing running, no debris, no trace",
+            "the older film, nothing running, no debris, no failure note",
         )
 
     def held_adding(self) -> tuple[Started, int]:
@@ -163,14 +163,14 @@ class Stops(OutputCase):
                 is_kill = by == signal.SIGKILL
                 self.assertEqual(status, -by if is_kill else 128 + by)
                 self.assertEqual(self.out.read_bytes(), self.old)
-                self.assertEqual(trace_of(self.out).exists(), not is_kill)
-                trace_of(self.out).unlink(missing_ok=True)
+                self.assertEqual(note_of(self.out).exists(), not is_kill)
+                note_of(self.out).unlink(missing_ok=True)
                 left = len(names(self.place)) - 1, len(names(self.temporary))
                 self.assertEqual(left, (1, 1) if is_kill else (0, 0))
                 outcome = (
-                    "one private file and one link until the next run, no trace"
+                    "one private file and one link until the next run, no failure note"
                     if is_kill
-                    else "no debris, a trace"
+                    else "no debris, a failure note"
                 )
                 self.add_subtitles_without_debris()
                 self.out.write_bytes(self.old)
@@ -195,12 +195,12 @@ class Stops(OutputCase):
         status, said = started.end()
         self.assertEqual(status, 1, said)
         self.assertEqual(self.out.read_bytes(), newer)
-        self.assertIn("was replaced or removed meanwhile", trace_of(self.out).read_text())
+        self.assertIn("was replaced or removed meanwhile", note_of(self.out).read_text())
         self.add_subtitles_without_debris()
         row(
             SECTION,
             "MP4Box: the MP4 file is replaced by a newer one meanwhile",
-            "the newer MP4 file, byte for byte; a trace until it has its subtitles",
+            "the newer MP4 file, byte for byte; a failure note until it has its subtitles",
         )
 
     def test_a_hangup_does_not_stop_mp4box(self) -> None:
@@ -215,7 +215,7 @@ class Stops(OutputCase):
         row(
             SECTION,
             "MP4Box: SIGHUP in the middle of its work, or to the system's ffmpeg below it",
-            "the film with subtitles, no debris, no trace",
+            "the film with subtitles, no debris, no failure note",
         )
 
     def test_a_signal_to_the_systems_ffmpeg_below_mp4box_is_a_failure(self) -> None:
@@ -229,11 +229,11 @@ class Stops(OutputCase):
                 self.assertEqual(self.out.read_bytes(), self.old)
                 self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
                 self.assertEqual(names(self.temporary), [])
-                trace_of(self.out).unlink()
+                note_of(self.out).unlink()
         row(
             SECTION,
             "The system's ffmpeg below MP4Box is ended from outside, by SIGTERM, SIGINT or SIGKILL",
-            "the film as it was, nothing running, no debris, a trace",
+            "the film as it was, nothing running, no debris, a failure note",
         )
 
     def moments(self, words: list[str]) -> Iterator[float]:
@@ -266,7 +266,7 @@ class Stops(OutputCase):
             if len(seen) >= MOMENTS and seen[-1] == "new":
                 break
         self.assertEqual(set(seen), {"old", "new"}, seen)
-        trace_of(self.out).unlink(missing_ok=True)
+        note_of(self.out).unlink(missing_ok=True)
         self.assertLessEqual(len(list(self.place.glob(".vantreo-*.part"))), 1)
         self.out.write_bytes(self.old)
         self.assert_old_film_and_no_debris_after_the_next_run()
@@ -280,7 +280,7 @@ class Stops(OutputCase):
             for by in (signal.SIGTERM, signal.SIGKILL):
                 with self.subTest(tool=tool, signal=by.name):
                     self.sweep(words, by)
-                    trace_of(self.out).unlink(missing_ok=True)
+                    note_of(self.out).unlink(missing_ok=True)
                     row(
                         SECTION,
                         f"{tool}: {by.name} at {MOMENTS} or more moments of a run",

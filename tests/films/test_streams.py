@@ -108,10 +108,10 @@ class Streams(FilmCase):
         film.write_bytes(film.read_bytes().replace(b"ac-3", b"ac-4"))
         self.convert(film)
         self.assertEqual(streams(self.out, "audio"), [])
-        trace = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
-        self.assertIn("was made, without sound.", trace)
+        note = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
+        self.assertIn("was made, without sound.", note)
         case = "the only sound in AC-4"
-        row(SECTION, case, "a film without sound; the trace tells that it was lost")
+        row(SECTION, case, "a film without sound; the failure note says that it was lost")
 
     def test_a_cut_film_keeps_the_sound_behind_its_start(self) -> None:
         whole = self.film(

@@ -8,7 +8,7 @@ import unittest
 from pathlib import Path
 
 from film_case import DEADLINE, ffmpeg, probe, streams
-from output_case import CUES, MP4BOX, OutputCase, adding, names, trace_of, transcoding
+from output_case import CUES, MP4BOX, OutputCase, adding, names, note_of, transcoding
 from table import row
 from test_names import NAMES
 
@@ -375,11 +375,11 @@ class Refusals(SubtitleCase):
         self.assertEqual(status, 1, said)
         self.assertEqual(film.read_bytes(), before)
         self.assertIn(film.name, said)
-        trace = trace_of(film).read_text(encoding="utf-8")
-        self.assertIn("is there, without these subtitles", trace)
-        trace_of(film).unlink()
+        note = note_of(film).read_text(encoding="utf-8")
+        self.assertIn("is there, without these subtitles", note)
+        note_of(film).unlink()
         reason = said.strip().splitlines()[0].rsplit(": ", 1)[1]
-        row(SECTION, case, f"the film byte for byte; the trace tells: {reason}")
+        row(SECTION, case, f"the film byte for byte; the failure note says: {reason}")
 
     def test_a_broken_file_leaves_the_film_alone(self) -> None:
         self.check_untouched("An empty file", b"")
@@ -396,12 +396,12 @@ class Refusals(SubtitleCase):
         (self.place / "text.mp4").write_text("no film at all")
         self.check_untouched("Text as film", text, self.place / "text.mp4")
 
-    def test_a_later_success_removes_the_trace(self) -> None:
+    def test_a_later_success_removes_the_note(self) -> None:
         self.text.write_bytes(b"")
         self.assertEqual(self.run_words(adding(self.text, self.out))[0], 1)
-        self.assertTrue(trace_of(self.out).exists())
+        self.assertTrue(note_of(self.out).exists())
         self.add(srt([(100, 900, "Text")]))
-        row(SECTION, "A good file after a broken one", "the film with subtitles; the trace is gone")
+        row(SECTION, "A good file after a broken one", "the film with subtitles; the failure note is gone")
 
 
 class AfterAConversion(SubtitleCase):

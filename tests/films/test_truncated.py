@@ -22,22 +22,22 @@ class Truncated(FilmCase):
         coding = ("-c:v", video, "-b:v", "400k", "-g", 5, "-c:a", audio, *more)
         return self.film(f"movie.{container}", *picture(SECONDS), *tone(SECONDS), *coding)
 
-    def trace(self) -> str:
+    def note(self) -> str:
         path = self.out.with_name("out.mp4.failed.txt")
         return path.read_text(encoding="utf-8") if path.exists() else ""
 
     def check_reported(self, case: str) -> None:
         end = frame_times(self.out)[-1]
         self.assertTrue(1 < end < SECONDS - 1, end)
-        self.assertIn("are missing", self.trace())
-        row(SECTION, case, "what is there is converted; the trace reports what is missing")
+        self.assertIn("are missing", self.note())
+        row(SECTION, case, "what is there is converted; the failure note reports what is missing")
 
     def test_half_a_movie(self) -> None:
         for container in ("avi", "wmv", "flv", "mkv"):
             movie = self.movie(container)
             if container in ("avi", "wmv"):
                 self.convert(movie)
-                self.assertEqual(self.trace(), "")
+                self.assertEqual(self.note(), "")
             with movie.open("r+b") as file:
                 file.truncate(movie.stat().st_size // 2)
             self.convert(movie)
@@ -72,8 +72,8 @@ class Truncated(FilmCase):
     def check_whole(self, movie, case: str) -> None:
         self.convert(movie)
         self.assertGreater(frame_times(self.out)[-1], SECONDS - 0.5)
-        self.assertEqual(self.trace(), "")
-        row(SECTION, case, "converted to its end; no trace")
+        self.assertEqual(self.note(), "")
+        row(SECTION, case, "converted to its end; no failure note")
 
     def damage_picture(self, movie, first: int, end: int | None = None) -> None:
         data = bytearray(movie.read_bytes())
@@ -98,13 +98,13 @@ class Truncated(FilmCase):
                 *(*picture(SECONDS, rate=rate), *tone(SECONDS), "-c:v", codec, "-g", 5),
             )
             self.convert(movie)
-            self.assertEqual(self.trace(), "")
+            self.assertEqual(self.note(), "")
             self.damage_picture(movie, count // 20, count * 9 // 10)
             self.convert(movie)
             self.assertGreater(frame_times(self.out)[-1], SECONDS - 0.5)
-            self.assertIn("the picture stands still there", self.trace())
+            self.assertIn("the picture stands still there", self.note())
             case = f"17 of 20 frames damaged in the middle, {codec} at {rate} a second in MKV"
-            row(SECTION, case, "converted to its end; the trace reports the damage")
+            row(SECTION, case, "converted to its end; the failure note reports the damage")
 
     def test_repeated_frames_beside_an_error_in_the_audio(self) -> None:
         uneven = "select='not(mod(n,4))+lt(n,75)'"
@@ -121,8 +121,8 @@ class Truncated(FilmCase):
         movie.write_bytes(data)
         self.convert(movie)
         self.assertIn("aac", self.ended.text)
-        self.assertEqual(self.trace(), "")
-        row(SECTION, "frames dropped in MKV, some audio damaged", "converted; no trace")
+        self.assertEqual(self.note(), "")
+        row(SECTION, "frames dropped in MKV, some audio damaged", "converted; no failure note")
 
     def test_a_picture_that_is_all_damaged(self) -> None:
         movie = self.movie("mp4")
@@ -131,7 +131,7 @@ class Truncated(FilmCase):
         ended = self.transcode(movie, 160, 120)
         self.assertEqual(ended.status, 1, ended.text)
         self.assertEqual(self.out.read_text(), "old")
-        self.assertNotEqual(self.trace(), "")
+        self.assertNotEqual(self.note(), "")
         row(SECTION, "all of the picture but one frame damaged", "refused; the older file stays")
 
     def test_chapters_of_a_longer_movie(self) -> None:

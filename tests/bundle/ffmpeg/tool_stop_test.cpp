@@ -26,13 +26,13 @@ class StoppedTranscode : public testing::Test {
         EXPECT_EQ(folder_.names(), (Names{"in.avi", "out.mp4"}));
     }
 
-    /// The older movie is there, and a trace says what happened, of which this is a part.
-    void expect_trace(const std::string& words) {
+    /// The older movie is there, and a note says what happened, of which this is a part.
+    void expect_note(const std::string& words) {
         EXPECT_EQ(content_of(old_), "old");
         EXPECT_EQ(folder_.names(), (Names{"in.avi", "out.mp4", "out.mp4.failed.txt"}));
-        const std::string trace = old_ + ".failed.txt";
-        EXPECT_NE(content_of(trace).find(words), std::string::npos) << content_of(trace);
-        std::filesystem::remove(trace);
+        const std::string note = old_ + ".failed.txt";
+        EXPECT_NE(content_of(note).find(words), std::string::npos) << content_of(note);
+        std::filesystem::remove(note);
     }
 
     HeldWork work_;
@@ -61,11 +61,11 @@ TEST_F(StoppedTranscode, EndsWithItsEncoderOnASignal) {
         tool.send(signal);
         EXPECT_EQ(tool.wait(), 128 + signal);
         EXPECT_FALSE(is_running(encoder));
-        expect_trace("stopped by signal " + std::to_string(signal) + " (");
+        expect_note("stopped by signal " + std::to_string(signal) + " (");
     }
 }
 
-TEST_F(StoppedTranscode, LeavesNoTraceWhenTheProgramSaysThatItStopsIt) {
+TEST_F(StoppedTranscode, LeavesNoNoteWhenTheProgramSaysThatItStopsIt) {
     const TemporaryFolder session;
     ::setenv("XDG_RUNTIME_DIR", session.path().c_str(), 1);
     ChildRun tool(words_, work_.variables());
@@ -80,7 +80,7 @@ TEST_F(StoppedTranscode, LeavesNoTraceWhenTheProgramSaysThatItStopsIt) {
     EXPECT_FALSE(std::filesystem::exists(session / "vantreo/cancel-" + std::to_string(::getpid())));
 }
 
-TEST_F(StoppedTranscode, LeavesNoTraceWhenOnlyItsEncoderHasHeardOfACancel) {
+TEST_F(StoppedTranscode, LeavesNoNoteWhenOnlyItsEncoderHasHeardOfACancel) {
     const TemporaryFolder session;
     ::setenv("XDG_RUNTIME_DIR", session.path().c_str(), 1);
     ChildRun tool(words_, work_.variables());
@@ -93,7 +93,7 @@ TEST_F(StoppedTranscode, LeavesNoTraceWhenOnlyItsEncoderHasHeardOfACancel) {
     expect_nothing_changed();
 }
 
-TEST_F(StoppedTranscode, LeavesATraceWhenAnotherProgramStopsIt) {
+TEST_F(StoppedTranscode, LeavesANoteWhenAnotherProgramStopsIt) {
     const TemporaryFolder session;
     ::setenv("XDG_RUNTIME_DIR", session.path().c_str(), 1);
     ChildRun tool(words_, work_.variables());
@@ -104,7 +104,7 @@ TEST_F(StoppedTranscode, LeavesATraceWhenAnotherProgramStopsIt) {
     session.write("vantreo/cancel-" + std::to_string(other.id()), "");
     tool.send(SIGTERM);
     EXPECT_EQ(tool.wait(), 128 + SIGTERM);
-    expect_trace("Convert the movie again.");
+    expect_note("Convert the movie again.");
 }
 
 TEST_F(StoppedTranscode, HearsSignalsThatWereBlockedOrIgnoredAbove) {
@@ -119,7 +119,7 @@ TEST_F(StoppedTranscode, HearsSignalsThatWereBlockedOrIgnoredAbove) {
     ASSERT_NE(work_.encoder_id(), 0);
     tool.send(SIGTERM);
     EXPECT_EQ(tool.wait(), 128 + SIGTERM);
-    expect_trace("stopped by signal 15");
+    expect_note("stopped by signal 15");
 }
 
 TEST_F(StoppedTranscode, EndsWhenItsEncoderIsKilled) {
@@ -178,7 +178,7 @@ TEST_F(StoppedTranscode, IsEndedWithItsEncoderByKillall) {
     ChildRun run(script, work_.stubborn_variables());
     EXPECT_EQ(run.wait(), 0) << run.errors();
     EXPECT_EQ(content_of(work_.held() / "status"), "143\n") << run.errors();
-    expect_trace("stopped by signal 15");
+    expect_note("stopped by signal 15");
 }
 
 TEST_F(StoppedTranscode, NeverWaitsForAReaderThatHasStoppedReading) {

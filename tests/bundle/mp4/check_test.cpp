@@ -30,8 +30,8 @@ TEST(NearlyNothing, IsLessThanAHundredth) {
 }
 
 /// Why an MP4 file of which these streams are wanted is refused; empty when it is not.
-std::string refusal(const std::string& path, const Streams& streams) {
-    const auto duration = check_mp4(path, streams);
+std::string refusal(const std::string& path, const ExpectedStreams& expected) {
+    const auto duration = check_mp4(path, expected);
     return duration ? "" : duration.failure().message;
 }
 

@@ -122,7 +122,7 @@ TEST_F(StoppedSubtitles, LeaveAMp4FileAloneThatHasReplacedTheirs) {
               std::string::npos);
 }
 
-TEST_F(StoppedSubtitles, LeaveNoTraceBesideANewerMp4FileThatHasSubtitles) {
+TEST_F(StoppedSubtitles, LeaveNoNoteBesideANewerMp4FileThatHasSubtitles) {
     ChildRun tool(words_, variables());
     ASSERT_NE(work_.encoder_id(), 0);
     std::filesystem::rename(folder_.write("newer", work_.whole()), mp4_);

@@ -151,7 +151,7 @@ TEST_F(Subtitles, AreAddedToThoseOfOthers) {
     EXPECT_EQ(handlers, (Names{"SubtitleHandler", "Vantreo subtitles"}));
 }
 
-TEST_F(Subtitles, LeaveTheMp4FileAsItIsAndATraceWhenTheyAreBroken) {
+TEST_F(Subtitles, LeaveTheMp4FileAsItIsAndANoteWhenTheyAreBroken) {
     const std::string before = content_of(mp4_);
     for (const std::string& broken :
          {folder_.write("empty.srt", ""), folder_.write("prose.srt", "Just some prose.\n"),
@@ -188,7 +188,7 @@ TEST_F(Subtitles, AreNotAddedToAnOlderMp4FileAfterAFailedConversion) {
     EXPECT_NE(content_of(mp4_ + ".failed.txt").find("== The conversion =="), std::string::npos);
 }
 
-TEST_F(Subtitles, TellInTheTraceWhetherThereIsAMp4File) {
+TEST_F(Subtitles, SayInTheNoteWhetherThereIsAMp4File) {
     const std::string text = folder_.write("movie.srt", "no subtitles");
     EXPECT_EQ(add(text, mp4_), 1);
     EXPECT_NE(content_of(mp4_ + ".failed.txt").find("' is there, without"), std::string::npos);
@@ -218,11 +218,11 @@ TEST(SubtitleRequest, RefusesOtherArguments) {
 }
 
 TEST(SubtitleArguments, PutTheTrackInThePlaceOfEarlierOnesBehindThoseOfOthers) {
-    bundle::Container container;
-    container.subtitle_tracks = 2;
-    container.brand = "isom";
-    container.recorded = "2024-05-01T12:00:00.000000Z";
-    container.own_tracks = {4};
+    bundle::Mp4Facts facts;
+    facts.subtitle_tracks = 2;
+    facts.brand = "isom";
+    facts.recorded = "2024-05-01T12:00:00.000000Z";
+    facts.own_tracks = {4};
     const Names expected{"-i",
                          "file:f:1",
                          "-f",
@@ -254,7 +254,7 @@ TEST(SubtitleArguments, PutTheTrackInThePlaceOfEarlierOnesBehindThoseOfOthers) {
                          "-f",
                          "mp4",
                          "file:out"};
-    EXPECT_EQ(bundle::subtitle_arguments("f:1", container, "out"), expected);
+    EXPECT_EQ(bundle::subtitle_arguments("f:1", facts, "out"), expected);
 }
 
 }  // namespace

@@ -26,7 +26,7 @@ TEST(NoticeText, PutsTheStepsOfAMovieTogetherInTheirOrder) {
 
 TEST(NoticeText, CountsSeveralMovies) {
     const Message message = message_on({entry_for("a"), entry_for("b"), entry_for("c")}, true);
-    EXPECT_EQ(message.summary, "3 movies: not everything went well");
+    EXPECT_EQ(message.summary, "3 movies: there were problems");
     EXPECT_EQ(
         message.body,
         "a: Failed.\nb: Failed.\nc: Failed.\nThe files that end in .failed.txt say more: /o/");
@@ -38,7 +38,7 @@ TEST(NoticeText, StaysShortForALongRun) {
         entries.push_back(entry_for(std::to_string(movie)));
     }
     const Message message = message_on(entries, true);
-    EXPECT_EQ(message.summary, "1000 movies: not everything went well");
+    EXPECT_EQ(message.summary, "1000 movies: there were problems");
     EXPECT_NE(message.body.find("... and 996 more\n"), std::string::npos) << message.body;
     EXPECT_LT(message.body.size(), 200U);
 }
@@ -46,16 +46,16 @@ TEST(NoticeText, StaysShortForALongRun) {
 TEST(NoticeText, EscapesMarkupOnlyWhereItIsRead) {
     Entry entry = entry_for("x");
     entry.name = "<b>&\n.avi";
-    entry.trace = "/a & b/<i>\n.failed.txt";
+    entry.note = "/a & b/<i>\n.failed.txt";
     EXPECT_EQ(message_on({entry}, true).summary, "<b>& .avi");
     EXPECT_EQ(message_on({entry}, true).body,
               "Failed.\nMore is in /a &amp; b/&lt;i&gt; .failed.txt");
     EXPECT_EQ(message_on({entry}, false).body, "Failed.\nMore is in /a & b/<i> .failed.txt");
 }
 
-TEST(NoticeText, PointsToTheConsoleWhereThereIsNoTrace) {
+TEST(NoticeText, PointsToTheConsoleWhereThereIsNoNote) {
     Entry entry = entry_for("x");
-    entry.trace.clear();
+    entry.note.clear();
     EXPECT_EQ(message_on({entry}, true).body, "Failed.\nThe program's console says more.");
 }
 

@@ -10,7 +10,7 @@ TEST(Process, EndsAProgramThatExceedsItsTime) {
     busy.longest_run = std::chrono::milliseconds(100);
     const auto status = run(busy, {}, StopSignals({}));
     ASSERT_FALSE(status);
-    EXPECT_EQ(status.failure().message, "sh came to no end within 0 seconds");
+    EXPECT_EQ(status.failure().message, "sh did not finish within 0 seconds");
 }
 
 TEST(Process, HandsOverAllThatWasPrinted) {

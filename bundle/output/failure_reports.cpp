@@ -1,4 +1,4 @@
-#include "output/telling.h"
+#include "output/failure_reports.h"
 
 #include "core/console.h"
 #include "output/advice.h"
@@ -10,7 +10,7 @@ namespace bundle {
 namespace {
 
 std::string headline(Step step, const Failure& failure) {
-    // The failure of the conversion has been shown.
+    // The desktop has shown the failed conversion.
     if (failure.cause == Cause::kNotConverted) {
         return {};
     }
@@ -23,19 +23,19 @@ std::string name_in(const std::string& path) {
     return path.substr(path.rfind('/') + 1);  // npos + 1 is 0
 }
 
-void say_where(const char* tool, const Subject& subject, const Result<Left>& left) {
-    if (!left) {
-        complain(tool, "no file about this could be written: " + left.failure().message);
-    } else if (!left->why_not_beside.empty()) {
-        complain(tool, "what happened is written in " + whole_in_quotes(left->path) +
+void say_where(const char* tool, const Subject& subject, const Result<WrittenNote>& written) {
+    if (!written) {
+        complain(tool, "no note about this could be written: " + written.failure().message);
+    } else if (!written->why_not_beside.empty()) {
+        complain(tool, "what happened is written in " + whole_in_quotes(written->path) +
                            ", not beside " + in_quotes(subject.output) + ": " +
-                           left->why_not_beside);
+                           written->why_not_beside);
     }
 }
 
 }  // namespace
 
-Report failed_report(Step step, const Failure& failure, const std::string& untouched) {
+FailureNote failure_note(Step step, const Failure& failure, const std::string& untouched) {
     return {failure.message,
             untouched,
             failure.details,
@@ -44,14 +44,14 @@ Report failed_report(Step step, const Failure& failure, const std::string& untou
             headline(step, failure)};
 }
 
-void tell_in_trace(const Subject& subject, Step step, const Report& report) {
+void report_failure(const Subject& subject, Step step, const FailureNote& note) {
     const bool is_conversion = step == Step::kConversion;
-    const auto left = leave_trace(subject, step, report);
-    say_where(is_conversion ? "ffmpeg" : "MP4Box", subject, left);
-    if (!report.headline.empty()) {
+    const auto written = leave_note(subject, step, note);
+    say_where(is_conversion ? "ffmpeg" : "MP4Box", subject, written);
+    if (!note.headline.empty()) {
         const bool is_named = is_conversion && !subject.source.empty();
         show_notice({subject.output, name_in(is_named ? subject.source : subject.output),
-                     report.headline, left ? left->path : ""},
+                     note.headline, written ? written->path : ""},
                     step);
     }
 }
