@@ -46,6 +46,14 @@ std::string read_piece(int file, std::int64_t from, std::int64_t size) {
     return piece;
 }
 
+std::uint64_t little(std::string_view bytes, std::size_t at, std::size_t width) {
+    std::uint64_t value = 0;
+    for (std::size_t byte = width; byte > 0 && at + width <= bytes.size(); --byte) {
+        value = value << 8 | static_cast<unsigned char>(bytes[at + byte - 1]);
+    }
+    return value;
+}
+
 std::int64_t cluster_behind(int file, std::int64_t from, std::int64_t size) {
     constexpr std::int64_t kOverlap = kCluster.size() - 1;
     for (std::int64_t at = from; at < size; at += kScan - kOverlap) {

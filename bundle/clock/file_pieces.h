@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,8 +16,14 @@ inline constexpr std::string_view kMatroska = "\x1A\x45\xDF\xA3";
 /// What a cluster begins with, the unit of a Matroska file that bears times.
 inline constexpr std::string_view kCluster = "\x1F\x43\xB6\x75";
 
+/// At most so many bytes of a file from a place on.
+using ReadBytes = std::function<std::string(std::int64_t from, std::int64_t size)>;
+
 /// At most `size` bytes of an open file; fewer where it ends or can't be read.
 std::string read_piece(int file, std::int64_t from, std::int64_t size);
+
+/// The number of so many bytes, least significant first; 0 where the text ends before.
+std::uint64_t little(std::string_view bytes, std::size_t at, std::size_t width);
 
 /// Where the first cluster begins at or behind `from`; `size`, the file's, when there is none.
 std::int64_t cluster_behind(int file, std::int64_t from, std::int64_t size);

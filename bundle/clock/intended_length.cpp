@@ -4,6 +4,7 @@
 #include <array>
 #include <fstream>
 
+#include "clock/asf_parts.h"
 #include "clock/file_pieces.h"
 #include "core/files.h"
 
@@ -13,7 +14,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::size_t kHead = std::size_t{64} << 10;
+constexpr std::int64_t kHead = std::int64_t{64} << 10;
 constexpr std::int64_t kBlock = std::int64_t{16} << 10;
 
 // Offsets in a RIFF file and in the content of "strh".
@@ -23,29 +24,8 @@ constexpr std::size_t kScale = 20;
 constexpr std::size_t kRate = 24;
 constexpr std::size_t kLength = 32;
 
-constexpr std::string_view kAsf =
-    "\x30\x26\xB2\x75\x8E\x66\xCF\x11\xA6\xD9\x00\xAA\x00\x62\xCE\x6C"sv;
-constexpr std::string_view kProperties =
-    "\xA1\xDC\xAB\x8C\x47\xA9\xCF\x11\x8E\xE4\x00\xC0\x0C\x20\x53\x65"sv;
-
 /// What an MXF file begins with.
 constexpr std::string_view kMxf = "\x06\x0E\x2B\x34"sv;
-
-// Offsets in the File Properties Object.
-constexpr std::size_t kFileSize = 40;
-constexpr std::size_t kPlayDuration = 64;  ///< in units of 100 ns
-constexpr std::size_t kPreroll = 80;       ///< in milliseconds, part of the play duration
-constexpr std::size_t kFlags = 88;
-constexpr std::uint64_t kBroadcast = 1;  ///< the sizes and durations mean nothing
-
-/// The number of so many bytes, least significant first; 0 where the text ends before.
-std::uint64_t little(std::string_view bytes, std::size_t at, std::size_t width) {
-    std::uint64_t value = 0;
-    for (std::size_t byte = width; byte > 0 && at + width <= bytes.size(); --byte) {
-        value = value << 8 | static_cast<unsigned char>(bytes[at + byte - 1]);
-    }
-    return value;
-}
 
 /// True for the type of a box that an MP4 or QuickTime file may begin with.
 bool is_first_box(std::string_view type) {
@@ -75,19 +55,10 @@ std::optional<double> length_in_avi(std::string_view head, std::int64_t size) {
     return rate > 0 && ticks > 0 ? std::optional(ticks / rate) : std::nullopt;
 }
 
-std::optional<double> length_in_asf(std::string_view head, std::int64_t size) {
-    const std::size_t at = head.find(kProperties);
-    if (at == head.npos) {
-        return std::nullopt;
-    }
-    const std::string_view object = head.substr(at);
-    if ((little(object, kFlags, 4) & kBroadcast) != 0 ||
-        !exceeds(little(object, kFileSize, 8), size)) {
-        return std::nullopt;
-    }
-    const double seconds = static_cast<double>(little(object, kPlayDuration, 8)) / 1e7 -
-                           static_cast<double>(little(object, kPreroll, 8)) / 1e3;
-    return seconds > 0 ? std::optional(seconds) : std::nullopt;
+/// Only where the file is not one whole movie.
+std::optional<double> length_in_asf(const std::vector<AsfPart>& parts) {
+    const bool is_whole = parts.size() < 2 && (parts.empty() || !parts.front().is_truncated);
+    return is_whole ? std::nullopt : length_of(parts);
 }
 
 /// The bytes from the place on that are there, at most so many.
@@ -106,11 +77,11 @@ bool is_blank(std::istream& file, std::int64_t at) {
 
 }  // namespace
 
-std::optional<double> length_in_header(std::string_view head, std::int64_t size) {
-    if (head.starts_with("RIFF") && head.find("AVI ") == kChunkHead) {
-        return length_in_avi(head, size);
-    }
-    return head.starts_with(kAsf) ? length_in_asf(head, size) : std::nullopt;
+std::optional<double> length_in_header(std::int64_t size, const ReadBytes& read) {
+    const std::string head = read(0, kHead);
+    return head.starts_with("RIFF") && head.find("AVI ") == kChunkHead
+               ? length_in_avi(head, size)
+               : length_in_asf(asf_parts(size, read));
 }
 
 bool has_own_length(std::string_view head) {
@@ -144,11 +115,13 @@ std::int64_t content_end(const std::string& path) {
 double intended_length(const std::string& path, double readable) {
     std::ifstream file(path, std::ios::binary);
     const std::int64_t size = file_size(path);
-    const std::string head = piece_of(file, 0, kHead);
-    if (const auto told = length_in_header(head, size)) {
+    const ReadBytes read = [&file](std::int64_t from, std::int64_t count) {
+        return piece_of(file, from, static_cast<std::size_t>(count));
+    };
+    if (const auto told = length_in_header(size, read)) {
         return *told;
     }
-    if (has_own_length(head)) {
+    if (has_own_length(read(0, kHead))) {
         return 0;
     }
     const std::int64_t content = content_end(path);

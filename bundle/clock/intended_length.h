@@ -5,15 +5,17 @@
 #include <string>
 #include <string_view>
 
+#include "clock/file_pieces.h"
+
 namespace bundle {
 
-/// What the header of a truncated AVI or ASF (WMV) file says about the whole movie, in seconds, by
-/// the beginning of the file and its size in bytes. Empty for any other file, and where the file is
-/// as large as its header says.
+/// What the header of a truncated AVI or ASF (WMV) file of `size` bytes says about the whole movie,
+/// in seconds, and what all headers of joined ASF files say about theirs together. Empty for any
+/// other file, and where the file is as large as its header says.
 ///
-/// AVI: the sizes of the RIFF chunk and the length of the video stream ("strh"). ASF: the File
-/// Properties Object (Advanced Systems Format Specification, 3.2).
-std::optional<double> length_in_header(std::string_view head, std::int64_t size);
+/// AVI: the sizes of the RIFF chunk and the length of the video stream ("strh"). ASF: see
+/// `asf_parts`.
+std::optional<double> length_in_header(std::int64_t size, const ReadBytes& read);
 
 /// True for a file, by its beginning, whose header gives the length of the movie whatever the size
 /// of the file: MP4, QuickTime, AVI, ASF (WMV), MXF, and Matroska with a duration. Zeros at its end

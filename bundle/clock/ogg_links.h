@@ -1,16 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <string>
 #include <vector>
 
+#include "clock/file_pieces.h"
 #include "process/pipe_feed.h"
 
 namespace bundle {
-
-/// At most so many bytes of a file from a place on.
-using ReadBytes = std::function<std::string(std::int64_t from, std::int64_t size)>;
 
 /// The movies that are joined in an Ogg file of `size` bytes (RFC 3533, 4): a new one begins at the
 /// first page that opens a stream after pages that don't. Ends at a page that is damaged.

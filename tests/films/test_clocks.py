@@ -68,6 +68,19 @@ class Clocks(FilmCase):
                     self.check_whole(joined)
                 row(SECTION, case, "about 8 s, all of it in step within 40 ms; no failure note")
 
+    def test_joined_wmv_of_two_kinds(self) -> None:
+        coding = ("-c:v", "wmv2", "-c:a", "wmav2")
+        first = self.film("first.wmv", *picture(2), *tone(2), *coding)
+        second = self.film("second.wmv", *picture(3, "320x240"), *tone(3), *coding)
+        joined = self.folder / "joined.wmv"
+        joined.write_bytes(first.read_bytes() + second.read_bytes())
+        self.convert(joined)
+        self.assertAlmostEqual(frame_times(self.out)[-1], 2, delta=0.2)
+        note = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
+        self.assertRegex(note, "has 2[.]. of 5[.]. seconds")
+        case = "parts of 160x120 and 320x240 joined in WMV, 2 and 3 s"
+        row(SECTION, case, "the first part is converted; the note reports what is missing")
+
     def check_whole(self, joined: Path) -> None:
         report = self.convert(joined)
         self.assertIn(report.duration, ("00:00:07", "00:00:08"))

@@ -31,6 +31,13 @@ std::string asf(std::uint64_t flags) {
            little(150'000'000, 8) + std::string(8, '\0') + little(3000, 8) + little(flags, 4);
 }
 
+std::optional<double> length_in_header(const std::string& file, std::int64_t size) {
+    return bundle::length_in_header(size, [&](std::int64_t from, std::int64_t count) {
+        const auto at = std::min(static_cast<std::size_t>(from), file.size());
+        return file.substr(at, static_cast<std::size_t>(count));
+    });
+}
+
 TEST(LengthInHeader, IsThatOfATruncatedAvi) {
     EXPECT_EQ(length_in_header(avi(), 500), 12);
     EXPECT_EQ(length_in_header(avi(), 1007), 12);
@@ -41,6 +48,13 @@ TEST(LengthInHeader, IsThatOfATruncatedAsfButNotOfABroadcast) {
     EXPECT_EQ(length_in_header(asf(2), 999), 12);
     EXPECT_EQ(length_in_header(asf(2), 1000), std::nullopt);
     EXPECT_EQ(length_in_header(asf(3), 999), std::nullopt);
+}
+
+TEST(LengthInHeader, IsThatOfAllJoinedAsfMoviesTogether) {
+    const std::string whole = asf(2) + std::string(1000 - asf(2).size(), 'x');
+    EXPECT_EQ(length_in_header(whole + whole + whole, 3000), 36);
+    EXPECT_EQ(length_in_header(whole + whole.substr(0, 300), 1300), 24);
+    EXPECT_EQ(length_in_header(whole + asf(3), 2000), std::nullopt);
 }
 
 TEST(LengthInHeader, IsUnknownWhereverTheHeaderEndsEarly) {
