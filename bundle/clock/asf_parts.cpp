@@ -1,6 +1,7 @@
 #include "clock/asf_parts.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace bundle {
 
@@ -148,6 +149,24 @@ std::optional<double> length_of(const std::vector<AsfPart>& parts) {
         sum += *part.seconds;
     }
     return sum > 0 ? std::optional(sum) : std::nullopt;
+}
+
+bool are_of_one_movie(const std::vector<AsfPart>& parts) {
+    return parts.size() > 1 && length_of(parts) && !parts.front().streams.empty() &&
+           std::all_of(parts.begin(), parts.end(), [&parts](const AsfPart& part) {
+               return part.streams == parts.front().streams;
+           });
+}
+
+std::string part_list(const std::vector<AsfPart>& parts, int file) {
+    std::string list = "ffconcat version 1.0\n";
+    for (const AsfPart& part : parts) {
+        list += "file subfile,,start," + std::to_string(part.range.from) + ",end," +
+                std::to_string(part.range.to) + ",,:file:/dev/fd/" + std::to_string(file) +
+                "\nduration " + std::to_string(std::llround(part.seconds.value_or(0) * 1000)) +
+                "ms\n";
+    }
+    return list;
 }
 
 }  // namespace bundle

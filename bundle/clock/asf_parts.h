@@ -32,4 +32,10 @@ std::vector<AsfPart> asf_parts(std::int64_t size, const ReadBytes& read);
 /// How long all parts are together, in seconds; empty where that of one is unknown.
 std::optional<double> length_of(const std::vector<AsfPart>& parts);
 
+/// True for several parts that can be decoded as one movie: they have the same streams.
+bool are_of_one_movie(const std::vector<AsfPart>& parts);
+
+/// The parts as a list for ffmpeg's concat demuxer, which reads them from the descriptor `file`.
+std::string part_list(const std::vector<AsfPart>& parts, int file);
+
 }  // namespace bundle

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <limits>
 
+#include "clock/asf_parts.h"
 #include "clock/even_clock.h"
 #include "clock/file_pieces.h"
 #include "clock/flv_clock.h"
@@ -53,15 +54,33 @@ double exact_length(int file, bool is_flv, EvenClock clock) {
     return static_cast<double>(clock.length()) / 1000;
 }
 
+bool is_asf(const std::string& format) {
+    return format == "asf";
+}
+
+std::vector<AsfPart> parts_in(int file) {
+    return asf_parts(size_of(file), [file](std::int64_t from, std::int64_t count) {
+        return read_piece(file, from, count);
+    });
+}
+
+std::optional<double> length_of_joined_asf(int file) {
+    const auto parts = parts_in(file);
+    return are_of_one_movie(parts) ? length_of(parts) : std::nullopt;
+}
+
 }  // namespace
 
 std::optional<double> JumpingClock::length(const std::string& path,
                                            const std::string& format) const {
     const bool is_flv = format == "flv";
-    if (!is_flv && !format.starts_with("matroska")) {
+    if (!is_flv && !is_asf(format) && !format.starts_with("matroska")) {
         return std::nullopt;
     }
     const UniqueFd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (is_asf(format)) {
+        return length_of_joined_asf(file.get());
+    }
     const double tick = is_flv ? 1 : matroska_tick(read_piece(file.get(), 0, kHead));
     const ReadClock read = [&](std::int64_t place) {
         std::optional<ClockPoint> point;
@@ -78,7 +97,20 @@ std::optional<double> JumpingClock::length(const std::string& path,
     return length && size <= kSoonRead ? exact_length(file.get(), is_flv, EvenClock(gap)) : length;
 }
 
+std::vector<std::string> JumpingClock::pipe_options(const std::string& format) {
+    return is_asf(format) ? std::vector<std::string>{"-f",
+                                                     "concat",
+                                                     "-safe",
+                                                     "0",
+                                                     "-protocol_whitelist",
+                                                     "file,pipe,subfile"}
+                          : std::vector<std::string>{};
+}
+
 Result<PipeFeed> JumpingClock::start_feed(const UniqueFd& file) const {
+    if (const auto parts = parts_in(file.get()); !parts.empty()) {
+        return PipeFeed::start([&](const ByteSink& sink) { sink(part_list(parts, file.get())); });
+    }
     EvenClock clock(longest_gap(has_audio));
     const bool is_flv = read_piece(file.get(), 0, kFlv.size()) == kFlv;
     return PipeFeed::start([&](const ByteSink& sink) { hand_on(file.get(), is_flv, clock, sink); });

@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/result.h"
 #include "core/unique_fd.h"
@@ -9,9 +10,9 @@
 
 namespace bundle {
 
-/// A movie in FLV or Matroska whose clock restarts or jumps: of joined files, or of recordings in
-/// which the sender has restarted. ffmpeg drops what comes after a step back, and fills one forward
-/// with silence.
+/// A movie in FLV, Matroska or ASF whose clock restarts or jumps: of joined files, or of recordings
+/// in which the sender has restarted. ffmpeg drops what comes after a step back, and fills one
+/// forward with silence; of joined ASF files it reads the first one only.
 struct JumpingClock {
     bool has_audio = true;  ///< otherwise a step forward may be one picture that is shown for long
 
@@ -19,7 +20,11 @@ struct JumpingClock {
     /// are none, and for any other format.
     std::optional<double> length(const std::string& path, const std::string& format) const;
 
-    /// The movie without the jumps, to be read from a pipe. `file` has to stay open.
+    /// What ffmpeg needs before "-i" to read a movie of ffprobe's `format` from the pipe.
+    static std::vector<std::string> pipe_options(const std::string& format);
+
+    /// The movie without the jumps, to be read from a pipe. `file` has to stay open, and ffmpeg has
+    /// to inherit it.
     Result<PipeFeed> start_feed(const UniqueFd& file) const;
 };
 

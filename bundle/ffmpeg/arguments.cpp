@@ -60,6 +60,7 @@ std::vector<std::string> encoder_arguments(const TranscodeRequest& request, cons
                                            const std::string& output, bool has_zscale) {
     std::vector<std::string> arguments = movie.input_options;
     append(arguments, reading_options(movie.video));
+    append(arguments, movie.pipe_options);
     // What can be decoded of a damaged movie is kept, however little; how much that is, is judged
     // by what comes out.
     append(arguments, {"-max_error_rate", "1", "-i",

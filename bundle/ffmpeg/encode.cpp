@@ -154,6 +154,7 @@ class Encoder {
             return feed.failure();
         }
         work.input = feed->reader();
+        work.inherited.push_back(file.get());
         return run_ffmpeg(work, show, stop_);
     }
 

@@ -59,6 +59,7 @@ struct Movie {
     std::optional<AudioStream> audio;
     bool has_lost_sound = false;     ///< it holds sound, but none that can be decoded
     bool has_jumping_clock = false;  ///< see `JumpingClock`
+    InputOptions pipe_options = {};  ///< with which it is read without the jumps
     InputOptions input_options;      ///< with which it was probed
     std::vector<TextStream> subtitles = {};
     MovieTags tags = {};

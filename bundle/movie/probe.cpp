@@ -191,6 +191,7 @@ Result<Movie> find_movie(const std::string& path, const json& probed, const std:
         if (const auto length = JumpingClock{movie->audio.has_value()}.length(path, format)) {
             movie->duration = length;
             movie->has_jumping_clock = true;
+            movie->pipe_options = JumpingClock::pipe_options(format);
         }
     }
     if (stop.received() != 0) {

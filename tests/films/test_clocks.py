@@ -44,16 +44,18 @@ class Clocks(FilmCase):
     def signals(self, name: str, *options: object) -> Path:
         """4 s with a flash and a beep at 1 s and at 3 s."""
         light = "drawbox=c=white:t=fill:enable='gte(mod(t+0.001,2),1)*lt(mod(t+0.001,2),1.2)'"
+        codecs = {"flv": ("flv1", "aac"), "mkv": ("mpeg4", "aac"), "wmv": ("wmv2", "wmav2")}
+        video, audio = codecs[name[-3:]]
         sound = "if(gte(mod(t,2),1)*lt(mod(t,2),1.1),sin(1000*2*PI*t)/2,0)"
         return self.film(
             name,
             *("-f", "lavfi", "-i", f"color=black:s=64x48:r=25:d=4,{light}"),
             *("-f", "lavfi", "-i", f"aevalsrc='{sound}':s=44100:d=4"),
-            *("-c:v", "mpeg4" if name.endswith("mkv") else "flv1", "-c:a", "aac", *options),
+            *("-c:v", video, "-c:a", audio, *options),
         )
 
     def test_parts_of_recordings(self) -> None:
-        for kind in ("flv", "mkv"):
+        for kind in ("flv", "mkv", "wmv"):
             early = self.signals(f"early.{kind}").read_bytes()
             late = self.signals(f"late.{kind}", "-output_ts_offset", 3600).read_bytes()
             for clocks, parts in (
@@ -79,7 +81,7 @@ class Clocks(FilmCase):
         note = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
         self.assertRegex(note, "has 2[.]. of 5[.]. seconds")
         case = "parts of 160x120 and 320x240 joined in WMV, 2 and 3 s"
-        row(SECTION, case, "the first part is converted; the note reports what is missing")
+        row(SECTION, case, "the first part is converted; the failure note reports what is missing")
 
     def check_whole(self, joined: Path) -> None:
         report = self.convert(joined)

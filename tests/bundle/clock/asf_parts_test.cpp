@@ -111,6 +111,23 @@ TEST(AsfParts, HaveTheirStreams) {
     EXPECT_EQ(parts[2].streams, other.stream());
 }
 
+TEST(AsfParts, AreOfOneMovieWithTheSameStreams) {
+    const std::string movie = Movie().bytes();
+    EXPECT_TRUE(are_of_one_movie(parts_of(movie + movie + Movie{.seconds = 7}.bytes())));
+    EXPECT_FALSE(are_of_one_movie(parts_of(movie)));
+    EXPECT_FALSE(are_of_one_movie(parts_of(movie + Movie{.picture = "WMV3"}.bytes())));
+    EXPECT_FALSE(are_of_one_movie(parts_of(movie + Movie{.flags = 3}.bytes())));
+    EXPECT_FALSE(are_of_one_movie({}));
+}
+
+TEST(AsfParts, AreListedForFfmpeg) {
+    const std::string movie = Movie().bytes();
+    EXPECT_EQ(part_list(parts_of(movie + Movie{.seconds = 7}.bytes()), 5),
+              "ffconcat version 1.0\n"
+              "file subfile,,start,0,end,1000,,:file:/dev/fd/5\nduration 12000ms\n"
+              "file subfile,,start,1000,end,2000,,:file:/dev/fd/5\nduration 7000ms\n");
+}
+
 TEST(AsfParts, ComeToAnEndWithBadHeaders) {
     const std::string movie = Movie().bytes();
     for (const std::uint64_t size : {std::uint64_t{0}, std::uint64_t{1}, ~std::uint64_t{0}}) {
