@@ -9,14 +9,12 @@
 namespace bundle {
 
 std::string picture_filters(const TranscodeRequest& request, const VideoStream& video,
-                            bool has_zscale) {
+                            bool convert_colours) {
     const Size size = even({request.width, request.height});
-    const Colour colour = assumed_colour(video.colour, video.pixel_format, video.stored);
-    const ColourPlan plan = colour_plan(colour, size, has_zscale);
-    std::string filters = undelay_filter(video) + fit_filters(video);
-    filters += deinterlacer(video);
-    filters += rate_filter(request, video);
-    return filters + plan.filters + ",format=yuv420p,setsar=1," + setparams(plan.result);
+    const ColourPlan plan = colour_plan(video.colour, size, convert_colours);
+    return undelay_filter(video) + fit_filters(video) + deinterlacer(video) +
+           rate_filter(request, video) + plan.filters + ",format=yuv420p,setsar=1," +
+           setparams(plan.result);
 }
 
 }  // namespace bundle

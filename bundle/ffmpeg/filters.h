@@ -7,10 +7,10 @@
 
 namespace bundle {
 
-/// What makes the asked picture of a movie's upright one, as ffmpeg's "-vf" takes it: deinterlaced
-/// where a frame says that it is interlaced, at the asked rate, of the asked size with even sides,
-/// in square pixels, with its colours named. `has_zscale`: see `colour_plan`.
+/// The "-vf" filters that turn the upright picture of a movie into the requested one: marked frames
+/// deinterlaced, at the requested rate and size with even sides, in square pixels, with named
+/// colours. `convert_colours`: see `colour_plan`.
 std::string picture_filters(const TranscodeRequest& request, const VideoStream& video,
-                            bool has_zscale);
+                            bool convert_colours);
 
 }  // namespace bundle

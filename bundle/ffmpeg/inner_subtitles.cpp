@@ -5,17 +5,12 @@
 
 #include <algorithm>
 #include <cmath>
-#include <nlohmann/json.hpp>
 #include <utility>
 
 #include "core/console.h"
 #include "core/files.h"
-#include "core/json_reading.h"
-#include "core/numbers.h"
 #include "mp4/check.h"
 #include "mp4/kept_index.h"
-#include "process/ffmpeg_filters.h"
-#include "process/ffprobe.h"
 #include "subtitles/ass_reading.h"
 #include "subtitles/cue_track.h"
 #include "subtitles/script_text.h"
@@ -27,25 +22,6 @@ namespace {
 
 constexpr std::int64_t kLargestScript = std::int64_t{64} << 20;
 constexpr const char* kUsualName = "SubtitleHandler";
-
-void append(std::vector<std::string>& arguments, std::initializer_list<std::string> more) {
-    arguments.insert(arguments.end(), more);
-}
-
-void append(std::vector<std::string>& arguments, const std::vector<std::string>& more) {
-    arguments.insert(arguments.end(), more.begin(), more.end());
-}
-
-bool is_of_mp4(const TextStream& stream) {
-    return stream.codec == "mov_text";
-}
-
-/// Where the movie starts for ffmpeg when it follows only the simplest edits of an MP4 file. The
-/// others it applies to text at the wrong times.
-std::optional<double> start_without_edits(const std::string& path, const StopSignals& stop) {
-    const auto answer = probe_entries(path, "format=start_time", stop, {"-advanced_editlist", "0"});
-    return answer ? parse_decimal(text(member(*answer, "format"), "start_time")) : std::nullopt;
-}
 
 /// The whole file.
 Result<ReadableText> read_script(int file) {
@@ -59,7 +35,7 @@ Result<ReadableText> read_script(int file) {
     return readable_text(bytes);
 }
 
-/// Only what is within the movie; all times are rounded to hundredths later.
+/// The cues within the movie; their times are rounded to hundredths later.
 std::vector<Cue> within(std::vector<Cue> cues, std::int64_t end_ms) {
     std::erase_if(cues, [end_ms](const Cue& cue) {
         return cue.start_ms >= end_ms || (cue.end_ms <= 0 && cue.start_ms < 0);
@@ -71,7 +47,7 @@ std::vector<Cue> within(std::vector<Cue> cues, std::int64_t end_ms) {
     return cues;
 }
 
-/// What moves is a row of cues with the same text.
+/// Text that moves is stored as successive cues with the same text, and becomes one cue.
 std::vector<Cue> joined(const std::vector<Cue>& cues) {
     std::vector<Cue> result;
     for (const Cue& cue : cues) {
@@ -85,13 +61,14 @@ std::vector<Cue> joined(const std::vector<Cue>& cues) {
     return result;
 }
 
+/// `kTrackName` marks the tracks that MP4Box makes.
 std::string name_of(const TextStream& stream) {
     const bool is_taken = stream.title.empty() || stream.title.starts_with(kTrackName);
     return is_taken ? kUsualName : stream.title;
 }
 
-/// Adds the tracks, and looks whether the file is whole.
-MaybeFailure added(const std::string& path, const std::vector<TextTrack>& tracks) {
+/// Adds the tracks and checks the file.
+MaybeFailure add_tracks(const std::string& path, const std::vector<TextTrack>& tracks) {
     if (auto failure = add_text_tracks(path, tracks)) {
         return failure;
     }
@@ -101,75 +78,26 @@ MaybeFailure added(const std::string& path, const std::vector<TextTrack>& tracks
 
 }  // namespace
 
-InnerSubtitles::InnerSubtitles(std::vector<TextStream> streams, std::string path, double start,
-                               const StopSignals& stop)
-    : path_(std::move(path)) {
-    const bool has_teletext = std::any_of(streams.begin(), streams.end(), is_teletext);
-    if (has_teletext && !has_teletext_decoder(stop)) {
-        std::erase_if(streams, is_teletext);
-        complain("ffmpeg", in_quotes(path_) +
-                               " has subtitles in teletext, which the system's ffmpeg can't read: "
-                               "they are left out");
-    }
-    for (TextStream& stream : streams) {
+InnerSubtitles::InnerSubtitles(std::vector<TextStream> streams, std::string path)
+    : streams_(std::move(streams)), path_(std::move(path)) {
+    for (std::size_t at = 0; at < streams_.size(); ++at) {
         auto script = nameless_file("");
         if (!script) {
             complain("ffmpeg", in_quotes(path_) + ": subtitles inside it are left out: " +
                                    script.failure().message);
+            streams_.resize(at);
             return;
         }
         scripts_.push_back(std::move(*script));
-        streams_.push_back(std::move(stream));
-    }
-    if (std::any_of(streams_.begin(), streams_.end(), is_of_mp4)) {
-        second_offset_ = start_without_edits(path_, stop).value_or(start) - start;
     }
 }
 
-void InnerSubtitles::extend(FfmpegWork& work) const {
-    if (streams_.empty()) {
-        return;
-    }
-    auto& arguments = work.arguments;
-    const auto behind_input = std::find(arguments.begin(), arguments.end(), "-i") + 2;
-    const auto more = second_offset_ ? second_input() : stream_arguments();
-    arguments.insert(second_offset_ ? behind_input : arguments.begin(), more.begin(), more.end());
-    append(arguments, output_arguments());
+std::vector<int> InnerSubtitles::scripts() const {
+    std::vector<int> descriptors;
     for (const UniqueFd& script : scripts_) {
-        work.inherited.push_back(script.get());
+        descriptors.push_back(script.get());
     }
-}
-
-std::vector<std::string> InnerSubtitles::stream_arguments() const {
-    std::vector<std::string> arguments;
-    for (const TextStream& stream : streams_) {
-        const std::string index = std::string(":").append(std::to_string(stream.index));
-        // Text in old encodings goes through and is recognised afterwards.
-        append(arguments, {"-sub_charenc_mode" + index, "ignore"});
-        if (is_teletext(stream)) {
-            append(arguments, {"-txt_format" + index, "text", "-txt_page" + index, "subtitle"});
-            append(arguments, {"-fix_sub_duration" + index});
-        }
-    }
-    return arguments;
-}
-
-std::vector<std::string> InnerSubtitles::second_input() const {
-    auto arguments = stream_arguments();
-    append(arguments, {"-protocol_whitelist", "file,pipe", "-advanced_editlist", "0"});
-    append(arguments, {"-itsoffset", std::to_string(*second_offset_), "-i", file_url(path_)});
-    return arguments;
-}
-
-std::vector<std::string> InnerSubtitles::output_arguments() const {
-    const std::string input = second_offset_ ? "1:" : "0:";
-    std::vector<std::string> arguments;
-    for (std::size_t at = 0; at < streams_.size(); ++at) {
-        append(arguments, {"-map", input + std::to_string(streams_[at].index), "-c:s", "ass"});
-        append(arguments, {"-avoid_negative_ts", "disabled", "-ignore_readorder", "1"});
-        append(arguments, {"-f", "ass", "pipe:" + std::to_string(scripts_[at].get())});
-    }
-    return arguments;
+    return descriptors;
 }
 
 std::optional<TextTrack> InnerSubtitles::track(std::size_t at, double duration) const {
@@ -204,7 +132,7 @@ MaybeFailure InnerSubtitles::add_to(const std::string& path, double duration) co
     if (!kept) {
         return Failure{"the MP4 file has no index"};
     }
-    auto failure = added(path, tracks);
+    auto failure = add_tracks(path, tracks);
     if (!failure) {
         return std::nullopt;
     }
@@ -218,7 +146,7 @@ MaybeFailure InnerSubtitles::add_to(const std::string& path, double duration) co
 
 TextTrack track_of(const TextStream& stream, std::string_view script, double duration) {
     const bool has_comments = stream.codec == "ass" || stream.codec == "ssa";
-    // Downwards, to what the track's hundredths of a second can express.
+    // The track counts in hundredths of a second.
     const std::int64_t end_ms = std::llround(std::floor(duration * 100)) * 10;
     auto cues = joined(one_at_a_time(within(read_ass(script, has_comments), end_ms)));
     return {within(std::move(cues), end_ms), stream.language, name_of(stream), stream.is_default,

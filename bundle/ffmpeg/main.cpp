@@ -7,6 +7,7 @@
 
 #include "core/stop_signals.h"
 #include "core/tool_main.h"
+#include "ffmpeg/outcome.h"
 #include "ffmpeg/transcode.h"
 
 namespace {
@@ -21,7 +22,7 @@ bundle::MaybeFailure ffmpeg(const std::vector<std::string>& arguments,
         return bundle::transcode(*request, stop);
     }
     if (const auto output = bundle::output_of(arguments)) {
-        bundle::tell_of_refusal(*output, request.failure());
+        bundle::note_refusal(*output, request.failure());
     }
     return request.failure();
 }
@@ -29,7 +30,7 @@ bundle::MaybeFailure ffmpeg(const std::vector<std::string>& arguments,
 }  // namespace
 
 int main(int count, char** arguments) {
-    // A conversion that nobody waits for any more ends with the program that asked for it.
+    // Without the program nobody waits for the result.
     bundle::end_with_parent(::getppid());
     const bundle::StopSignals stop({SIGTERM, SIGINT, SIGHUP});
     return bundle::tool_main(

@@ -16,58 +16,70 @@ Failure wrong_usage(std::string message) {
     return {std::move(message), kStatusUsage};
 }
 
-/// Whom a translated option is for; one for sound is left out for a movie without sound.
-enum class For { kVideo, kAudio, kGeneral, kNobody };
+using OptionList = std::vector<Option> TranscodeRequest::*;
 
-/// An old option that keeps its value: its name then, and its name today.
+constexpr OptionList kVideo = &TranscodeRequest::video;
+constexpr OptionList kAudio = &TranscodeRequest::audio;
+constexpr OptionList kGeneral = &TranscodeRequest::general;
+constexpr OptionList kIgnored = nullptr;
+
+/// An old option, and the current one that takes the same value.
 struct Translation {
     std::string_view old_name;
-    For whom;
+    OptionList list;
     std::string_view name;
 };
 
 constexpr std::array kTranslations{
-    Translation{"-acodec", For::kAudio, "-c:a"},
-    Translation{"-ab", For::kAudio, "-b:a"},
-    Translation{"-ac", For::kAudio, "-ac"},
-    Translation{"-ar", For::kAudio, "-ar"},
-    Translation{"-coder", For::kVideo, "-coder"},
-    Translation{"-flags", For::kVideo, "-flags:v"},
-    Translation{"-cmp", For::kVideo, "-cmp"},
-    Translation{"-partitions", For::kVideo, "-partitions"},
-    Translation{"-me_method", For::kVideo, "-motion-est"},
-    Translation{"-subq", For::kVideo, "-subq"},
-    Translation{"-me_range", For::kVideo, "-me_range"},
-    Translation{"-g", For::kVideo, "-g"},
-    Translation{"-keyint_min", For::kVideo, "-keyint_min"},
-    Translation{"-sc_threshold", For::kVideo, "-sc_threshold"},
-    Translation{"-i_qfactor", For::kVideo, "-i_qfactor"},
-    Translation{"-b_strategy", For::kVideo, "-b_strategy"},
-    Translation{"-qcomp", For::kVideo, "-qcomp"},
-    Translation{"-qmin", For::kVideo, "-qmin"},
-    Translation{"-qmax", For::kVideo, "-qmax"},
-    Translation{"-qdiff", For::kVideo, "-qdiff"},
-    Translation{"-bf", For::kVideo, "-bf"},
-    Translation{"-refs", For::kVideo, "-refs"},
-    Translation{"-directpred", For::kVideo, "-direct-pred"},
-    Translation{"-trellis", For::kVideo, "-trellis"},
-    Translation{"-wpredp", For::kVideo, "-weightp"},
-    Translation{"-rc_lookahead", For::kVideo, "-rc-lookahead"},
-    Translation{"-maxrate", For::kVideo, "-maxrate:v"},
-    Translation{"-bufsize", For::kVideo, "-bufsize:v"},
-    Translation{"-crf", For::kVideo, "-crf"},
-    Translation{"-threads", For::kGeneral, "-threads"},
-    Translation{"-f", For::kGeneral, "-f"},
-    // The AAC encoder is no experiment any more.
-    Translation{"-strict", For::kNobody, ""},
+    Translation{"-acodec", kAudio, "-c:a"},
+    Translation{"-ab", kAudio, "-b:a"},
+    Translation{"-ac", kAudio, "-ac"},
+    Translation{"-ar", kAudio, "-ar"},
+    Translation{"-coder", kVideo, "-coder"},
+    Translation{"-flags", kVideo, "-flags:v"},
+    Translation{"-cmp", kVideo, "-cmp"},
+    Translation{"-partitions", kVideo, "-partitions"},
+    Translation{"-me_method", kVideo, "-motion-est"},
+    Translation{"-subq", kVideo, "-subq"},
+    Translation{"-me_range", kVideo, "-me_range"},
+    Translation{"-g", kVideo, "-g"},
+    Translation{"-keyint_min", kVideo, "-keyint_min"},
+    Translation{"-sc_threshold", kVideo, "-sc_threshold"},
+    Translation{"-i_qfactor", kVideo, "-i_qfactor"},
+    Translation{"-b_strategy", kVideo, "-b_strategy"},
+    Translation{"-qcomp", kVideo, "-qcomp"},
+    Translation{"-qmin", kVideo, "-qmin"},
+    Translation{"-qmax", kVideo, "-qmax"},
+    Translation{"-qdiff", kVideo, "-qdiff"},
+    Translation{"-bf", kVideo, "-bf"},
+    Translation{"-directpred", kVideo, "-direct-pred"},
+    Translation{"-trellis", kVideo, "-trellis"},
+    Translation{"-wpredp", kVideo, "-weightp"},
+    Translation{"-rc_lookahead", kVideo, "-rc-lookahead"},
+    Translation{"-maxrate", kVideo, "-maxrate:v"},
+    Translation{"-bufsize", kVideo, "-bufsize:v"},
+    Translation{"-crf", kVideo, "-crf"},
+    Translation{"-threads", kGeneral, "-threads"},
+    Translation{"-f", kGeneral, "-f"},
+    // The AAC encoder is not experimental.
+    Translation{"-strict", kIgnored, ""},
 };
 
-/// The switches that old versions gathered in "-flags2"; each is an option of x264's own today.
+/// The flags of the old "-flags2", each of which is a separate option of x264.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kFlags2{{
     {"bpyramid", "-b-pyramid"},
     {"mixed_refs", "-mixed-refs"},
     {"fastpskip", "-fast-pskip"},
 }};
+
+constexpr int kLongestSide = 16384;
+
+/// A whole number in this range; empty for anything else.
+std::optional<int> number(std::string_view text, int least, int most) {
+    const auto value = parse_integer(text);
+    return value && *value >= least && *value <= most ? std::optional(static_cast<int>(*value))
+                                                      : std::nullopt;
+}
 
 class Parser {
   public:
@@ -103,15 +115,24 @@ class Parser {
             return size(value);
         }
         if (name == "-r") {
-            return rate(value);
+            request_.rate = parse_rational(value);
+            return request_.rate ? MaybeFailure()
+                                 : wrong_usage("not a frame rate: " + in_quotes(value));
         }
         if (name == "-level") {
-            return level(value);
+            return set(request_.level, number(value, 10, 62), "an H.264 level", value);
         }
-        if (name == "-flags2") {
-            return flags2(value);
+        if (name == "-refs") {
+            return set(request_.reference_frames, number(value, 1, 16),
+                       "a number of reference frames", value);
         }
-        return translated(name, value);
+        return name == "-flags2" ? flags2(value) : translated(name, value);
+    }
+
+    static MaybeFailure set(int& member, std::optional<int> number, const char* what, Value value) {
+        member = number.value_or(member);
+        return number ? MaybeFailure()
+                      : wrong_usage("not " + std::string(what) + ": " + in_quotes(value));
     }
 
     MaybeFailure input(Value value) {
@@ -124,31 +145,15 @@ class Parser {
 
     MaybeFailure size(Value value) {
         const std::size_t cut = std::min(value.find('x'), value.size());
-        const auto width = parse_integer(std::string_view(value).substr(0, cut));
-        const auto height =
-            parse_integer(std::string_view(value).substr(std::min(cut + 1, value.size())));
-        const auto fits = [](const auto& side) { return side && *side >= 0 && *side <= 16384; };
-        if (!fits(width) || !fits(height) || *width + *height == 0) {
+        const auto width = number(std::string_view(value).substr(0, cut), 0, kLongestSide);
+        const auto height = number(std::string_view(value).substr(std::min(cut + 1, value.size())),
+                                   0, kLongestSide);
+        if (!width || !height || *width + *height == 0) {
             return wrong_usage("not a picture size: " + in_quotes(value));
         }
-        request_.width = static_cast<int>(*width);
-        request_.height = static_cast<int>(*height);
+        request_.width = *width;
+        request_.height = *height;
         has_size_ = true;
-        return std::nullopt;
-    }
-
-    MaybeFailure rate(Value value) {
-        request_.rate = parse_rational(value);
-        return request_.rate ? MaybeFailure()
-                             : wrong_usage("not a frame rate: " + in_quotes(value));
-    }
-
-    MaybeFailure level(Value value) {
-        const auto level = parse_integer(value);
-        if (!level || *level < 10 || *level > 62) {
-            return wrong_usage("not an H.264 level: " + in_quotes(value));
-        }
-        request_.level = static_cast<int>(*level);
         return std::nullopt;
     }
 
@@ -177,24 +182,10 @@ class Parser {
         if (known == kTranslations.end()) {
             return wrong_usage("unknown option: " + in_quotes(name));
         }
-        if (auto* options = list_for(known->whom)) {
-            options->emplace_back(known->name, value);
+        if (known->list != kIgnored) {
+            (request_.*known->list).emplace_back(known->name, value);
         }
         return std::nullopt;
-    }
-
-    std::vector<Option>* list_for(For whom) {
-        switch (whom) {
-            case For::kVideo:
-                return &request_.video;
-            case For::kAudio:
-                return &request_.audio;
-            case For::kGeneral:
-                return &request_.general;
-            case For::kNobody:
-                break;
-        }
-        return nullptr;
     }
 
     TranscodeRequest request_;

@@ -8,20 +8,16 @@
 
 namespace bundle {
 
-/// Writes the report on a movie to the error stream. Nothing else is written there, whether it
-/// succeeds or not, but for the reason why the program will not take a movie that says too little.
+/// Writes the report on a movie to the error stream. Nothing else is written there, except the
+/// reason if the report lacks what the program needs to accept the movie.
 MaybeFailure report_movie(const std::string& path, const StopSignals& stop);
 
 /// Converts a movie, with progress lines in the old form on the error stream.
 ///
-/// Blocks to the end of the work. The output appears only when it is whole; after a failure or a
-/// stop an older output is as it was. Refuses an output that is the input by another name. A
-/// failure leaves a failure note, and so does a movie that is shorter than its source promised, has
-/// lost its sound, or stands still where a third of the source cannot be read. A stop does too,
+/// Blocks. The output appears only once it is complete; after a failure or a stop an older output
+/// is unchanged. Refuses an output that is the movie under another name. A failure leaves a note
+/// beside the output, and so do the `shortcomings` of an MP4 file that was made. A stop does too,
 /// unless the program itself has stopped this or has ended.
 MaybeFailure transcode(const TranscodeRequest& request, const StopSignals& stop);
-
-/// Leaves a failure note beside `output` about a command line that was not understood.
-void tell_of_refusal(const std::string& output, const Failure& failure);
 
 }  // namespace bundle

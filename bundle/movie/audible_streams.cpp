@@ -3,10 +3,9 @@
 #include <array>
 #include <map>
 #include <nlohmann/json.hpp>
-#include <utility>
-#include <vector>
 
 #include "core/json_reading.h"
+#include "movie/input_options.h"
 #include "process/ffprobe.h"
 
 namespace bundle {
@@ -15,14 +14,14 @@ namespace {
 
 using nlohmann::json;
 
-// Sound of which so many packets give nothing is damaged or enciphered. The first sample clears
-// most movies; the second is ten seconds of them, for a movie may begin with damage.
-constexpr std::array kSoundSamples{40, 400};
+// Packets per stream. The first sample clears most movies; the second one is some ten seconds long,
+// because a movie may begin with damage.
+constexpr std::array kSamples{40, 400};
 constexpr int kFewestPackets = 8;
 
-/// What one audio stream's packets gave.
+/// What was decoded of an audio stream.
 struct Decoding {
-    int packets = 0;  ///< without those that lie before the start of the movie and give nothing
+    int packets = 0;  ///< without those before the start of the movie, which ffmpeg discards
     int frames = 0;
 };
 
@@ -34,7 +33,7 @@ bool is_discarded(const json& packet) {
     return text(packet, "flags").find('D') != std::string::npos;
 }
 
-/// The audio streams of which the first `packets` in all give nothing.
+/// The audio streams that give nothing within the first `packets` of all audio streams together.
 std::set<int> silent_at_first(const std::string& path, InputOptions sample, int packets,
                               const StopSignals& stop) {
     sample.insert(sample.end(),
@@ -59,20 +58,7 @@ std::set<int> silent_at_first(const std::string& path, InputOptions sample, int 
     return silent;
 }
 
-/// The audio streams that cannot be decoded though there is a decoder.
-std::set<int> silent_streams(const std::string& path, const InputOptions& options, int count,
-                             const StopSignals& stop) {
-    std::set<int> silent;
-    for (const int sample : kSoundSamples) {
-        silent = silent_at_first(path, options, sample * count, stop);
-        if (silent.empty()) {
-            break;
-        }
-    }
-    return silent;
-}
-
-int count_sounds(const json& probed) {
+int count_audio_streams(const json& probed) {
     int count = 0;
     for (const json& stream : member(probed, "streams")) {
         count += text(stream, "codec_type") == "audio" ? 1 : 0;
@@ -82,26 +68,16 @@ int count_sounds(const json& probed) {
 
 }  // namespace
 
-Listening::Listening(std::string path, const json& probed, const StopSignals& stop)
-    : path_(std::move(path)),
-      options_(input_options(probed)),
-      sounds_(count_sounds(probed)),
-      stop_(stop) {}
-
-void Listening::listen() {
-    if (sounds_ > 0) {
-        silent_ = silent_streams(path_, options_, std::exchange(sounds_, 0), stop_);
+std::set<int> silent_streams(const std::string& path, const json& probed, const StopSignals& stop) {
+    const int count = count_audio_streams(probed);
+    std::set<int> silent;
+    for (const int sample : kSamples) {
+        silent = silent_at_first(path, input_options(probed), sample * count, stop);
+        if (silent.empty()) {
+            break;
+        }
     }
-}
-
-void Listening::take_for_silent(const Movie& movie) {
-    if (movie.audio) {
-        silent_.insert(movie.audio->index);
-    }
-}
-
-bool Listening::found_silent(const Movie& movie) const {
-    return movie.audio && silent_.contains(movie.audio->index);
+    return silent;
 }
 
 }  // namespace bundle

@@ -129,9 +129,9 @@ Colour assumed_colour(const Colour& told, const std::string& pixel_format, Size 
     return colour;
 }
 
-ColourPlan colour_plan(const Colour& colour, Size size, bool has_zscale) {
+ColourPlan colour_plan(const Colour& colour, Size size, bool convert) {
     const std::string scale = "scale=" + sides(size, ":");
-    if (has_zscale && needs_colour_conversion(colour)) {
+    if (convert) {
         return {scale + "," + conversion(colour), kBt709};
     }
     Colour result = colour;

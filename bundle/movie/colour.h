@@ -35,10 +35,9 @@ struct ColourPlan {
     Colour result;
 };
 
-/// Scales to `size`. High dynamic range is tone-mapped to BT.709 and wide or unusual colours are
-/// converted to it, provided that `has_zscale`, from the usual names where a name can't be; RGB
-/// becomes BT.709; all others stay what they are, and so does everything where the filters are
-/// missing.
-ColourPlan colour_plan(const Colour& colour, Size size, bool has_zscale);
+/// Scales to `size`. With `convert`, which takes ffmpeg's zscale and tonemap filters, the result is
+/// BT.709: high dynamic range is tone-mapped, and a name that zscale cannot convert from is
+/// replaced by the usual one. Otherwise the colours stay, except that RGB becomes BT.709.
+ColourPlan colour_plan(const Colour& colour, Size size, bool convert);
 
 }  // namespace bundle

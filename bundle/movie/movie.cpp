@@ -57,7 +57,8 @@ VideoStream video_from(const json& stream) {
     video.aspect = parse_rational(text(stream, "sample_aspect_ratio"), ':');
     video.rotation = rotation_of(stream);
     video.shown = shown_size(video.stored, video.aspect, video.rotation.value_or(0));
-    video.colour = colour_of(stream);
+    video.colour = assumed_colour(colour_of(stream), video.pixel_format, video.stored);
+    video.needs_colour_conversion = needs_colour_conversion(video.colour);
     video.average_rate = parse_rational(text(stream, "avg_frame_rate"));
     video.base_rate = parse_rational(text(stream, "r_frame_rate"));
     video.time_base = parse_rational(text(stream, "time_base"));

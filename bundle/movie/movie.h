@@ -27,7 +27,8 @@ struct VideoStream {
     std::optional<Rational> aspect;        ///< of a stored pixel
     std::optional<double> rotation;        ///< in degrees; ffmpeg makes the frames upright
     Size shown;                            ///< upright and in square pixels
-    Colour colour;                         ///< as the file tells it
+    Colour colour;                         ///< see `assumed_colour`
+    bool needs_colour_conversion = false;  ///< see the function of this name
     bool may_be_one_frame = false;         ///< the sample of the beginning shows no second one
     std::optional<Rational> average_rate;  ///< frames per second
     std::optional<Rational> base_rate;     ///< the rate that expresses all frame times
@@ -62,6 +63,9 @@ struct Movie {
     InputOptions pipe_options = {};  ///< with which it is read without the jumps
     InputOptions input_options;      ///< with which it was probed
     std::vector<TextStream> subtitles = {};
+    /// Where it starts for ffmpeg without the edits of an MP4 file, which ffmpeg applies to text at
+    /// the wrong times; in seconds. Known only for a conversion of such text.
+    std::optional<double> text_start = {};
     MovieTags tags = {};
 };
 

@@ -143,9 +143,6 @@ Result<json> look_for_late_sound(const std::string& path, const InputOptions& op
 }
 
 Result<json> ask(const std::string& path, const StopSignals& stop) {
-    if (auto failure = check_source(path, stop)) {
-        return *failure;
-    }
     const InputOptions options = options_by_head(read_head(path));
     auto probed = completed(sample(path, options, stop), options);
     if (probed && sound_may_begin_later(*probed)) {
@@ -161,9 +158,17 @@ Result<json> ask(const std::string& path, const StopSignals& stop) {
     return probed;
 }
 
+std::optional<double> start_without_edits(const std::string& path, const StopSignals& stop) {
+    const auto answer = probe_entries(path, "format=start_time", stop, {"-advanced_editlist", "0"});
+    return answer ? parse_decimal(text(member(*answer, "format"), "start_time")) : std::nullopt;
+}
+
 }  // namespace
 
 Result<json> probe_for_report(const std::string& path, const StopSignals& stop) {
+    if (auto failure = check_source(path, stop)) {
+        return *failure;
+    }
     auto probed = ask(path, stop);
     if (probed) {
         remember_probe(path, in_short(*probed));
@@ -172,6 +177,9 @@ Result<json> probe_for_report(const std::string& path, const StopSignals& stop) 
 }
 
 Result<json> probe_for_conversion(const std::string& path, const StopSignals& stop) {
+    if (auto failure = check_source(path, stop)) {
+        return *failure;
+    }
     auto kept = recall_probe(path);
     return kept ? std::move(*kept) : ask(path, stop);
 }
@@ -196,6 +204,15 @@ Result<Movie> find_movie(const std::string& path, const json& probed, const std:
     }
     if (stop.received() != 0) {
         return stop.failure();
+    }
+    return movie;
+}
+
+Result<Movie> find_movie_to_convert(const std::string& path, const json& probed,
+                                    const std::set<int>& unusable, const StopSignals& stop) {
+    auto movie = find_movie(path, probed, unusable, stop);
+    if (movie && has_mp4_text(movie->subtitles)) {
+        movie->text_start = start_without_edits(path, stop);
     }
     return movie;
 }

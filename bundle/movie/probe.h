@@ -23,4 +23,8 @@ Result<nlohmann::json> probe_for_conversion(const std::string& path, const StopS
 Result<Movie> find_movie(const std::string& path, const nlohmann::json& probed,
                          const std::set<int>& unusable, const StopSignals& stop);
 
+/// The same for a conversion, with `Movie::text_start`.
+Result<Movie> find_movie_to_convert(const std::string& path, const nlohmann::json& probed,
+                                    const std::set<int>& unusable, const StopSignals& stop);
+
 }  // namespace bundle

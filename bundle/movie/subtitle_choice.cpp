@@ -57,4 +57,9 @@ bool is_teletext(const TextStream& stream) {
     return stream.codec == kTeletext;
 }
 
+bool has_mp4_text(const std::vector<TextStream>& streams) {
+    return std::any_of(streams.begin(), streams.end(),
+                       [](const TextStream& stream) { return stream.codec == "mov_text"; });
+}
+
 }  // namespace bundle

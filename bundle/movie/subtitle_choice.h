@@ -26,4 +26,7 @@ std::vector<TextStream> text_streams(const std::vector<const nlohmann::json*>& s
 /// True for a stream of teletext, which not every ffmpeg can decode.
 bool is_teletext(const TextStream& stream);
 
+/// True when one of them is the text of an MP4 file.
+bool has_mp4_text(const std::vector<TextStream>& streams);
+
 }  // namespace bundle

@@ -62,14 +62,9 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
         show(latest);
     });
     MessageTail messages;
-    bool is_useless = false;
-    const auto judge = [&] { is_useless = work.is_useless && work.is_useless(); };
     const Listener listener{[&](std::string_view piece) { reader.add(piece); },
-                            [&](std::string_view piece) {
-                                messages.add(piece);
-                                judge();
-                            },
-                            [&] { show(latest); }, [&] { return is_useless; }};
+                            [&](std::string_view piece) { messages.add(piece); },
+                            [&] { show(latest); }};
     const auto status =
         run({*program, with_manners(work.arguments), work.alias, work.input, {}, work.inherited},
             listener, stop);
@@ -80,7 +75,6 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
     }
     std::string text = messages.text();
     if (*status != 0) {
-        judge();
         // A stop that reaches both may be heard after ffmpeg has ended by it.
         return stop.received() != 0 ? stop.failure()
                                     : Failure{told(*status) + on(work.subject), kStatusFailed,

@@ -17,17 +17,13 @@ struct FfmpegWork {
     int input = -1;                      ///< descriptor of its standard input, not owned; -1: empty
     std::string subject = {};            ///< the file that messages name; empty: none
     std::vector<int> inherited = {};     ///< more descriptors that it gets, not owned
-    /// Asked when ffmpeg has said something, and when it has failed: true ends it, and the work
-    /// fails. Empty: never.
-    std::function<bool()> is_useless = {};
 };
 
 /// Has the system's ffmpeg do the work, and blocks until it has.
 ///
 /// `show` is called with the latest progress at each of ffmpeg's reports, and between them too, at
-/// least four times a second but while `is_useless` takes its time. ffmpeg's last messages are
-/// returned, or go into the failure when it fails; all of them would be endless for a damaged
-/// movie.
+/// least four times a second. ffmpeg's last messages are returned, or go into the failure when it
+/// fails; all of them would be endless for a damaged movie.
 Result<std::string> run_ffmpeg(const FfmpegWork& work,
                                const std::function<void(const Progress&)>& show,
                                const StopSignals& stop);

@@ -62,8 +62,9 @@ class Stops(OutputCase):
 
     def assert_old_film_and_no_debris_after_the_next_run(self) -> None:
         self.assertEqual(self.out.read_bytes(), self.old)
-        missing = self.folder / "missing.avi"
-        self.run_words(transcoding(missing, self.place / "next.mp4"))
+        failing = transcoding(self.source, self.place / "next.mp4")
+        failing[-3:-3] = ["-threads", "many"]
+        self.run_words(failing)
         note_of(self.place / "next.mp4").unlink()
         self.assertEqual(
             [name for name in names(self.place) if not name.endswith(".failed.txt")], ["film.mp4"]

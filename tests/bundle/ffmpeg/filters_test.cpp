@@ -19,6 +19,7 @@ VideoStream video_of(const std::string& pixel_format, Size stored = {640, 480}) 
     VideoStream video;
     video.pixel_format = pixel_format;
     video.stored = stored;
+    video.colour = assumed_colour({}, pixel_format, stored);
     return video;
 }
 
@@ -29,14 +30,14 @@ const std::string kEnd =
 
 TEST(FilterChain, MakesOddSidesEven) {
     const VideoStream video = video_of("yuv420p");
-    EXPECT_EQ(picture_filters(request_of(321, 241), video, true),
+    EXPECT_EQ(picture_filters(request_of(321, 241), video, false),
               fit_filters(video) + kDeinterlacing + "scale=320:240:out_range=tv," + kEnd);
 }
 
 TEST(FilterChain, MakesTheAskedRateAfterDeinterlacing) {
     const VideoStream video = video_of("yuv422p");
     EXPECT_EQ(
-        picture_filters(request_of(320, 240, Rational{30000, 1001}), video, true),
+        picture_filters(request_of(320, 240, Rational{30000, 1001}), video, false),
         fit_filters(video) + kDeinterlacing + "fps=30000/1001,scale=320:240:out_range=tv," + kEnd);
 }
 

@@ -20,12 +20,9 @@ const TextStream kStream{3, "subrip", "deu", "", true, true};
 
 /// What adding them to an MP4 file says, which has to succeed.
 std::string add_subtitles_to(const std::string& path) {
-    const StopSignals stop({});
-    const InnerSubtitles subtitles({kStream}, "movie.mkv", 0, stop);
-    FfmpegWork work{{"-i", "movie.mkv", path}};
-    subtitles.extend(work);
+    const InnerSubtitles subtitles({kStream}, "movie.mkv");
     const std::string script = line("0:00:00.10,0:00:00.50", "a");
-    EXPECT_EQ(::pwrite(work.inherited.at(0), script.data(), script.size(), 0),
+    EXPECT_EQ(::pwrite(subtitles.scripts().at(0), script.data(), script.size(), 0),
               static_cast<ssize_t>(script.size()));
     testing::internal::CaptureStderr();
     EXPECT_FALSE(subtitles.add_to(path, 1));

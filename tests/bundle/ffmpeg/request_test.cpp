@@ -33,6 +33,7 @@ TEST(TranscodeRequest, ReadsTheProgramsCommandLine) {
     EXPECT_EQ(request->height, 270);
     EXPECT_EQ(request->rate, std::nullopt);
     EXPECT_EQ(request->level, 30);
+    EXPECT_EQ(request->reference_frames, 2);
 }
 
 TEST(TranscodeRequest, GivesEachOptionItsMeaningToday) {
@@ -55,7 +56,6 @@ TEST(TranscodeRequest, GivesEachOptionItsMeaningToday) {
                                     {"-qmax", "51"},
                                     {"-qdiff", "4"},
                                     {"-bf", "0"},
-                                    {"-refs", "2"},
                                     {"-direct-pred", "1"},
                                     {"-trellis", "1"},
                                     {"-b-pyramid", "1"},
@@ -131,6 +131,10 @@ TEST(TranscodeRequest, RefusesImpossibleValues) {
     for (const char* rate : {"", "0", "30000/0", "fast"}) {
         EXPECT_EQ(usage_status({"-i", "in", "-r", rate, "-s", "480x270", "out"}), kStatusUsage)
             << rate;
+    }
+    for (const char* count : {"", "two", "0", "17"}) {
+        EXPECT_EQ(usage_status({"-i", "in", "-refs", count, "-s", "480x270", "out"}), kStatusUsage)
+            << count;
     }
     for (const char* level : {"", "3.0", "9", "63"}) {
         EXPECT_EQ(usage_status({"-i", "in", "-level", level, "-s", "480x270", "out"}), kStatusUsage)

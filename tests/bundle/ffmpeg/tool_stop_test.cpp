@@ -143,8 +143,10 @@ TEST_F(StoppedTranscode, LeavesNoEncoderWhenItIsKilled) {
     EXPECT_TRUE(eventually([encoder] { return !is_running(encoder); }));
     EXPECT_EQ(content_of(old_), "old");
     EXPECT_EQ(folder_.names().size(), 3U);
-    // The next run clears up, even one that fails.
-    ChildRun next(transcode_words(folder_ / "missing.avi", "160x120", folder_ / "other.mp4"));
+    // The next run cleans up, even one that fails.
+    auto words = transcode_words(folder_ / "in.avi", "160x120", folder_ / "other.mp4");
+    words.insert(words.end() - 3, {"-threads", "many"});
+    ChildRun next(words);
     EXPECT_EQ(next.wait(), 1);
     EXPECT_EQ(folder_.names(), (Names{"in.avi", "other.mp4.failed.txt", "out.mp4"}));
 }

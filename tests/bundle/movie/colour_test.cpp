@@ -11,6 +11,11 @@ const Colour kPq{"tv", "bt2020nc", "bt2020", "smpte2084"};
 const Colour kHlg{"tv", "bt2020nc", "bt2020", "arib-std-b67"};
 const Colour kRgb{"pc", "gbr", "bt709", "bt709"};
 
+/// As for an ffmpeg that has all filters.
+ColourPlan plan_of(const Colour& colour) {
+    return colour_plan(colour, {480, 270}, needs_colour_conversion(colour));
+}
+
 TEST(Colour, IsAssumedByTheSizeWhereTheFileIsSilent) {
     EXPECT_EQ(assumed_colour({}, "yuv420p", {1280, 720}), kHd);
     EXPECT_EQ(assumed_colour({}, "yuv420p", {640, 480}), kSd);
@@ -43,25 +48,25 @@ TEST(Colour, IsWideInRgbOfHighDynamicRange) {
 
 TEST(Colour, StaysWhatItIsInOrdinaryMovies) {
     for (const Colour& colour : {kHd, kSd}) {
-        const ColourPlan plan = colour_plan(colour, {480, 270}, true);
+        const ColourPlan plan = plan_of(colour);
         EXPECT_EQ(plan.filters, "scale=480:270:out_range=tv");
         EXPECT_EQ(plan.result, colour);
     }
 }
 
 TEST(Colour, EndsInTheLimitedRange) {
-    EXPECT_EQ(colour_plan({"pc", "bt709", "bt709", "bt709"}, {480, 270}, true).result, kHd);
+    EXPECT_EQ(plan_of({"pc", "bt709", "bt709", "bt709"}).result, kHd);
 }
 
 TEST(Colour, BecomesBt709FromRgb) {
-    const ColourPlan plan = colour_plan(kRgb, {480, 270}, true);
+    const ColourPlan plan = plan_of(kRgb);
     EXPECT_EQ(plan.filters, "scale=480:270:out_range=tv:out_color_matrix=bt709");
     EXPECT_EQ(plan.result, kHd);
 }
 
 TEST(Colour, IsToneMappedFromHighDynamicRange) {
     for (const Colour& colour : {kPq, kHlg}) {
-        const ColourPlan plan = colour_plan(colour, {480, 270}, true);
+        const ColourPlan plan = plan_of(colour);
         EXPECT_TRUE(plan.filters.starts_with(
             "scale=480:270,setparams=range=tv:color_primaries=bt2020:color_trc=" + colour.transfer +
             ":colorspace=bt2020nc,zscale=t=linear"))
@@ -72,8 +77,7 @@ TEST(Colour, IsToneMappedFromHighDynamicRange) {
 }
 
 TEST(Colour, IsConvertedWithoutToneMappingFromAWideGamut) {
-    const ColourPlan plan =
-        colour_plan({"tv", "bt2020nc", "bt2020", "bt2020-10"}, {480, 270}, true);
+    const ColourPlan plan = plan_of({"tv", "bt2020nc", "bt2020", "bt2020-10"});
     EXPECT_EQ(plan.filters,
               "scale=480:270,setparams=range=tv:color_primaries=bt2020:color_trc=bt2020-10:"
               "colorspace=bt2020nc,zscale=m=bt709:p=bt709:t=bt709:r=tv");
@@ -81,7 +85,7 @@ TEST(Colour, IsConvertedWithoutToneMappingFromAWideGamut) {
 }
 
 std::string names_that_go_in(const Colour& colour) {
-    const std::string filters = colour_plan(colour, {480, 270}, true).filters;
+    const std::string filters = plan_of(colour).filters;
     const std::size_t start = filters.find("setparams=");
     return filters.substr(start, filters.find(',', start) - start);
 }
@@ -104,7 +108,7 @@ TEST(Colour, IsConvertedFromItsOwnNamesWhereTheyLeadSomewhere) {
 
 TEST(Colour, IsConvertedFromPlanesInRgb) {
     const Colour colour{"pc", "gbr", "bt2020", "smpte2084"};
-    const ColourPlan plan = colour_plan(colour, {480, 270}, true);
+    const ColourPlan plan = plan_of(colour);
     EXPECT_TRUE(plan.filters.starts_with("scale=480:270,format=gbrp16le," + setparams(colour)))
         << plan.filters;
 }

@@ -134,7 +134,7 @@ TEST(Movie, IsShownInSquarePixelsAndUpright) {
     EXPECT_EQ(movie->video.shown, (Size{576, 1024}));
 }
 
-TEST(Movie, HasTheColoursThatItsFileTells) {
+TEST(Movie, HasTheColoursOfItsFileAndTheUsualOnesWhereTheyAreUnspecified) {
     json stream = video_stream(0);
     stream["color_range"] = "tv";
     stream["color_space"] = "bt2020nc";
@@ -142,12 +142,18 @@ TEST(Movie, HasTheColoursThatItsFileTells) {
     stream["color_transfer"] = "smpte2084";
     const auto movie = movie_from(movie_of(json::array({stream})));
     ASSERT_TRUE(movie);
-    EXPECT_EQ(movie->video.colour, (Colour{"tv", "bt2020nc", "", "smpte2084"}));
+    EXPECT_EQ(movie->video.colour, (Colour{"tv", "bt2020nc", "bt2020", "smpte2084"}));
+    EXPECT_TRUE(movie->video.needs_colour_conversion);
+}
+
+TEST(Movie, TakesReservedColoursForUnspecifiedOnes) {
+    json stream = video_stream(0);
     for (const char* key : {"color_space", "color_primaries", "color_transfer"}) {
         stream[key] = "reserved";
     }
-    EXPECT_EQ(movie_from(movie_of(json::array({stream})))->video.colour,
-              (Colour{"tv", "", "", ""}));
+    const VideoStream video = movie_from(movie_of(json::array({stream})))->video;
+    EXPECT_EQ(video.colour, assumed_colour({}, video.pixel_format, video.stored));
+    EXPECT_FALSE(video.needs_colour_conversion);
 }
 
 TEST(Movie, HasAVariableRateWhereTheAverageIsNotTheBase) {

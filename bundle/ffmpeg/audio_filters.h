@@ -11,10 +11,10 @@ namespace bundle {
 /// takes it: mono plays at its own level on both sides, three to eight channels without names are
 /// mixed in ffmpeg's usual order of so many, and of any other number the first two are taken. A gap
 /// becomes silence where it is, unless the times are too jittery to tell a small one.
-std::string sound_filters(const AudioStream& audio);
+std::string audio_filters(const AudioStream& audio);
 
 /// Where ffmpeg finds the sound and what it does with it, as options of its output: the stream
-/// through `sound_filters`, or two streams as the two sides.
-std::vector<std::string> sound_source(const AudioStream& audio);
+/// through `audio_filters`, or two streams as the two sides.
+std::vector<std::string> audio_source(const AudioStream& audio);
 
 }  // namespace bundle

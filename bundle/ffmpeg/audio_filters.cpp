@@ -1,4 +1,4 @@
-#include "ffmpeg/sound_chain.h"
+#include "ffmpeg/audio_filters.h"
 
 namespace bundle {
 
@@ -37,16 +37,16 @@ std::string one_side(const std::string& stream, const std::string& name) {
 
 }  // namespace
 
-std::string sound_filters(const AudioStream& audio) {
+std::string audio_filters(const AudioStream& audio) {
     return std::string(audio.has_false_times ? kCountTimes : "") +
            (has_unknown_order(audio) ? kFirstTwo : kStereo) +
            (audio.has_jittery_times || audio.has_false_times ? kFillLargeGaps : kFillGaps);
 }
 
-std::vector<std::string> sound_source(const AudioStream& audio) {
+std::vector<std::string> audio_source(const AudioStream& audio) {
     const std::string stream = "0:" + std::to_string(audio.index);
     if (!audio.right) {
-        return {"-map", stream, "-af", sound_filters(audio)};
+        return {"-map", stream, "-af", audio_filters(audio)};
     }
     return {"-filter_complex",
             one_side(stream, "[left]") + one_side("0:" + std::to_string(*audio.right), "[right]") +
