@@ -3,49 +3,46 @@
 #include <unicode/locid.h>
 
 #include <algorithm>
-#include <array>
 #include <cctype>
-#include <utility>
 
 namespace bundle {
 
 namespace {
 
-/// The languages with two codes in ISO 639-2: that of libraries, which Matroska prefers, and that
-/// of everybody else.
-constexpr std::array<std::pair<std::string_view, std::string_view>, 20> kLibraryCodes{
-    {{"alb", "sqi"}, {"arm", "hye"}, {"baq", "eus"}, {"bur", "mya"}, {"chi", "zho"},
-     {"cze", "ces"}, {"dut", "nld"}, {"fre", "fra"}, {"geo", "kat"}, {"ger", "deu"},
-     {"gre", "ell"}, {"ice", "isl"}, {"mac", "mkd"}, {"mao", "mri"}, {"may", "msa"},
-     {"per", "fas"}, {"rum", "ron"}, {"slo", "slk"}, {"tib", "bod"}, {"wel", "cym"}}};
-
 bool is_letter(char c) {
     return std::isalpha(static_cast<unsigned char>(c)) != 0;
 }
 
-char in_small(char c) {
+char lower(char c) {
     return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 }
 
-/// The letters before a region, a script or another language.
+/// The code before a region, a script or another language, in lower case.
 std::string first_code(std::string_view text) {
     const auto end = std::find_if_not(text.begin(), text.end(), is_letter);
     std::string code(text.begin(), end);
-    std::transform(code.begin(), code.end(), code.begin(), in_small);
+    std::transform(code.begin(), code.end(), code.begin(), lower);
     return code;
+}
+
+/// Also of the bibliographic codes of ISO 639-2 ("ger"), which Matroska prefers.
+std::string terminological(const std::string& code) {
+    icu::Locale locale(code.c_str());
+    UErrorCode error = U_ZERO_ERROR;
+    locale.canonicalize(error);
+    return U_SUCCESS(error) ? locale.getISO3Language() : "";
 }
 
 }  // namespace
 
 std::string mp4_language(std::string_view language) {
-    std::string code = first_code(language);
-    if (code.size() == 2) {
-        code = icu::Locale(code.c_str()).getISO3Language();
+    const std::string code = first_code(language);
+    if (code.size() != 2 && code.size() != 3) {
+        return "und";
     }
-    const auto* known = std::find_if(kLibraryCodes.begin(), kLibraryCodes.end(),
-                                     [&code](const auto& entry) { return entry.first == code; });
-    if (known != kLibraryCodes.end()) {
-        return std::string(known->second);
+    const std::string known = terminological(code);
+    if (!known.empty()) {
+        return known;
     }
     return code.size() == 3 ? code : "und";
 }

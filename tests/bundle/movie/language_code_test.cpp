@@ -10,6 +10,7 @@ TEST(LanguageCode, IsTheOneThatMp4FilesHave) {
     EXPECT_EQ(mp4_language("ger"), "deu");
     EXPECT_EQ(mp4_language("fre"), "fra");
     EXPECT_EQ(mp4_language("wel"), "cym");
+    EXPECT_EQ(mp4_language("zxx"), "zxx");
     EXPECT_EQ(mp4_language("ENG"), "eng");
 }
 
