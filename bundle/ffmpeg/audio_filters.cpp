@@ -4,33 +4,32 @@ namespace bundle {
 
 namespace {
 
-// ffmpeg has a usual order for no more.
+// ffmpeg has no usual order for more.
 constexpr int kMostOrderedChannels = 8;
 
-// More than two channels become stereo in the conversion to these layouts, and mono stays mono, of
-// which ffmpeg's own way to stereo makes something 3 dB quieter. Speakers that are not there count
-// for nothing, so that this also fits a stream that changes its channels on the way. Sums of
-// integers would be made quieter as a whole.
+// aformat mixes three or more channels to stereo and keeps mono, which ffmpeg would make 3 dB
+// quieter on its way to stereo. pan then takes missing channels for silence, so that this also
+// works for a stream whose channels change. Integer samples would make pan attenuate the sum.
 const char* const kStereo =
     "aformat=sample_fmts=fltp:channel_layouts=mono|stereo,pan=stereo|FL=FL+FC|FR=FR+FC,";
 
 const char* const kFirstTwo = "pan=stereo|c0=c0|c1=c1,";
 
-// A lost packet, the shortest of usual ones 20 ms long, becomes silence. Clocks that drift apart
-// are kept together by playing up to 0.1 % faster or slower, which nobody hears.
+// A lost packet, which is at least 20 ms long, becomes silence. Drifting clocks are compensated by
+// playing up to 0.1 % faster or slower, which is inaudible.
 const char* const kFillGaps = "aresample=async=50:min_comp=0.01:min_hard_comp=0.015";
 
-// Of sound without gaps, so many samples are so much time.
+// Derives the times from the number of samples; for audio without gaps.
 const char* const kCountTimes = "asetpts=STARTPTS+N/SR/TB,";
 
-// Filling each small step of jittery times would tear the sound all the time.
+// Filling every small step of jittery times would be audible all the time.
 const char* const kFillLargeGaps = "aresample=async=1";
 
 bool has_unknown_order(const AudioStream& audio) {
     return audio.channels > kMostOrderedChannels && !audio.has_layout;
 }
 
-/// A mono stream as a part of ffmpeg's "-filter_complex", whatever speaker it is meant for.
+/// The part of "-filter_complex" for one side, whatever speaker the stream is for.
 std::string one_side(const std::string& stream, const std::string& name) {
     return "[" + stream + "]pan=mono|c0=c0," + kFillGaps + name + ";";
 }
@@ -50,8 +49,8 @@ std::vector<std::string> audio_source(const AudioStream& audio) {
     }
     return {"-filter_complex",
             one_side(stream, "[left]") + one_side("0:" + std::to_string(*audio.right), "[right]") +
-                "[left][right]join=inputs=2:channel_layout=stereo:map=0.0-FL|1.0-FR[sound]",
-            "-map", "[sound]"};
+                "[left][right]join=inputs=2:channel_layout=stereo:map=0.0-FL|1.0-FR[audio]",
+            "-map", "[audio]"};
 }
 
 }  // namespace bundle

@@ -7,14 +7,14 @@
 
 namespace bundle {
 
-/// What makes stereo of a movie's sound and keeps it in step with the picture, as ffmpeg's "-af"
-/// takes it: mono plays at its own level on both sides, three to eight channels without names are
-/// mixed in ffmpeg's usual order of so many, and of any other number the first two are taken. A gap
-/// becomes silence where it is, unless the times are too jittery to tell a small one.
+/// The "-af" filters that make stereo of the audio and keep it in sync with the video: mono plays
+/// at its own level on both sides, three to eight unnamed channels are mixed in ffmpeg's usual
+/// order, and of other unnamed channels the first two are used. Gaps become silence, except small
+/// ones if the times are too jittery to detect them.
 std::string audio_filters(const AudioStream& audio);
 
-/// Where ffmpeg finds the sound and what it does with it, as options of its output: the stream
-/// through `audio_filters`, or two streams as the two sides.
+/// The output options that select the audio and filter it: one stream through `audio_filters`, or
+/// two streams as the left and the right side.
 std::vector<std::string> audio_source(const AudioStream& audio);
 
 }  // namespace bundle

@@ -8,13 +8,13 @@ namespace {
 
 constexpr double kMostFrames = 30;
 
-// ffmpeg moves frames by up to half of their distance, which is 25 ms at this rate.
+// ffmpeg moves frames by up to half a frame, which is 25 ms at this rate.
 constexpr double kSlow = 20;
 
 constexpr std::int64_t kTicks = 90000;
 
-// A leaky bucket: each frame takes 1/30 s of the time, and one that comes a little more than a
-// frame early is still let through, so that frames may bunch as long as they are not too many.
+// A leaky bucket: each frame takes 1/30 s, and one that is little more than a frame early passes,
+// so that frames may bunch up a little.
 const char* const kLimit =
     "select='if(isnan(t),1,if(isnan(prev_selected_t)+gte(t,ld(0)-0.035),"
     "1+0*st(0,if(isnan(prev_selected_t),t,max(t,ld(0)))+1/30),0))',";
@@ -24,8 +24,8 @@ bool is_slow(const VideoStream& video) {
     return rate > 0 && rate < kSlow;
 }
 
-/// A whole number of ticks per frame, so that an even rate stays one, and ticks fine enough for any
-/// start.
+/// A whole number of ticks per frame, so that a constant rate stays constant, and fine enough for
+/// any start time.
 std::int64_t ticks_per_second(const VideoStream& video) {
     if (has_variable_rate(video) || !video.base_rate || video.base_rate->numerator > kTicks) {
         return kTicks;
@@ -38,7 +38,7 @@ std::int64_t ticks_per_second(const VideoStream& video) {
 
 std::string rate_filter(const TranscodeRequest& request, const VideoStream& video) {
     if (request.rate) {
-        // ffmpeg's own "-r" adds frames at the end of the movie.
+        // ffmpeg's "-r" would add frames at the end.
         return "fps=" + std::to_string(request.rate->numerator) + "/" +
                std::to_string(request.rate->denominator) + ",";
     }
@@ -49,7 +49,7 @@ std::vector<std::string> time_options(const TranscodeRequest& request, const Vid
     if (request.rate || !(has_variable_rate(video) || is_slow(video))) {
         return {};
     }
-    // Left alone, ffmpeg repeats and drops frames to make one rate of all.
+    // By default ffmpeg repeats and drops frames for a constant rate.
     return {"-fps_mode", "vfr", "-enc_time_base", "1:" + std::to_string(ticks_per_second(video))};
 }
 

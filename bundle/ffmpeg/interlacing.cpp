@@ -8,10 +8,10 @@ namespace bundle {
 
 namespace {
 
-// bwdif refuses a smaller picture: half of each side is its chroma, of which it needs four lines.
+// bwdif refuses smaller pictures: it needs four lines, also of chroma, which has half the size.
 constexpr int kSmallestInterlaced = 16;
 
-/// True for luma and chroma that ffmpeg can bring into planes without a loss.
+/// True for YUV that ffmpeg can convert to planar without loss.
 bool is_yuv(std::string_view pixel_format) {
     constexpr std::array<std::string_view, 12> kStarts{"yuv", "yvyu", "uyvy", "nv1",  "nv2", "p01",
                                                        "p21", "p41",  "y21",  "ayuv", "vuy", "xv"};
@@ -20,14 +20,14 @@ bool is_yuv(std::string_view pixel_format) {
                        [&](std::string_view start) { return pixel_format.starts_with(start); });
 }
 
-/// Only frames that are marked are touched, so that it may stand where a movie is mostly
-/// progressive; what a file says as a whole is often wrong (DV in MOV calls itself progressive).
+/// What a file says is ignored, because it is often wrong (DV in MOV claims to be progressive).
+/// The deinterlacer only touches marked frames, so it does no harm to progressive ones.
 bool may_be_interlaced(const VideoStream& video) {
     return is_yuv(video.pixel_format) && video.stored.width >= kSmallestInterlaced &&
            video.stored.height >= kSmallestInterlaced;
 }
 
-/// The marks that a decoder owes to its frames.
+/// Marks the frames if their decoder does not.
 std::string missing_marks(const VideoStream& video) {
     constexpr std::array<std::string_view, 5> kUnmarking{"huffyuv", "ffvhuff", "v308", "v408",
                                                          "v410"};

@@ -6,9 +6,9 @@
 
 namespace bundle {
 
-/// What deinterlaces the frames that are marked as interlaced and leaves all others alone, as
-/// ffmpeg's "-vf" takes it, with a comma at the end; empty where no frame can be interlaced. Where
-/// a decoder never marks frames, all are as the file says.
+/// The "-vf" filters that deinterlace the frames that are marked as interlaced, with a comma at the
+/// end; empty if no frame can be interlaced. If the decoder marks no frames, the file's field order
+/// counts.
 std::string deinterlacer(const VideoStream& video);
 
 }  // namespace bundle

@@ -61,7 +61,7 @@ std::optional<FailureNote> shortcomings(const TranscodeRequest& request, const E
                                      intended_length(request.input, made.file.duration));
     const std::string missing = shortfall(promised, made.file.duration);
     const std::string silent =
-        made.movie.has_lost_sound
+        made.movie.has_undecodable_audio
             ? "The MP4 file has no sound: the movie has some, but none that can be decoded."
             : "";
     if (missing.empty() && silent.empty()) {

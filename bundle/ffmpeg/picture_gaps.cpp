@@ -11,7 +11,7 @@ namespace {
 constexpr double kToleratedSeconds = 2;
 constexpr double kToleratedShare = 1.0 / 3;
 
-/// True for a line of a decoder: "[mp3float @ 0x55] ...", "[aist#0:1/mp3 @ 0x55] ..." or
+/// True for a message of the audio decoder: "[mp3float @ 0x55] ...", "[aist#0:1/mp3 @ 0x55] ..." or
 /// "Error while decoding stream #0:1: ...".
 bool is_on_audio(std::string_view line, int index, std::string_view codec) {
     const std::string stream = "#0:" + std::to_string(index);

@@ -8,7 +8,7 @@ namespace bundle {
 
 namespace {
 
-/// Stored as the filters see it: ffmpeg turns rotated movies upright first.
+/// The stored size as the filters see it: ffmpeg turns rotated movies upright first.
 Size upright(const VideoStream& video) {
     Size stored = video.stored;
     if (is_quarter_turn(video.rotation.value_or(0))) {
@@ -17,18 +17,18 @@ Size upright(const VideoStream& video) {
     return stored;
 }
 
-/// Width to height of the upright picture as it is shown.
+/// The aspect ratio of the upright picture in a player.
 double shown_aspect(const VideoStream& video) {
     const double stored = pixel_aspect(video.aspect) * video.stored.width / video.stored.height;
     return is_quarter_turn(video.rotation.value_or(0)) ? 1 / stored : stored;
 }
 
-/// False where ffmpeg's filters see an aspect that goes for damage.
+/// False for an implausible aspect, which ffmpeg's filters would use nevertheless.
 bool has_plain_aspect(const VideoStream& video) {
     return !video.aspect || pixel_aspect(video.aspect) == video.aspect->value();
 }
 
-/// pad rounds its sides down to whole samples of chroma, and then has no room for the picture.
+/// pad rounds its sides down to whole chroma samples; the picture would not fit.
 bool is_whole_in_chroma(const std::string& pixel_format, Size size) {
     const bool quarters = pixel_format.starts_with("yuv41");
     const int unit = quarters ? 4 : 2;
@@ -49,8 +49,8 @@ std::string fit_filters(const VideoStream& video) {
     }
     const Size size = upright(video);
     const double aspect = shown_aspect(video);
-    // How much wider a frame is than the movie. Shapes that differ by rounding are the same. Sides
-    // in fours keep the lines of interlaced frames where they belong.
+    // Register 0 is how much wider a frame is than the movie; small differences are rounding. Sides
+    // that are multiples of four keep the fields of interlaced frames apart.
     std::array<char, 600> text{};
     std::snprintf(
         text.data(), text.size(),

@@ -6,13 +6,13 @@
 
 namespace bundle {
 
-/// True when frames of another shape can be fitted into the movie's. Otherwise every change of the
-/// shape rebuilds ffmpeg's filters, which costs the frames that they hold back.
+/// True when `fit_filters` can handle frames of another shape. Otherwise each change of the shape
+/// makes ffmpeg rebuild its filters, which loses the frames that they hold.
 bool can_fit_shapes(const VideoStream& video);
 
-/// What brings every frame to the movie's stored size, with black bars where its shape is another,
-/// as ffmpeg's "-vf" takes it, with a comma at the end; empty where that can't be done. Frames of
-/// the movie's own shape pass untouched. Rotated movies are upright at this place.
+/// The "-vf" filters that bring every frame to the movie's stored size, with a comma at the end;
+/// empty if that is impossible. Frames of another shape get black bars, all others are unchanged. A
+/// rotated movie is upright at this point.
 std::string fit_filters(const VideoStream& video);
 
 }  // namespace bundle

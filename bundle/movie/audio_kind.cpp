@@ -1,4 +1,4 @@
-#include "movie/sound_kind.h"
+#include "movie/audio_kind.h"
 
 #include <array>
 #include <nlohmann/json.hpp>
@@ -8,22 +8,22 @@
 
 namespace bundle {
 
-SoundKind sound_kind(const nlohmann::json& disposition) {
-    static constexpr std::array<std::pair<const char*, SoundKind>, 7> kMarks{{
-        {"comment", SoundKind::kAside},
-        {"karaoke", SoundKind::kAside},
-        {"clean_effects", SoundKind::kAside},
-        {"visual_impaired", SoundKind::kDescribed},
-        {"descriptions", SoundKind::kDescribed},
-        {"hearing_impaired", SoundKind::kClearer},
-        {"dub", SoundKind::kDubbed},
+AudioKind audio_kind(const nlohmann::json& disposition) {
+    static constexpr std::array<std::pair<const char*, AudioKind>, 7> kFlags{{
+        {"comment", AudioKind::kCommentary},
+        {"karaoke", AudioKind::kCommentary},
+        {"clean_effects", AudioKind::kCommentary},
+        {"visual_impaired", AudioKind::kAudioDescription},
+        {"descriptions", AudioKind::kAudioDescription},
+        {"hearing_impaired", AudioKind::kHearingImpaired},
+        {"dub", AudioKind::kDubbed},
     }};
-    for (const auto& [mark, kind] : kMarks) {
-        if (whole(disposition, mark) != 0) {
+    for (const auto& [flag, kind] : kFlags) {
+        if (whole(disposition, flag) != 0) {
             return kind;
         }
     }
-    return SoundKind::kDialogue;
+    return AudioKind::kMain;
 }
 
 }  // namespace bundle

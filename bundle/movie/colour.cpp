@@ -33,8 +33,8 @@ bool is_wide(const Colour& colour) {
     return is_high_dynamic_range(colour) || colour.primaries == "bt2020";
 }
 
-const Colour& usual_colour(const Colour& told, bool rgb, Size size) {
-    if (is_wide(told)) {
+const Colour& usual_colour(const Colour& stated, bool rgb, Size size) {
+    if (is_wide(stated)) {
         return kBt2020;
     }
     if (rgb || is_high_definition(size)) {
@@ -66,7 +66,7 @@ bool is_known_matrix(const Colour& colour) {
                                     : is_one_of(colour.matrix, kKnown);
 }
 
-/// The colour with the usual name in place of each that zscale knows no way from.
+/// The colour, with the usual name instead of each name that zscale cannot convert from.
 Colour convertible(const Colour& colour) {
     constexpr std::array<std::string_view, 2> kUnknownTransfers{"bt1361e", "smpte428"};
     const Colour& usual = is_wide(colour) ? kBt2020 : kBt709;
@@ -83,14 +83,12 @@ Colour convertible(const Colour& colour) {
     return known;
 }
 
-// 100 cd/m2 is the white of ordinary movies; the curve leaves darker tones alone and rolls off the
-// rest.
+// White is 100 cd/m2 in SDR; the curve keeps darker tones and compresses brighter ones.
 const char* const kToneMapping =
     "zscale=t=linear:npl=100,format=gbrpf32le,zscale=p=bt709,tonemap=mobius:desat=0,"
     "zscale=t=bt709:m=bt709:r=tv";
 
-/// Names the colours that come in, so that zscale never has to guess: its own options do not reach
-/// the path that it looks for between untold colours and others.
+/// Tags the input with setparams; zscale's own input options do not apply to unspecified colours.
 std::string conversion(const Colour& colour) {
     const std::string planes = colour.matrix == "gbr" ? "format=gbrp16le," : "";
     return planes + setparams(convertible(colour)) + "," +
@@ -114,12 +112,12 @@ bool needs_colour_conversion(const Colour& colour) {
     return is_wide(colour) || colour.primaries == "ebu3213" || !is_one_of(colour.matrix, kOrdinary);
 }
 
-Colour assumed_colour(const Colour& told, const std::string& pixel_format, Size size) {
-    Colour colour = told;
+Colour assumed_colour(const Colour& stated, const std::string& pixel_format, Size size) {
+    Colour colour = stated;
     const bool rgb = is_rgb(pixel_format);
     const bool full = rgb || pixel_format.starts_with("yuvj");
-    const Colour& usual = usual_colour(told, rgb, size);
-    if (rgb || told.matrix == "gbr") {
+    const Colour& usual = usual_colour(stated, rgb, size);
+    if (rgb || stated.matrix == "gbr") {
         colour.matrix = rgb ? "gbr" : "";
     }
     fill(colour.range, full ? "pc" : "tv");

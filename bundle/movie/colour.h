@@ -6,30 +6,30 @@
 
 namespace bundle {
 
-/// How the numbers of a picture stand for colours, in ffmpeg's words; empty means not told.
+/// The colour properties of a video, in ffmpeg's names; empty: unspecified.
 struct Colour {
     std::string range;      ///< "tv" (limited) or "pc" (full)
-    std::string matrix;     ///< of luma and chroma: "bt709", "smpte170m", "bt470bg", ...
+    std::string matrix;     ///< "bt709", "smpte170m", "bt470bg", ...
     std::string primaries;  ///< "bt709", "smpte170m", "bt470bg", "bt2020", ...
     std::string transfer;   ///< "bt709", "smpte2084" (PQ), "arib-std-b67" (HLG), ...
     bool operator==(const Colour&) const = default;
 };
 
-/// The filter that gives frames these colours' names and leaves the pictures alone. All are told.
+/// The filter that tags frames with these colours, all of them specified, and does not change them.
 std::string setparams(const Colour& colour);
 
-/// True for a movie of high dynamic range, which looks flat where it is taken for an ordinary one.
+/// True for high dynamic range, which looks flat if it is shown as standard dynamic range.
 bool is_high_dynamic_range(const Colour& colour);
 
-/// True for colours that only ffmpeg's zscale filter turns into those of ordinary movies.
+/// True for colours that only ffmpeg's zscale filter can convert to those of ordinary movies.
 bool needs_colour_conversion(const Colour& colour);
 
-/// The colours of a movie with the untold ones filled in as players do: by its pixel format, and by
-/// whether it is as large as high definition. A matrix that the pixel format contradicts is untold.
-Colour assumed_colour(const Colour& told, const std::string& pixel_format, Size size);
+/// The stated colours, with unspecified ones filled in as players do: by the pixel format, and by
+/// whether the size is that of high definition. A matrix that contradicts the pixel format is
+/// ignored.
+Colour assumed_colour(const Colour& stated, const std::string& pixel_format, Size size);
 
-/// How a picture gets its size and its colours in limited range: filters, and the colours after
-/// them.
+/// The filters that scale a picture and bring its colours into limited range, and those colours.
 struct ColourPlan {
     std::string filters;
     Colour result;

@@ -15,7 +15,7 @@ bool has_decoding_times_only(const std::string& format, const std::string& codec
            (format == "gxf" && codec == "mpeg2video");
 }
 
-/// When the first packet of a stream comes, in seconds.
+/// The time of a stream's first packet, in seconds.
 std::optional<double> first_time(const json& probed, const json& stream) {
     for (const json& packet : member(probed, "packets")) {
         if (whole(packet, "stream_index") == whole(stream, "index")) {
@@ -27,14 +27,14 @@ std::optional<double> first_time(const json& probed, const json& stream) {
 
 }  // namespace
 
-int decoding_delay(const json& probed, const json& picture, const json& sound) {
+int decoding_delay(const json& probed, const json& video, const json& audio) {
     const std::string format = text(member(probed, "format"), "format_name");
-    const auto rate = parse_rational(text(picture, "r_frame_rate"));
-    if (!rate || !has_decoding_times_only(format, text(picture, "codec_name"))) {
+    const auto rate = parse_rational(text(video, "r_frame_rate"));
+    if (!rate || !has_decoding_times_only(format, text(video, "codec_name"))) {
         return 0;
     }
-    const int frames = whole(picture, "has_b_frames");
-    const auto start = sound.is_null() ? std::nullopt : first_time(probed, sound);
+    const int frames = whole(video, "has_b_frames");
+    const auto start = audio.is_null() ? std::nullopt : first_time(probed, audio);
     return start && *start > (frames - 0.5) / rate->value() ? 0 : frames;
 }
 
@@ -43,7 +43,7 @@ std::string undelay_filter(const VideoStream& video) {
     if (video.decoding_delay <= 0 || !rate) {
         return "";
     }
-    // A first frame that isn't late shows that there is no delay.
+    // If the first frame is not late, there is no delay.
     return "setpts='PTS-min(STARTPTS,round(" +
            std::to_string(video.decoding_delay * rate->denominator) + "/(" +
            std::to_string(rate->numerator) + "*TB)))',";

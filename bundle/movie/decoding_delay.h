@@ -7,15 +7,14 @@
 
 namespace bundle {
 
-/// By how many frames ffmpeg shows the picture late: AVI and GXF store when a frame is decoded, not
-/// when it is shown, and ffmpeg works the one out from the other for some codecs only. None where
-/// the sound's first packet comes as late, by which some makers keep both in step. `picture` and
-/// `sound`, which may be null, are streams in ffprobe's JSON.
-int decoding_delay(const nlohmann::json& probed, const nlohmann::json& picture,
-                   const nlohmann::json& sound);
+/// By how many frames ffmpeg shows the video late: AVI and GXF store when a frame is decoded, not
+/// when it is shown, and ffmpeg derives the one from the other for some codecs only. 0 if the first
+/// audio packet is just as late: some programs keep both in sync that way. `video` and `audio`,
+/// which may be null, are streams in ffprobe's JSON.
+int decoding_delay(const nlohmann::json& probed, const nlohmann::json& video,
+                   const nlohmann::json& audio);
 
-/// What takes that delay away, as ffmpeg's "-vf" takes it, with a comma at the end; empty without
-/// one.
+/// The "-vf" filter that removes that delay, with a comma at the end; empty if there is none.
 std::string undelay_filter(const VideoStream& video);
 
 }  // namespace bundle

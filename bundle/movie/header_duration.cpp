@@ -11,10 +11,10 @@ namespace {
 
 using nlohmann::json;
 
-// Seconds. The difference does not matter for less.
+// Seconds; a smaller difference does not matter.
 constexpr double kLateStart = 2;
 
-/// A time as Matroska's makers write it, "01:02:03.456000000", in seconds.
+/// A time as Matroska tags have it, "01:02:03.456000000", in seconds.
 std::optional<double> parse_clock(const std::string& clock) {
     const std::size_t minutes = clock.find(':');
     const std::size_t seconds = clock.rfind(':');
@@ -30,7 +30,7 @@ std::optional<double> parse_clock(const std::string& clock) {
     return static_cast<double>(*hours) * 3600 + static_cast<double>(*minute) * 60 + *second;
 }
 
-/// Where a stream ends by its own telling, in seconds after the movie's start.
+/// Where a stream ends by the file's header, in seconds after the movie's start.
 std::optional<double> end_of(const json& stream, double start) {
     for (const char* name : {"DURATION", "DURATION-eng"}) {
         if (const auto end = parse_clock(text(member(stream, "tags"), name))) {
@@ -42,8 +42,8 @@ std::optional<double> end_of(const json& stream, double start) {
     return duration ? std::optional(begin - start + *duration) : std::nullopt;
 }
 
-/// False for attachments and covers, which make no movie longer.
-bool bears_time(const json& stream) {
+/// False for attachments and covers.
+bool counts_towards_duration(const json& stream) {
     return text(stream, "codec_type") != "attachment" &&
            whole(member(stream, "disposition"), "attached_pic") == 0;
 }
@@ -52,7 +52,7 @@ std::optional<double> positive(std::optional<double> seconds) {
     return seconds && *seconds > 0 ? seconds : std::nullopt;
 }
 
-/// True when the duration may be the time on the clock at which the movie ends.
+/// True when the duration may be the timestamp of the movie's end.
 bool may_be_end(const Movie& movie, const std::string& format) {
     return movie.duration && movie.start > kLateStart && *movie.duration > movie.start &&
            (format == "asf" || format.starts_with("matroska"));
@@ -67,29 +67,30 @@ bool is_taken(const Movie& movie, int index) {
 void set_duration(Movie& movie, const json& probed) {
     movie.duration = positive(parse_decimal(text(member(probed, "format"), "duration")));
     bool alone = true;
-    bool told = true;
+    bool all_known = true;
     std::optional<double> longest;
     for (const json& stream : member(probed, "streams")) {
         if (is_taken(movie, whole(stream, "index"))) {
             const auto end = positive(end_of(stream, movie.start));
-            told = told && end;
+            all_known = all_known && end;
             longest = std::max(longest, end);
         } else {
-            alone = alone && !bears_time(stream);
+            alone = alone && !counts_towards_duration(stream);
         }
     }
     if (!movie.duration) {
         movie.duration = longest;
-    } else if (!alone && told) {
+    } else if (!alone && all_known) {
         movie.duration = std::min(movie.duration, longest);
     }
     movie.duration_may_be_end = may_be_end(movie, text(member(probed, "format"), "format_name"));
     const json& summed = member(probed, "summed_length");
     if (summed.is_number()) {
         movie.duration = summed.get<double>();
-        told = true;
+        all_known = true;
     }
-    movie.duration_is_certain = movie.duration && (alone || told) && !movie.duration_may_be_end;
+    movie.duration_is_certain =
+        movie.duration && (alone || all_known) && !movie.duration_may_be_end;
 }
 
 double length_by_header(const Movie& movie, double last_end) {

@@ -6,14 +6,14 @@
 
 namespace bundle {
 
-/// Sets the duration of a movie whose start and streams are known, by ffprobe's JSON: that of the
-/// file, or where the file holds other streams that may last longer, that of the streams that are
-/// taken, as far as they tell it. Matroska tells it in tags, which ffmpeg and mkvmerge write.
+/// Sets the duration of a movie whose start and streams are known from ffprobe's JSON: the file's,
+/// or, if the file has other streams that may last longer, that of the chosen streams as far as it
+/// is known. Matroska has it in tags, which ffmpeg and mkvmerge write.
 void set_duration(Movie& movie, const nlohmann::json& probed);
 
-/// The length of a movie whose clock starts late and whose header gives `movie.duration`: in
-/// Matroska and ASF that may be the time on the clock at which the movie ends. It is, unless there
-/// are packets that end later, at `last_end` on the clock.
+/// The length of a movie with a late start whose header gives `movie.duration`. In Matroska and ASF
+/// that may be the timestamp of the end. It is taken for that unless packets end later, at the
+/// timestamp `last_end`.
 double length_by_header(const Movie& movie, double last_end);
 
 }  // namespace bundle

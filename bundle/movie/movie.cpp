@@ -7,7 +7,7 @@
 #include "core/json_reading.h"
 #include "movie/decoding_delay.h"
 #include "movie/header_duration.h"
-#include "movie/programmes.h"
+#include "movie/programs.h"
 #include "movie/rejection.h"
 #include "movie/stereo_pair.h"
 #include "movie/stream_choice.h"
@@ -18,10 +18,10 @@ namespace {
 
 using nlohmann::json;
 
-// Rounded times make an even rate differ from its average by less.
+// Rounded times make the average of a constant rate differ by less.
 constexpr double kUneven = 0.01;
 
-/// Some files count the two fields of a frame as two frames.
+/// Some files count the fields of interlaced frames.
 bool is_too_high(const Rational& average, const std::optional<Rational>& base) {
     return base && average.value() > base->value() * (1 + kUneven);
 }
@@ -36,7 +36,7 @@ std::optional<double> rotation_of(const json& stream) {
     return std::nullopt;
 }
 
-/// A colour's name; a number without a meaning tells nothing.
+/// The name of a colour property; "reserved" numbers have no meaning.
 std::string colour_name(const json& stream, const char* key) {
     const std::string name = text(stream, key);
     return name == "reserved" ? "" : name;
@@ -77,7 +77,7 @@ AudioStream audio_from(const json& stream) {
             whole(stream, "has_false_times") != 0};
 }
 
-/// ffprobe knows the format of a decoded picture or sound only where there is a decoder.
+/// ffprobe knows the format of decoded video or audio only if there is a decoder.
 bool is_decodable(const json& stream) {
     if (text(stream, "codec_name").empty()) {
         return false;
@@ -116,12 +116,11 @@ StreamFacts facts_of(const json& probed, const json& stream, const std::set<int>
     facts.is_still = is_still(disposition);
     facts.packets_seen = packets_seen(probed, facts.index);
     facts.pixels = std::int64_t{whole(stream, "width")} * whole(stream, "height");
-    facts.sound = sound_kind(disposition);
+    facts.audio_kind = audio_kind(disposition);
     return facts;
 }
 
-/// The streams of one kind without the foreign ones, side by side with the facts for the choice
-/// between them.
+/// The streams of one kind in the movie's program, each with the facts for the choice.
 struct Candidates {
     std::vector<const json*> streams;
     std::vector<StreamFacts> facts;
@@ -139,11 +138,11 @@ Candidates candidates(const json& probed, const char* kind, const std::set<int>&
     return found;
 }
 
-/// The second of two sounds that can be decoded and are two sides of one.
-std::optional<int> right_side(const json& format, const Candidates& sounds) {
-    if (sounds.streams.size() == 2 && sounds.facts[0].decodable && sounds.facts[1].decodable &&
-        are_two_sides(format, *sounds.streams[0], *sounds.streams[1])) {
-        return sounds.facts[1].index;
+/// The second of two streams that are the sides of a stereo pair.
+std::optional<int> right_side(const json& format, const Candidates& audio) {
+    if (audio.streams.size() == 2 && audio.facts[0].decodable && audio.facts[1].decodable &&
+        are_two_sides(format, *audio.streams[0], *audio.streams[1])) {
+        return audio.facts[1].index;
     }
     return std::nullopt;
 }
@@ -168,32 +167,32 @@ Result<Movie> movie_from(const json& probed, const std::set<int>& unusable) {
     if (is_protected(probed)) {
         return protected_movie();
     }
-    const Candidates pictures = candidates(probed, "video", unusable);
-    const auto picture = choose_picture(pictures.facts);
-    if (!picture) {
-        return no_picture(probed);
+    const Candidates videos = candidates(probed, "video", unusable);
+    const auto video = choose_video(videos.facts);
+    if (!video) {
+        return no_video(probed);
     }
-    const json& stream = *pictures.streams[*picture];
+    const json& stream = *videos.streams[*video];
     const json& format = member(probed, "format");
     Movie movie;
     movie.start = parse_decimal(text(format, "start_time")).value_or(0);
     movie.bit_rate = parse_integer(text(format, "bit_rate"));
     movie.video = video_from(stream);
-    movie.video.may_be_one_frame = may_be_one_frame(pictures.facts[*picture]);
-    const std::set<int> foreign = streams_of_other_programmes(probed, movie.video.index);
-    const Candidates sounds = candidates(probed, "audio", unusable, foreign);
-    json heard;
-    if (const auto sound = choose_sound(sounds.facts)) {
-        heard = *sounds.streams[*sound];
-        movie.audio = audio_from(heard);
-        movie.audio->right = right_side(format, sounds);
+    movie.video.may_be_one_frame = may_be_one_frame(videos.facts[*video]);
+    const std::set<int> foreign = streams_of_other_programs(probed, movie.video.index);
+    const Candidates audio = candidates(probed, "audio", unusable, foreign);
+    json audio_stream;
+    if (const auto chosen = choose_audio(audio.facts)) {
+        audio_stream = *audio.streams[*chosen];
+        movie.audio = audio_from(audio_stream);
+        movie.audio->right = right_side(format, audio);
     }
-    movie.video.decoding_delay = decoding_delay(probed, stream, heard);
+    movie.video.decoding_delay = decoding_delay(probed, stream, audio_stream);
     movie.subtitles = text_streams(candidates(probed, "subtitle", unusable, foreign).streams);
-    movie.tags = movie_tags(format, stream, heard);
+    movie.tags = movie_tags(format, stream, audio_stream);
     movie.input_options = input_options(probed);
     set_duration(movie, probed);
-    movie.has_lost_sound = !movie.audio && !sounds.streams.empty();
+    movie.has_undecodable_audio = !movie.audio && !audio.streams.empty();
     return movie;
 }
 

@@ -17,7 +17,7 @@ using nlohmann::json;
 constexpr const char* kPhoneDate = "com.apple.quicktime.creationdate";
 constexpr const char* kPhonePlace = "com.apple.quicktime.location.ISO6709";
 
-/// A date that the calendar has, and a time that a clock shows.
+/// A valid date and time.
 bool exists(const std::cmatch& found) {
     const auto part = [&found](std::size_t at) { return std::stoi(found.str(at)); };
     std::tm time{};
@@ -62,13 +62,13 @@ std::string recording_time(std::string_view text) {
     return year > kLastUnset && year < kBeyond && exists(found) ? std::string(text) : "";
 }
 
-MovieTags movie_tags(const json& format, const json& picture, const json& sound) {
+MovieTags movie_tags(const json& format, const json& video, const json& audio) {
     const json& tags = member(format, "tags");
     const std::string by_phone = recording_time(text(tags, kPhoneDate));
-    const std::string language = text(member(sound, "tags"), "language");
+    const std::string language = text(member(audio, "tags"), "language");
     MovieTags found;
     found.recorded = first_of({by_phone, recording_time(text(tags, "creation_time")),
-                               recording_time(text(member(picture, "tags"), "creation_time"))});
+                               recording_time(text(member(video, "tags"), "creation_time"))});
     found.local_day = text(tags, "date").empty() ? by_phone : "";
     found.place = text(tags, "location").empty() ? text(tags, kPhonePlace) : "";
     found.audio_language = language.empty() ? "" : mp4_language(language);

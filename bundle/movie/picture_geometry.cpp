@@ -8,7 +8,7 @@ namespace bundle {
 
 namespace {
 
-// Beyond it, an aspect is damage: no movie has pixels ten times as wide as high.
+// No movie has pixels ten times as wide as high; such an aspect is damage.
 constexpr double kFlattest = 10;
 
 }  // namespace

@@ -13,18 +13,18 @@ struct Size {
     bool operator==(const Size&) const = default;
 };
 
-/// How much wider than high a stored pixel is shown; 1 when unknown or beyond any movie's.
+/// The width of a stored pixel relative to its height; 1 when it is unknown or implausible.
 double pixel_aspect(const std::optional<Rational>& aspect);
 
-/// True for a rotation, in degrees, that exchanges the sides.
+/// True for a rotation, in degrees, that swaps width and height.
 bool is_quarter_turn(double rotation);
 
-/// The size of a picture as a player shows it: in square pixels and upright. `aspect` is that of a
-/// stored pixel, empty when unknown; `rotation` is in degrees, and only quarter turns exchange the
-/// sides, as the system's ffmpeg turns movies.
+/// The size of a picture in a player: upright, in square pixels. `aspect` is that of a stored
+/// pixel, empty when unknown; `rotation` is in degrees, and like the system's ffmpeg only quarter
+/// turns swap width and height.
 Size shown_size(Size stored, const std::optional<Rational>& aspect, double rotation);
 
-/// The size that 4:2:0 can hold: even sides, two at least, that are not above the given ones else.
+/// Both sides rounded down to even, at least 2, as 4:2:0 needs them.
 Size even(Size size);
 
 }  // namespace bundle

@@ -10,8 +10,6 @@
 #include "clock/stream_clock.h"
 #include "core/console.h"
 #include "core/json_reading.h"
-#include "movie/counted_times.h"
-#include "movie/frame_steps.h"
 #include "movie/header_duration.h"
 #include "movie/main_shape.h"
 #include "movie/packet_times.h"
@@ -29,7 +27,7 @@ namespace {
 using nlohmann::json;
 using Words = std::vector<std::string>;
 
-// Headers are not exact.
+// Headers are inexact.
 constexpr double kToleratedSeconds = 2;
 
 Words joined(Words words, const Words& more) {
@@ -37,7 +35,7 @@ Words joined(Words words, const Words& more) {
     return words;
 }
 
-/// Looks for a second packet through the whole file, if need be.
+/// Looks for a second packet, through the whole file if need be.
 Result<bool> is_one_frame(const std::string& path, const InputOptions& options, int index,
                           const StopSignals& stop) {
     const Words first_two{"-select_streams", std::to_string(index), "-read_intervals", "%+#2"};
@@ -49,7 +47,7 @@ Result<bool> is_one_frame(const std::string& path, const InputOptions& options, 
     return member(*answer, "packets").size() < 2;
 }
 
-/// The movie without the streams that turn out to be one picture.
+/// The movie without streams that turn out to be a single picture.
 Result<Movie> moving_movie(const std::string& path, const json& probed, std::set<int> unusable,
                            const StopSignals& stop) {
     while (true) {
@@ -71,8 +69,8 @@ Result<Movie> moving_movie(const std::string& path, const json& probed, std::set
     }
 }
 
-/// The duration by the packets. Where the file ends long before its header says, the header is
-/// right: it gives the length from before the truncation.
+/// The duration by the packets, or by the header if the file ends long before that: then it was
+/// truncated.
 std::optional<double> measured_duration(const std::string& path, const Movie& movie,
                                         const StopSignals& stop) {
     std::set<int> streams{movie.video.index};
@@ -84,18 +82,18 @@ std::optional<double> measured_duration(const std::string& path, const Movie& mo
         return movie.duration;
     }
     if (movie.duration) {
-        const double told = length_by_header(movie, ends->any);
-        if (!ends->wanted || ends->any - movie.start < told - kToleratedSeconds) {
-            return told;
+        const double stated = length_by_header(movie, ends->any);
+        if (!ends->wanted || ends->any - movie.start < stated - kToleratedSeconds) {
+            return stated;
         }
     }
     const double duration = ends->wanted.value_or(ends->any) - movie.start;
     return duration > 0 ? std::optional(duration) : movie.duration;
 }
 
-/// The answer without those packets of the sample that tell nothing new: of each stream it matters
-/// only whether it has none, one or more.
-json in_short(json probed) {
+/// The JSON without all but two packets of each stream: it matters only whether a stream has none,
+/// one or more.
+json without_redundant_packets(json probed) {
     std::map<int, int> seen;
     json kept = json::array();
     for (const json& packet : member(probed, "packets")) {
@@ -113,7 +111,7 @@ Result<json> sample_of(const std::string& path, const InputOptions& options, con
                          most_read);
 }
 
-/// A sample of the beginning, a short one where a longer one means to read too much.
+/// A sample of the beginning, a short one if a longer one means reading too much.
 Result<json> sample(const std::string& path, const InputOptions& options, const StopSignals& stop) {
     auto probed = sample_of(path, options, kSample, kMostReadForReport, stop);
     if (probed || probed.failure().status != kStatusReadTooMuch) {
@@ -125,28 +123,26 @@ Result<json> sample(const std::string& path, const InputOptions& options, const 
     return sample_of(path, options, kShortSample, kMostReadForShortSample, stop);
 }
 
-/// The answer with what is found out about it, and how it was asked for.
+/// The JSON with what follows from its packets, and with the input options.
 Result<json> completed(Result<json> probed, const InputOptions& options) {
     if (probed) {
-        mark_jittery_streams(*probed);
-        mark_false_times(*probed);
-        mark_uneven_steps(*probed);
+        mark_streams(*probed);
         keep_input_options(*probed, options);
     }
     return probed;
 }
 
-Result<json> look_for_late_sound(const std::string& path, const InputOptions& options,
+Result<json> look_for_late_audio(const std::string& path, const InputOptions& options,
                                  const StopSignals& stop) {
     const InputOptions far = look_far(options);
     return completed(sample_of(path, far, kFarSample, kMostReadForFarLook, stop), far);
 }
 
-Result<json> ask(const std::string& path, const StopSignals& stop) {
+Result<json> probe(const std::string& path, const StopSignals& stop) {
     const InputOptions options = options_by_head(read_head(path));
     auto probed = completed(sample(path, options, stop), options);
     if (probed && sound_may_begin_later(*probed)) {
-        if (auto farther = look_for_late_sound(path, options, stop)) {
+        if (auto farther = look_for_late_audio(path, options, stop)) {
             probed = std::move(farther);
         }
     }
@@ -169,9 +165,9 @@ Result<json> probe_for_report(const std::string& path, const StopSignals& stop) 
     if (auto failure = check_source(path, stop)) {
         return *failure;
     }
-    auto probed = ask(path, stop);
+    auto probed = probe(path, stop);
     if (probed) {
-        remember_probe(path, in_short(*probed));
+        remember_probe(path, without_redundant_packets(*probed));
     }
     return probed;
 }
@@ -181,7 +177,7 @@ Result<json> probe_for_conversion(const std::string& path, const StopSignals& st
         return *failure;
     }
     auto kept = recall_probe(path);
-    return kept ? std::move(*kept) : ask(path, stop);
+    return kept ? std::move(*kept) : probe(path, stop);
 }
 
 Result<Movie> find_movie(const std::string& path, const json& probed, const std::set<int>& unusable,

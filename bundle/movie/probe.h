@@ -10,16 +10,16 @@
 
 namespace bundle {
 
-/// What ffprobe tells about a movie, for a report on it. It is kept for the conversion that usually
-/// follows. Failures name the file.
+/// ffprobe's JSON on a movie, for a report. It is kept for the conversion that usually follows.
+/// Failures name the file.
 Result<nlohmann::json> probe_for_report(const std::string& path, const StopSignals& stop);
 
-/// The same for a conversion: what the report kept, or asked anew.
+/// The same for a conversion: the JSON that was kept, or a new one.
 Result<nlohmann::json> probe_for_conversion(const std::string& path, const StopSignals& stop);
 
-/// The movie in what ffprobe told about a file, without the streams whose numbers are in
-/// `unusable`: a stream of one picture is not the movie, and a length that the header does not tell
-/// is taken from the packets. Failures name the file.
+/// The movie in ffprobe's JSON, without the streams whose indexes are in `unusable`. Reads packets
+/// if that is necessary to tell a video from a single picture, or to find the length. Failures name
+/// the file.
 Result<Movie> find_movie(const std::string& path, const nlohmann::json& probed,
                          const std::set<int>& unusable, const StopSignals& stop);
 

@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::time_t kUnsureSeconds = 2;
-// What is left of runs that were canceled before their conversions.
+// Some are left by runs that were canceled before their conversions.
 constexpr std::chrono::hours kLongestKept{1};
 
 fs::path folder() {
@@ -30,7 +30,7 @@ std::string text_of(const timespec& time) {
     return std::to_string(time.tv_sec) + "." + std::to_string(time.tv_nsec);
 }
 
-/// Where the file's answer is kept; empty when it is not.
+/// Where the file's JSON is kept; empty: it is not.
 fs::path place_of(const std::string& path) {
     struct stat status {};
     const fs::path kept = folder();
@@ -50,7 +50,7 @@ bool is_old(const fs::path& file) {
     return !none && fs::file_time_type::clock::now() - written > kLongestKept;
 }
 
-/// Once in that time, not at each movie: a long list leaves many answers to look at.
+/// Removes old files, but not at each movie: a long list leaves many to look at.
 void sweep(const fs::path& kept) {
     const fs::path swept = kept / "swept";
     std::error_code none;
@@ -74,7 +74,7 @@ void remember_probe(const std::string& path, const nlohmann::json& probed) {
     }
     ::mkdir(place.parent_path().c_str(), S_IRWXU);
     sweep(place.parent_path());
-    // A text that is cut short is no JSON and will not be taken for an answer.
+    // A truncated text is not valid JSON, so `recall_probe` ignores it.
     std::ofstream(place, std::ios::binary)
         << probed.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
 }

@@ -6,15 +6,15 @@
 
 namespace bundle {
 
-/// Keeps what ffprobe told about a file from the report on it to its conversion, which would have
-/// to ask the same again. It is kept in $XDG_RUNTIME_DIR, a folder of the user's own that ends with
-/// the session; without one nothing is kept. Nothing here fails: what can't be kept is asked anew.
+/// Saves the conversion the runs of ffprobe that its report has already made, 60 ms or more a
+/// movie. Keeps ffprobe's JSON in $XDG_RUNTIME_DIR, the user's own folder for the session; without
+/// one nothing is kept. Never fails: what is not kept is probed again.
 ///
-/// A file is known by its device, number, size and times, so one that has changed is not known. One
-/// that changed in the last seconds is not kept: its times might not tell the next change.
+/// A file is identified by its device, inode, size and times. One that changed within the last
+/// seconds is not kept, because its next change might not show in its times.
 void remember_probe(const std::string& path, const nlohmann::json& probed);
 
-/// What is kept about the file, once: it is forgotten by that.
+/// The JSON that is kept for the file; forgets it.
 std::optional<nlohmann::json> recall_probe(const std::string& path);
 
 }  // namespace bundle

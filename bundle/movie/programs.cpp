@@ -1,4 +1,4 @@
-#include "movie/programmes.h"
+#include "movie/programs.h"
 
 #include <nlohmann/json.hpp>
 
@@ -10,9 +10,9 @@ namespace {
 
 using nlohmann::json;
 
-std::set<int> streams_of(const json& programme) {
+std::set<int> streams_of(const json& program) {
     std::set<int> streams;
-    for (const json& stream : member(programme, "streams")) {
+    for (const json& stream : member(program, "streams")) {
         streams.insert(whole(stream, "index"));
     }
     return streams;
@@ -20,11 +20,11 @@ std::set<int> streams_of(const json& programme) {
 
 }  // namespace
 
-std::set<int> streams_of_other_programmes(const json& probed, int index) {
+std::set<int> streams_of_other_programs(const json& probed, int index) {
     std::set<int> own;
     std::set<int> others;
-    for (const json& programme : member(probed, "programs")) {
-        auto streams = streams_of(programme);
+    for (const json& program : member(probed, "programs")) {
+        auto streams = streams_of(program);
         (streams.contains(index) ? own : others).merge(streams);
     }
     if (own.empty()) {

@@ -5,8 +5,8 @@
 
 namespace bundle {
 
-/// The numbers of the streams in ffprobe's JSON that belong to other programmes of a transport
-/// stream than the stream `index` does. Streams of no programme belong to all.
-std::set<int> streams_of_other_programmes(const nlohmann::json& probed, int index);
+/// The indexes of the streams in ffprobe's JSON that belong only to other programs of a transport
+/// stream than the stream `index`. A stream without a program belongs to all.
+std::set<int> streams_of_other_programs(const nlohmann::json& probed, int index);
 
 }  // namespace bundle

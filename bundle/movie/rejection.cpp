@@ -22,7 +22,7 @@ bool is_encrypted_entry(const json& stream) {
     return std::find(kEncrypted.begin(), kEncrypted.end(), tag) != kEncrypted.end();
 }
 
-/// As ISO/IEC 23001-7 encrypts packets; their stream looks like any other.
+/// Common encryption (ISO/IEC 23001-7) shows in the packets only.
 bool has_encrypted_packets(const json& probed, int index) {
     const json& packets = member(probed, "packets");
     return std::any_of(packets.begin(), packets.end(), [index](const json& packet) {
@@ -34,7 +34,7 @@ bool has_encrypted_packets(const json& probed, int index) {
     });
 }
 
-bool is_picture(const json& stream) {
+bool is_video(const json& stream) {
     return text(stream, "codec_type") == "video";
 }
 
@@ -51,18 +51,18 @@ Failure not_decodable(const json& stream) {
 
 }  // namespace
 
-Failure no_picture(const json& probed) {
+Failure no_video(const json& probed) {
     const json& streams = member(probed, "streams");
-    const auto picture = std::find_if(streams.begin(), streams.end(), is_picture);
-    if (picture == streams.end()) {
-        const bool has_sound = std::any_of(streams.begin(), streams.end(), [](const json& stream) {
+    const auto video = std::find_if(streams.begin(), streams.end(), is_video);
+    if (video == streams.end()) {
+        const bool has_audio = std::any_of(streams.begin(), streams.end(), [](const json& stream) {
             return text(stream, "codec_type") == "audio";
         });
-        return failure_by(Cause::kNoPicture, has_sound ? "it has sound only, no picture"
+        return failure_by(Cause::kNoPicture, has_audio ? "it has sound only, no picture"
                                                        : "it has neither picture nor sound");
     }
     const auto undecodable = std::find_if(streams.begin(), streams.end(), [](const json& stream) {
-        return is_picture(stream) && !has_decoder(stream);
+        return is_video(stream) && !has_decoder(stream);
     });
     return undecodable != streams.end()
                ? not_decodable(*undecodable)
@@ -72,8 +72,8 @@ Failure no_picture(const json& probed) {
 bool is_protected(const json& probed) {
     const json& streams = member(probed, "streams");
     return std::any_of(streams.begin(), streams.end(), [&probed](const json& stream) {
-        return is_picture(stream) && (is_encrypted_entry(stream) ||
-                                      has_encrypted_packets(probed, whole(stream, "index")));
+        return is_video(stream) && (is_encrypted_entry(stream) ||
+                                    has_encrypted_packets(probed, whole(stream, "index")));
     });
 }
 

@@ -9,17 +9,17 @@
 
 namespace bundle {
 
-/// Why there is no picture that can be converted in what ffprobe reported on a file: sound alone, a
-/// still picture, a format that nothing here decodes, or nothing at all.
-Failure no_picture(const nlohmann::json& probed);
+/// Why there is no video that can be converted in ffprobe's JSON: there is only audio, only a still
+/// picture, a format without a decoder, or nothing at all.
+Failure no_video(const nlohmann::json& probed);
 
-/// True when a picture in it is encrypted, as that of a bought movie: ffmpeg has no key.
+/// True when a video stream is encrypted (DRM): ffmpeg has no key.
 bool is_protected(const nlohmann::json& probed);
 
 Failure protected_movie();
 
-/// Why the program will not take this movie, whose report says too little: what comes after "FILE
-/// cannot be converted: ". Empty for a movie that it takes.
+/// Why the program rejects this movie, whose report lacks something, as the end of "FILE cannot be
+/// converted: "; empty if it accepts the movie.
 std::optional<std::string> rejection_of(const Movie& movie);
 
 }  // namespace bundle

@@ -9,7 +9,7 @@ namespace bundle {
 
 namespace {
 
-// The last time that two digits of hours can express, in hundredths of a second.
+// 99:59:59.99 in hundredths of a second.
 constexpr double kLongest = 100.0 * 3600 * 100 - 1;
 
 template <typename... Values>
@@ -33,7 +33,7 @@ std::string rate(double frames_per_second) {
     return two_decimals(frames_per_second > 0 ? frames_per_second : 0);
 }
 
-/// Ticks per second, whole thousands with a k.
+/// Ticks per second; whole thousands have a k.
 std::string ticks(const std::optional<Rational>& time_base) {
     const double ticks = time_base ? 1 / time_base->value() : 0;
     const bool thousands = ticks >= 1000 && std::fmod(ticks, 1000) == 0;

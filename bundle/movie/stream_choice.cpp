@@ -6,7 +6,7 @@ namespace bundle {
 
 namespace {
 
-/// The place of the stream with the highest rank, the first of equals, among those that qualify.
+/// The position of the qualifying stream with the highest rank, the first one of equals.
 template <typename Qualifies, typename Rank>
 std::optional<std::size_t> best(const std::vector<StreamFacts>& streams, Qualifies qualifies,
                                 Rank rank) {
@@ -25,7 +25,7 @@ bool may_be_one_frame(const StreamFacts& stream) {
     return stream.packets_seen && *stream.packets_seen < 2;
 }
 
-std::optional<std::size_t> choose_picture(const std::vector<StreamFacts>& streams) {
+std::optional<std::size_t> choose_video(const std::vector<StreamFacts>& streams) {
     return best(
         streams, [](const StreamFacts& stream) { return stream.decodable && !stream.is_still; },
         [](const StreamFacts& stream) {
@@ -33,10 +33,10 @@ std::optional<std::size_t> choose_picture(const std::vector<StreamFacts>& stream
         });
 }
 
-std::optional<std::size_t> choose_sound(const std::vector<StreamFacts>& streams) {
+std::optional<std::size_t> choose_audio(const std::vector<StreamFacts>& streams) {
     return best(
         streams, [](const StreamFacts& stream) { return stream.decodable; },
-        [](const StreamFacts& stream) { return std::tuple(stream.sound, stream.is_default); });
+        [](const StreamFacts& stream) { return std::tuple(stream.audio_kind, stream.is_default); });
 }
 
 }  // namespace bundle

@@ -4,32 +4,32 @@
 #include <optional>
 #include <vector>
 
-#include "movie/sound_kind.h"
+#include "movie/audio_kind.h"
 
 namespace bundle {
 
-/// What the choice of a stream rests on.
+/// What the choice of a stream is based on.
 struct StreamFacts {
     int index = 0;                    ///< its number in the file
-    bool decodable = true;            ///< the system's ffmpeg knows how
-    bool is_default = false;          ///< marked by the file's maker
+    bool decodable = true;            ///< the system's ffmpeg has a decoder
+    bool is_default = false;          ///< has the default flag
     bool is_still = false;            ///< a cover, a thumbnail or another still picture
     std::optional<int> packets_seen;  ///< in the sample of the file's beginning; empty: no sample
-    std::int64_t pixels = 0;          ///< of a frame; 0 for sound
-    SoundKind sound = SoundKind::kDialogue;  ///< of a sound
+    std::int64_t pixels = 0;          ///< of a frame; 0 for audio
+    AudioKind audio_kind = AudioKind::kMain;
 };
 
-/// True when the sample shows at most one frame of the stream: a picture, or a movie that begins
-/// late.
+/// True when the sample has at most one frame of the stream: it is a picture, or a video that
+/// starts late.
 bool may_be_one_frame(const StreamFacts& stream);
 
-/// The place in the list of the movie itself among video streams: never a still or what cannot be
-/// decoded; one that moves before one that may not; the default one first, then the largest, then
+/// The position in the list of the video stream to convert: not a still picture, and decodable; one
+/// with several frames before one that may have a single one; then the default one, the largest,
 /// the first. Empty when there is none.
-std::optional<std::size_t> choose_picture(const std::vector<StreamFacts>& streams);
+std::optional<std::size_t> choose_video(const std::vector<StreamFacts>& streams);
 
-/// The place in the list of the sound among audio streams, of those that can be decoded: of the
-/// best kind, the default one first, then the first. Empty when there is none.
-std::optional<std::size_t> choose_sound(const std::vector<StreamFacts>& streams);
+/// The position in the list of the audio stream to convert, of those that can be decoded: of the
+/// best kind, then the default one, then the first. Empty when there is none.
+std::optional<std::size_t> choose_audio(const std::vector<StreamFacts>& streams);
 
 }  // namespace bundle

@@ -17,7 +17,7 @@ using nlohmann::json;
 constexpr std::string_view kTeletext = "dvb_teletext";
 constexpr std::array<std::string_view, 8> kTextCodecs{"subrip", "srt",      "ass",  "ssa",
                                                       "webvtt", "mov_text", "text", kTeletext};
-// Each is an output of its own.
+// Each is an output of ffmpeg.
 constexpr std::size_t kMost = 100;
 
 bool is_text(const json& stream) {

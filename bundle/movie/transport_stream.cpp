@@ -9,7 +9,7 @@ namespace {
 constexpr char kSync = 0x47;
 constexpr std::array<std::size_t, 3> kPacketSizes{188, 192, 204};
 
-// Fewer may be chance.
+// Fewer may be coincidence.
 constexpr std::size_t kFewestPackets = 10;
 
 bool is_in_step(std::string_view head, std::size_t start, std::size_t size) {

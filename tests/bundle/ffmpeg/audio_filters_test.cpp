@@ -44,9 +44,9 @@ TEST(AudioFilters, MakesTwoSidesOfTwoStreams) {
     const std::string chain = "[0:1]pan=mono|c0=c0," + kFillGaps + "[left];[0:2]pan=mono|c0=c0," +
                               kFillGaps +
                               "[right];[left][right]join=inputs=2:channel_layout=stereo:"
-                              "map=0.0-FL|1.0-FR[sound]";
+                              "map=0.0-FL|1.0-FR[audio]";
     EXPECT_EQ(audio_source(audio),
-              (std::vector<std::string>{"-filter_complex", chain, "-map", "[sound]"}));
+              (std::vector<std::string>{"-filter_complex", chain, "-map", "[audio]"}));
 }
 
 }  // namespace

@@ -17,14 +17,14 @@ json streams(const char* text) {
 }
 
 TEST(Rejection, HasAReasonForEachKindOfFileWithoutAMovingPicture) {
-    EXPECT_EQ(no_picture(streams("[]")).message, "it has neither picture nor sound");
-    EXPECT_EQ(no_picture(streams(R"([{"codec_type": "audio"}])")).message,
+    EXPECT_EQ(no_video(streams("[]")).message, "it has neither picture nor sound");
+    EXPECT_EQ(no_video(streams(R"([{"codec_type": "audio"}])")).message,
               "it has sound only, no picture");
-    EXPECT_EQ(no_picture(streams(R"([{"codec_type": "video", "codec_name": "unknown"}])")).message,
+    EXPECT_EQ(no_video(streams(R"([{"codec_type": "video", "codec_name": "unknown"}])")).message,
               "its picture is in a format that the system's ffmpeg cannot decode");
-    EXPECT_EQ(no_picture(streams(R"([{"codec_type": "video", "codec_name": "vvc"}])")).message,
+    EXPECT_EQ(no_video(streams(R"([{"codec_type": "video", "codec_name": "vvc"}])")).message,
               "its picture is in a format that the system's ffmpeg cannot decode (vvc)");
-    EXPECT_EQ(no_picture(streams(R"([{"codec_type": "audio"}, {"codec_type": "video",
+    EXPECT_EQ(no_video(streams(R"([{"codec_type": "audio"}, {"codec_type": "video",
                                  "codec_name": "mjpeg", "pix_fmt": "yuvj420p"}])"))
                   .message,
               "it has no moving picture, only a still one");

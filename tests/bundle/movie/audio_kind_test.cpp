@@ -1,4 +1,4 @@
-#include "movie/sound_kind.h"
+#include "movie/audio_kind.h"
 
 #include <gtest/gtest.h>
 
@@ -9,33 +9,33 @@ namespace {
 
 using nlohmann::json;
 
-SoundKind kind_of(std::initializer_list<const char*> marks) {
+AudioKind kind_of(std::initializer_list<const char*> marks) {
     json disposition{{"default", 1}, {"comment", 0}, {"dub", 0}};
     for (const char* mark : marks) {
         disposition[mark] = 1;
     }
-    return sound_kind(disposition);
+    return audio_kind(disposition);
 }
 
-TEST(SoundKind, IsDialogueUnlessItIsMarked) {
-    EXPECT_EQ(kind_of({}), SoundKind::kDialogue);
-    EXPECT_EQ(kind_of({"original"}), SoundKind::kDialogue);
-    EXPECT_EQ(sound_kind(json()), SoundKind::kDialogue);
+TEST(AudioKind, IsDialogueUnlessItIsMarked) {
+    EXPECT_EQ(kind_of({}), AudioKind::kMain);
+    EXPECT_EQ(kind_of({"original"}), AudioKind::kMain);
+    EXPECT_EQ(audio_kind(json()), AudioKind::kMain);
 }
 
-TEST(SoundKind, FollowsTheMarks) {
-    EXPECT_EQ(kind_of({"dub"}), SoundKind::kDubbed);
-    EXPECT_EQ(kind_of({"hearing_impaired"}), SoundKind::kClearer);
-    EXPECT_EQ(kind_of({"visual_impaired"}), SoundKind::kDescribed);
-    EXPECT_EQ(kind_of({"descriptions"}), SoundKind::kDescribed);
-    EXPECT_EQ(kind_of({"comment"}), SoundKind::kAside);
-    EXPECT_EQ(kind_of({"karaoke"}), SoundKind::kAside);
-    EXPECT_EQ(kind_of({"clean_effects"}), SoundKind::kAside);
+TEST(AudioKind, FollowsTheMarks) {
+    EXPECT_EQ(kind_of({"dub"}), AudioKind::kDubbed);
+    EXPECT_EQ(kind_of({"hearing_impaired"}), AudioKind::kHearingImpaired);
+    EXPECT_EQ(kind_of({"visual_impaired"}), AudioKind::kAudioDescription);
+    EXPECT_EQ(kind_of({"descriptions"}), AudioKind::kAudioDescription);
+    EXPECT_EQ(kind_of({"comment"}), AudioKind::kCommentary);
+    EXPECT_EQ(kind_of({"karaoke"}), AudioKind::kCommentary);
+    EXPECT_EQ(kind_of({"clean_effects"}), AudioKind::kCommentary);
 }
 
-TEST(SoundKind, IsTheWorstOfSeveralMarks) {
-    EXPECT_EQ(kind_of({"dub", "comment"}), SoundKind::kAside);
-    EXPECT_EQ(kind_of({"original", "visual_impaired"}), SoundKind::kDescribed);
+TEST(AudioKind, IsTheWorstOfSeveralMarks) {
+    EXPECT_EQ(kind_of({"dub", "comment"}), AudioKind::kCommentary);
+    EXPECT_EQ(kind_of({"original", "visual_impaired"}), AudioKind::kAudioDescription);
 }
 
 }  // namespace

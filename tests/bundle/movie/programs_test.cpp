@@ -1,4 +1,4 @@
-#include "movie/programmes.h"
+#include "movie/programs.h"
 
 #include <gtest/gtest.h>
 
@@ -19,20 +19,20 @@ json programme(std::initializer_list<int> streams) {
 
 TEST(Programmes, PartTheirStreams) {
     const json probed{{"programs", {programme({0, 1}), programme({2, 3})}}};
-    EXPECT_EQ(streams_of_other_programmes(probed, 0), (std::set{2, 3}));
-    EXPECT_EQ(streams_of_other_programmes(probed, 3), (std::set{0, 1}));
+    EXPECT_EQ(streams_of_other_programs(probed, 0), (std::set{2, 3}));
+    EXPECT_EQ(streams_of_other_programs(probed, 3), (std::set{0, 1}));
 }
 
 TEST(Programmes, MayShareStreams) {
     const json probed{{"programs", {programme({0, 1, 4}), programme({2, 3, 4})}}};
-    EXPECT_EQ(streams_of_other_programmes(probed, 0), (std::set{2, 3}));
-    EXPECT_EQ(streams_of_other_programmes(probed, 4), std::set<int>());
+    EXPECT_EQ(streams_of_other_programs(probed, 0), (std::set{2, 3}));
+    EXPECT_EQ(streams_of_other_programs(probed, 4), std::set<int>());
 }
 
 TEST(Programmes, PartNothingFromAStreamOfNone) {
     const json probed{{"programs", {programme({0, 1}), programme({2, 3})}}};
-    EXPECT_EQ(streams_of_other_programmes(probed, 5), std::set<int>());
-    EXPECT_EQ(streams_of_other_programmes(json::object(), 0), std::set<int>());
+    EXPECT_EQ(streams_of_other_programs(probed, 5), std::set<int>());
+    EXPECT_EQ(streams_of_other_programs(json::object(), 0), std::set<int>());
 }
 
 }  // namespace

@@ -5,20 +5,20 @@
 namespace bundle {
 namespace {
 
-StreamFacts picture(std::int64_t pixels = 100) {
+StreamFacts video(std::int64_t pixels = 100) {
     StreamFacts facts;
     facts.pixels = pixels;
     return facts;
 }
 
-StreamFacts default_picture() {
-    StreamFacts facts = picture();
+StreamFacts default_video() {
+    StreamFacts facts = video();
     facts.is_default = true;
     return facts;
 }
 
 StreamFacts still() {
-    StreamFacts facts = default_picture();
+    StreamFacts facts = default_video();
     facts.is_still = true;
     return facts;
 }
@@ -33,51 +33,51 @@ StreamFacts undecodable(StreamFacts facts) {
     return facts;
 }
 
-TEST(StreamChoice, TakesTheFirstPictureOfEquals) {
-    EXPECT_EQ(choose_picture({picture(), picture()}), 0U);
+TEST(StreamChoice, TakesTheFirstVideoOfEquals) {
+    EXPECT_EQ(choose_video({video(), video()}), 0U);
 }
 
-TEST(StreamChoice, TakesTheDefaultPictureAndThenTheLargest) {
-    EXPECT_EQ(choose_picture({picture(), picture(400), picture(300)}), 1U);
-    EXPECT_EQ(choose_picture({picture(400), default_picture()}), 1U);
+TEST(StreamChoice, TakesTheDefaultVideoAndThenTheLargest) {
+    EXPECT_EQ(choose_video({video(), video(400), video(300)}), 1U);
+    EXPECT_EQ(choose_video({video(400), default_video()}), 1U);
 }
 
 TEST(StreamChoice, NeverTakesAStillPictureOrOneWithoutADecoder) {
-    EXPECT_EQ(choose_picture({still(), picture()}), 1U);
-    EXPECT_EQ(choose_picture({undecodable(default_picture()), picture()}), 1U);
-    EXPECT_EQ(choose_picture({still(), undecodable(picture())}), std::nullopt);
-    EXPECT_EQ(choose_picture({}), std::nullopt);
+    EXPECT_EQ(choose_video({still(), video()}), 1U);
+    EXPECT_EQ(choose_video({undecodable(default_video()), video()}), 1U);
+    EXPECT_EQ(choose_video({still(), undecodable(video())}), std::nullopt);
+    EXPECT_EQ(choose_video({}), std::nullopt);
 }
 
-TEST(StreamChoice, TakesAPictureThatMovesBeforeOneThatMayNot) {
-    EXPECT_EQ(choose_picture({with_packets(default_picture(), 1), with_packets(picture(), 2)}), 1U);
-    EXPECT_EQ(choose_picture({with_packets(picture(), 1)}), 0U);
+TEST(StreamChoice, TakesAVideoThatMovesBeforeOneThatMayNot) {
+    EXPECT_EQ(choose_video({with_packets(default_video(), 1), with_packets(video(), 2)}), 1U);
+    EXPECT_EQ(choose_video({with_packets(video(), 1)}), 0U);
 }
 
 TEST(StreamChoice, CallsOnlyASampleWithTwoFramesMoving) {
-    EXPECT_TRUE(may_be_one_frame(with_packets(picture(), 0)));
-    EXPECT_TRUE(may_be_one_frame(with_packets(picture(), 1)));
-    EXPECT_FALSE(may_be_one_frame(with_packets(picture(), 2)));
-    EXPECT_FALSE(may_be_one_frame(picture()));
+    EXPECT_TRUE(may_be_one_frame(with_packets(video(), 0)));
+    EXPECT_TRUE(may_be_one_frame(with_packets(video(), 1)));
+    EXPECT_FALSE(may_be_one_frame(with_packets(video(), 2)));
+    EXPECT_FALSE(may_be_one_frame(video()));
 }
 
-TEST(StreamChoice, TakesTheDefaultSoundElseTheFirstThatCanBeDecoded) {
-    const StreamFacts sound;
-    const StreamFacts default_sound = default_picture();
-    EXPECT_EQ(choose_sound({sound, default_sound, default_sound}), 1U);
-    EXPECT_EQ(choose_sound({undecodable(sound), sound, undecodable(default_sound)}), 1U);
-    EXPECT_EQ(choose_sound({undecodable(sound)}), std::nullopt);
+TEST(StreamChoice, TakesTheDefaultAudioElseTheFirstThatCanBeDecoded) {
+    const StreamFacts audio;
+    const StreamFacts default_audio = default_video();
+    EXPECT_EQ(choose_audio({audio, default_audio, default_audio}), 1U);
+    EXPECT_EQ(choose_audio({undecodable(audio), audio, undecodable(default_audio)}), 1U);
+    EXPECT_EQ(choose_audio({undecodable(audio)}), std::nullopt);
 }
 
-TEST(StreamChoice, TakesTheBestKindOfSoundAndOfEqualsTheDefaultOne) {
-    StreamFacts comment = default_picture();
-    comment.sound = SoundKind::kAside;
-    StreamFacts dubbed = default_picture();
-    dubbed.sound = SoundKind::kDubbed;
-    EXPECT_EQ(choose_sound({comment, StreamFacts(), default_picture()}), 2U);
-    EXPECT_EQ(choose_sound({comment, dubbed, StreamFacts()}), 2U);
-    EXPECT_EQ(choose_sound({comment, dubbed, undecodable(StreamFacts())}), 1U);
-    EXPECT_EQ(choose_sound({comment}), 0U);
+TEST(StreamChoice, TakesTheBestKindOfAudioAndOfEqualsTheDefaultOne) {
+    StreamFacts comment = default_video();
+    comment.audio_kind = AudioKind::kCommentary;
+    StreamFacts dubbed = default_video();
+    dubbed.audio_kind = AudioKind::kDubbed;
+    EXPECT_EQ(choose_audio({comment, StreamFacts(), default_video()}), 2U);
+    EXPECT_EQ(choose_audio({comment, dubbed, StreamFacts()}), 2U);
+    EXPECT_EQ(choose_audio({comment, dubbed, undecodable(StreamFacts())}), 1U);
+    EXPECT_EQ(choose_audio({comment}), 0U);
 }
 
 }  // namespace
