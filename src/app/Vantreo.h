@@ -9,6 +9,8 @@
 #include <memory>
 #include <vector>
 
+#include "convert/MovieListener.h"
+
 class Movie;
 class wxButton;
 class wxCheckBox;
@@ -32,7 +34,7 @@ class wxTextCtrl;
 ///
 /// The widget pointers do not own: the window tree does. They are null until `layout` (the version
 /// screen's until `layout_checkVersion`) has made them.
-class Vantreo : public wxFrame {
+class Vantreo : public wxFrame, public MovieListener {
   public:
     // ---- app/Vantreo.cpp: construction and closing ----------------------------------------------
 
@@ -77,9 +79,10 @@ class Vantreo : public wxFrame {
 
     /// Runs `action` now, or, while a message box is open, from the event loop once it is closed:
     /// the end of a tool never moves the queue on below an open question.
-    void RunUnlessAsking(std::function<void()> action);
+    void RunUnlessAsking(std::function<void()> action) override;
 
-    // ---- i18n/lookup.cpp, i18n/language_switch.cpp ----------------------------------------------
+    // ---- i18n/translate.cpp, i18n/language_switch.cpp--------------------------------------------
+    // ---------------------------------------------------------------------------------------------
 
     /// The text of `key` in the language of the `Language` setting, in English where that language
     /// has none, "" for an unknown key. `fill` is not a language: 1 also appends the table's
@@ -88,7 +91,7 @@ class Vantreo : public wxFrame {
 
     void OncomboboxLanguages(wxCommandEvent& event);
 
-    // ---- settings/settings.cpp ------------------------------------------------------------------
+    // ---- settings/frame_settings.cpp ------------------------------------------------------------
 
     /// The stored value, or the key's default, which is written back.
     wxString config_read(const wxString& key);
@@ -100,11 +103,11 @@ class Vantreo : public wxFrame {
     /// Starts a run when the button carries its start caption, otherwise asks to cancel.
     void OnbuttonConvert(wxCommandEvent& event);
     /// Null: probes entry `movieIndex`. A job: its probe has ended.
-    void MovieInfos(Movie* movie);
+    void MovieInfos(Movie* movie) override;
     /// Null: transcodes entry `movieIndex`. A job: its transcode or subtitle step has ended.
-    void MovieConvert(Movie* movie);
+    void MovieConvert(Movie* movie) override;
     /// Shows the job's progress in the title, the gauge and the labels.
-    void MovieUpdate(Movie* movie);
+    void MovieUpdate(Movie* movie) override;
     /// Asks whether to cancel; on "Yes" stops the running tool and returns true.
     bool Cancel();
 
@@ -199,11 +202,13 @@ class Vantreo : public wxFrame {
     void show_progress_start(const wxString& status);
     wxString position_text(unsigned long index) const;
 
-    // convert/queue.cpp
+    // convert/jobs.cpp
     Movie* new_job();
     bool is_current(const Movie* movie) const;
-    void stop_at_error(const Movie& movie);
     void free_ended_jobs();
+
+    // convert/queue.cpp
+    void stop_at_error(const Movie& movie);
 
     // web/pages.cpp: what the three HTML controls show
     wxString translations_page();

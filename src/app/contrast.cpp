@@ -1,5 +1,7 @@
 #include "app/contrast.h"
 
+#include <wx/settings.h>
+
 #include <algorithm>
 #include <cmath>
 
@@ -45,4 +47,8 @@ wxColour readable_on(const wxColour& background, const wxColour& wanted, const w
 
 wxColour opaque_on(const wxColour& background, const wxColour& colour) {
     return mix(background, colour, colour.Alpha() / double{wxALPHA_OPAQUE});
+}
+
+wxColour opaque_page_colour(const wxColour& background) {
+    return opaque_on(wxSystemSettings::GetColour(wxSYS_COLOUR_WINDOW), background);
 }

@@ -15,3 +15,7 @@ wxColour readable_on(const wxColour& background, const wxColour& wanted, const w
 
 /// `colour` as it is seen in front of an opaque `background`.
 wxColour opaque_on(const wxColour& background, const wxColour& colour);
+
+/// What is seen of the background that the toolkit reports for a control, in front of the theme's
+/// windows: some themes have a translucent one, and HTML knows no such colours.
+wxColour opaque_page_colour(const wxColour& background);

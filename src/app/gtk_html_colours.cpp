@@ -7,7 +7,6 @@
 #include <wx/settings.h>
 
 #include "app/contrast.h"
-#include "web/pages.h"
 
 namespace {
 

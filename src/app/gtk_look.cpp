@@ -4,8 +4,8 @@
 #include <wx/frame.h>
 #include <wx/panel.h>
 
+#include "app/contrast.h"
 #include "app/gtk_text_size.h"
-#include "web/pages.h"
 
 namespace {
 

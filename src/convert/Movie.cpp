@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/Vantreo.h"
+#include "convert/MovieListener.h"
 #include "convert/commands.h"
 #include "convert/output_folder.h"
 #include "convert/output_size.h"
@@ -21,8 +21,8 @@ std::int32_t run_seconds(const FFmpeg& runner) {
 
 }  // namespace
 
-Movie::Movie(Vantreo* owner, const wxString& source, const wxString& folder, int device)
-    : path(source), frame(owner), output_dir(folder), optimize(device) {}
+Movie::Movie(MovieListener& owner, const wxString& source, const wxString& folder, int device)
+    : path(source), output_dir(folder), optimize(device), listener(&owner) {}
 
 Movie::~Movie() = default;
 
@@ -40,11 +40,11 @@ void Movie::Infos() {
     // Each report may show a message; the probe is started whatever the frame did.
     if (!wxFileName::FileExists(kFFmpegTool)) {
         error = "error_ffmpeg";
-        frame->MovieInfos(this);
+        listener->MovieInfos(this);
     }
     if (!wxFileName::FileExists(kMP4BoxTool)) {
         error = "error_mp4box";
-        frame->MovieInfos(this);
+        listener->MovieInfos(this);
     }
     mode = "infos";
     ffmpeg = new_runner<FFmpeg>();
@@ -149,21 +149,21 @@ void Movie::update_subtitle(const wxString& line) {
 
 /// A job without a frame keeps its figures to itself.
 void Movie::show_progress() {
-    if (frame != nullptr)
-        frame->MovieUpdate(this);
+    if (listener != nullptr)
+        listener->MovieUpdate(this);
 }
 
 void Movie::OnFFmpegTerminate(const wxString& output) {
-    if (frame == nullptr)
+    if (listener == nullptr)
         return;
     endPostponed = true;
-    frame->RunUnlessAsking([this, output] {
+    listener->RunUnlessAsking([this, output] {
         endPostponed = false;
         if (mode == "infos") {
             elapsed = run_seconds(*ffmpeg);
             infos = output;
             InfosProcess();
-            frame->MovieInfos(this);
+            listener->MovieInfos(this);
         } else if (mode == "convert") {
             finish_step(*ffmpeg);
         } else if (mode == "subtitle") {
@@ -176,7 +176,7 @@ void Movie::finish_step(const FFmpeg& runner) {
     elapsed = run_seconds(runner);
     percent = 100;
     show_progress();
-    frame->MovieConvert(this);
+    listener->MovieConvert(this);
 }
 
 // ---- the end of the job -------------------------------------------------------------------------
@@ -184,6 +184,7 @@ void Movie::finish_step(const FFmpeg& runner) {
 void Movie::Detach() {
     mode = "cancel";
     frame = nullptr;
+    listener = nullptr;
     endPostponed = false;
     for (auto& runner : runners)
         runner->StopPolling();

@@ -8,6 +8,7 @@
 
 class FFmpeg;
 class MP4Box;
+class MovieListener;
 class Vantreo;
 
 /// One conversion job: a source movie, the folder it goes to and the device it is sized for.
@@ -23,6 +24,8 @@ class Movie {
     /// `owner` receives all progress and completion calls and is not owned. `device` is the index
     /// of the device choice.
     Movie(Vantreo* owner, const wxString& source, const wxString& folder, int device);
+    /// The same for a job that reports to something else. The listener is not owned.
+    Movie(MovieListener& owner, const wxString& source, const wxString& folder, int device);
     ~Movie();
     Movie(const Movie&) = delete;
     Movie& operator=(const Movie&) = delete;
@@ -77,7 +80,7 @@ class Movie {
     float percent_exact = 0.0F;  ///< the same, not rounded
     std::int32_t elapsed = 0;    ///< seconds since the running tool was started
     wxString mp4box_command;     ///< empty when there are no subtitles
-    Vantreo* frame;              ///< not owned; null once detached
+    Vantreo* frame = nullptr;    ///< not owned; null once detached
     wxString output_dir;
     std::int32_t optimize;      ///< device index
     wxString infos;             ///< everything the probe printed
@@ -103,6 +106,7 @@ class Movie {
     template <class Runner>
     Runner* new_runner();
 
+    MovieListener* listener;                       ///< null without a frame, and once detached
     std::vector<std::unique_ptr<FFmpeg>> runners;  ///< every runner that the job has started
     bool endPostponed = false;                     ///< an end waits for a message box to close
 };

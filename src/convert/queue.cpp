@@ -2,12 +2,11 @@
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
-#include <wx/combobox.h>
 #include <wx/gauge.h>
 #include <wx/listbox.h>
 #include <wx/msgdlg.h>
 #include <wx/stattext.h>
-#include <wx/textctrl.h>
+#include <wx/utils.h>
 
 #include <algorithm>
 
@@ -31,22 +30,6 @@ void Vantreo::OnbuttonConvert(wxCommandEvent&) {
     free_ended_jobs();
     layout_converting(0);
     MovieInfos(nullptr);
-}
-
-void Vantreo::free_ended_jobs() {
-    std::erase_if(jobs, [](const auto& job) { return job->Ended(); });
-}
-
-Movie* Vantreo::new_job() {
-    const wxString path = textMovies->IsEmpty() ? wxString() : textMovies->GetString(movieIndex);
-    jobs.push_back(std::make_unique<Movie>(this, path, textOutput->GetValue(),
-                                           comboboxOptimize->GetSelection()));
-    return jobs.back().get();
-}
-
-/// False for a job of an earlier run, whose probe went on after that run had stopped at its error.
-bool Vantreo::is_current(const Movie* movie) const {
-    return movieIndex < movies.size() && movies[movieIndex] == movie;
 }
 
 void Vantreo::MovieInfos(Movie* movie) {
@@ -122,8 +105,11 @@ bool Vantreo::Cancel() {
     wxWindow* const focused = FindFocus();
     if (ShowMessage(Translate("confirmCancel", 0), kQuestion) != wxID_YES)
         return false;
-    if (movieIndex < movies.size())
+    if (movieIndex < movies.size()) {
+        // Whoever presses a button while the tools end means the window as it was before.
+        const wxWindowDisabler disabled;
         movies[movieIndex]->Cancel();
+    }
     layout_canceled();
     if (focused != nullptr)
         focused->SetFocus();  // the window, disabled meanwhile, has let go of the keyboard

@@ -2,9 +2,7 @@
 
 #include <wx/tokenzr.h>
 
-#include "app/Vantreo.h"
 #include "convert/devices.h"
-#include "i18n/table.h"
 
 namespace {
 
@@ -66,11 +64,4 @@ wxString lookup(const wxString& table, const wxString& key, const SettingReader&
         }
     }
     return wxEmptyString;
-}
-
-wxString Vantreo::Translate(const wxString& key, int fill) {
-    const LanguageLists lists{languages, languagesEnglish};
-    return lookup(
-        translation_table, key, [this](const wxString& name) { return config_read(name); },
-        fill == 1 ? &lists : nullptr);
 }

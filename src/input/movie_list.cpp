@@ -1,22 +1,8 @@
 #include "input/movie_list.h"
 
-#include <wx/hashmap.h>
 #include <wx/listbox.h>
 
-#include <unordered_set>
-
-wxArrayString new_movies(const wxArrayString& held, const wxArrayString& paths) {
-    std::unordered_set<wxString, wxStringHash, wxStringEqual> known;
-    for (const wxString& path : held)
-        known.insert(path.Lower());
-
-    wxArrayString added;
-    for (const wxString& path : paths) {
-        if (known.insert(path.Lower()).second)
-            added.Add(path);
-    }
-    return added;
-}
+#include "input/new_movies.h"
 
 void add_movies(wxListBox& list, const wxArrayString& paths) {
     const wxArrayString added = new_movies(list.GetStrings(), paths);

@@ -4,9 +4,5 @@
 
 class wxListBox;
 
-/// Those of `paths`, in their order, that neither `held` nor an earlier one of them names already;
-/// letter case does not count. Takes time in proportion to the two lists' lengths together.
-wxArrayString new_movies(const wxArrayString& held, const wxArrayString& paths);
-
-/// Appends each of `paths` that the list does not hold yet.
+/// Appends each of `paths` that is not in the list yet.
 void add_movies(wxListBox& list, const wxArrayString& paths);

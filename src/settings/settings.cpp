@@ -2,8 +2,6 @@
 
 #include <wx/stdpaths.h>
 
-#include "app/Vantreo.h"
-
 namespace {
 
 wxString default_of(const wxString& key, const wxString& defaultLanguage) {
@@ -32,12 +30,4 @@ wxString read_setting(wxConfigBase& config, const wxString& key, const wxString&
 void write_setting(wxConfigBase& config, const wxString& key, const wxString& value) {
     config.Write(key, value);
     config.Flush(false);
-}
-
-wxString Vantreo::config_read(const wxString& key) {
-    return read_setting(*config, key, defaultLanguage);
-}
-
-void Vantreo::config_write(const wxString& key, const wxString& value) {
-    write_setting(*config, key, value);
 }

@@ -78,8 +78,6 @@ bool FFmpeg::RunWithUpdates(const wxString& command) {
 
 void FFmpeg::Stop(std::chrono::milliseconds limit) {
     constexpr long kNoneFound = 1;
-    // Whoever presses a button meanwhile means the window as it was before.
-    const wxWindowDisabler disabled;
     stop_mark::leave();
     std::vector<long> asked = running_ffmpegs();
     const long status = wxExecute("killall ffmpeg", wxEXEC_SYNC);
@@ -102,7 +100,7 @@ void FFmpeg::Stop(std::chrono::milliseconds limit) {
         }
         if (!missing)
             ask_to_end_once(left, asked);
-        wxTheApp->Yield(true);
+        wxAppConsole::GetInstance()->Yield(true);
         wxMilliSleep(kRoundMillis);
     }
     stop_mark::remove();

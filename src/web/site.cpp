@@ -2,7 +2,7 @@
 
 #include <wx/utils.h>
 
-#include "app/build_facts.h"
+#include "base/build_facts.h"
 
 wxString site_base() {
     wxString base;

@@ -6,8 +6,8 @@
 #include <wx/utils.h>
 
 #include "app/Vantreo.h"
-#include "app/build_facts.h"
 #include "app/painting.h"
+#include "base/build_facts.h"
 #include "web/version_request.h"
 
 namespace {

@@ -10,8 +10,8 @@
 #include <string>
 #include <utility>
 
-#include "app/utf8.h"
-#include "app/version_text.h"
+#include "base/utf8.h"
+#include "base/version_text.h"
 #include "web/site.h"
 #include "web/web_page.h"
 

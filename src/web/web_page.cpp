@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "app/version_text.h"
+#include "base/version_text.h"
 
 namespace {
 

@@ -6,6 +6,7 @@
 
 #include "convert/Movie.h"
 #include "support/folder.h"
+#include "support/job_listener.h"
 
 namespace {
 
@@ -27,6 +28,7 @@ class MovieProbe : public testing::Test {
         job.InfosProcess();
     }
 
+    JobListener listener;
     Folder movies;
     Folder out;
 };
@@ -34,7 +36,7 @@ class MovieProbe : public testing::Test {
 }  // namespace
 
 TEST_F(MovieProbe, StartsWithNothingKnown) {
-    const Movie job(nullptr, "/m/a.avi", "/out", 2);
+    const Movie job(listener, "/m/a.avi", "/out", 2);
     EXPECT_EQ(job.path, "/m/a.avi");
     EXPECT_EQ(job.output_dir, "/out");
     EXPECT_EQ(job.optimize, 2);
@@ -48,7 +50,7 @@ TEST_F(MovieProbe, StartsWithNothingKnown) {
 }
 
 TEST_F(MovieProbe, PreparesTheTranscode) {
-    Movie job(nullptr, movies.file("a.b.avi"), out.path(), 1);
+    Movie job(listener, movies.file("a.b.avi"), out.path(), 1);
     process(job, report("1280x720", "59.94"));
     EXPECT_EQ(job.error, "");
     EXPECT_EQ(job.duration, 20);
@@ -61,7 +63,7 @@ TEST_F(MovieProbe, PreparesTheTranscode) {
 }
 
 TEST_F(MovieProbe, TakesTheCodecTimeBaseForTheRate) {
-    Movie job(nullptr, movies.file("a.avi"), out.path(), 0);
+    Movie job(listener, movies.file("a.avi"), out.path(), 0);
     process(job, report("1280x720", "47.95"));
     EXPECT_EQ(job.fps, 47.95);
     EXPECT_EQ(job.fps_max, 30.0);
@@ -76,7 +78,7 @@ TEST_F(MovieProbe, RejectsWhatIsNoMovie) {
                             report("1280x0"),
                             report("100000x10")};
     for (const wxString& infos : bad) {
-        Movie job(nullptr, movies.file("a.avi"), "/no/such/folder", 0);
+        Movie job(listener, movies.file("a.avi"), "/no/such/folder", 0);
         process(job, infos);
         EXPECT_EQ(job.error, "error_badMovies") << infos;
         EXPECT_EQ(job.output_path, "") << infos;
@@ -85,7 +87,7 @@ TEST_F(MovieProbe, RejectsWhatIsNoMovie) {
 
 TEST_F(MovieProbe, RejectsAFolderThatDoesNotExist) {
     for (const wxString& folder : {out.file("none"), wxString(), out.write("file")}) {
-        Movie job(nullptr, movies.file("a.avi"), folder, 0);
+        Movie job(listener, movies.file("a.avi"), folder, 0);
         process(job, report());
         EXPECT_EQ(job.error, "error_badOutput") << folder;
         EXPECT_EQ(job.ffmpeg_command, "") << folder;
@@ -96,7 +98,7 @@ TEST_F(MovieProbe, RejectsARelativeFolderEvenIfItExists) {
     fs::create_directories((out.path() + "/~/inside").utf8_string());
     fs::current_path(out.path().utf8_string());
     for (const wxString folder : {".", "~", "~/inside", "./~"}) {
-        Movie job(nullptr, movies.file("a.avi"), folder, 0);
+        Movie job(listener, movies.file("a.avi"), folder, 0);
         process(job, report());
         EXPECT_EQ(job.error, "error_badOutput") << folder;
     }
@@ -104,13 +106,13 @@ TEST_F(MovieProbe, RejectsARelativeFolderEvenIfItExists) {
 }
 
 TEST_F(MovieProbe, RefusesToConvertAMovieOntoItself) {
-    Movie same(nullptr, movies.write("a.mp4"), movies.path(), 0);
+    Movie same(listener, movies.write("a.mp4"), movies.path(), 0);
     process(same, report());
     EXPECT_EQ(same.error, "error_MoviesOutputSame");
     EXPECT_EQ(same.confirm, "");
 
     for (const wxString name : {"b.avi", "c.MP4"}) {
-        Movie other(nullptr, movies.file(name), movies.path(), 0);
+        Movie other(listener, movies.file(name), movies.path(), 0);
         process(other, report());
         EXPECT_EQ(other.error, "") << name;
     }
@@ -118,7 +120,7 @@ TEST_F(MovieProbe, RefusesToConvertAMovieOntoItself) {
 
 TEST_F(MovieProbe, AsksBeforeReplacingAnExistingFile) {
     out.write("a.mp4");
-    Movie job(nullptr, movies.file("a.avi"), out.path(), 0);
+    Movie job(listener, movies.file("a.avi"), out.path(), 0);
     process(job, report());
     EXPECT_EQ(job.confirm, "confirmOverwrite");
     EXPECT_EQ(job.error, "");
@@ -127,7 +129,7 @@ TEST_F(MovieProbe, AsksBeforeReplacingAnExistingFile) {
 
 TEST_F(MovieProbe, FindsTheSubtitlesBesideTheMovie) {
     const wxString srt = movies.write("movie.srt");
-    Movie job(nullptr, movies.file("movie.avi"), out.path(), 0);
+    Movie job(listener, movies.file("movie.avi"), out.path(), 0);
     process(job, report());
     EXPECT_EQ(job.srt_path, srt);
     EXPECT_EQ(job.mp4box_command, "Vantreo.app/Contents/Resources/MP4Box -add \"" + srt +
@@ -138,7 +140,7 @@ TEST_F(MovieProbe, TakesNoSubtitlesOfAnotherName) {
     movies.write("other.srt");
     movies.write("movie.SRT");  // found only where the file system ignores case
     out.write("movie.srt");
-    Movie job(nullptr, movies.file("movie.avi"), out.path(), 0);
+    Movie job(listener, movies.file("movie.avi"), out.path(), 0);
     process(job, report());
 #ifdef __linux__
     EXPECT_EQ(job.srt_path, "");
@@ -147,7 +149,7 @@ TEST_F(MovieProbe, TakesNoSubtitlesOfAnotherName) {
 }
 
 TEST_F(MovieProbe, KeepsAnErrorThatTheToolCheckFound) {
-    Movie job(nullptr, movies.file("a.avi"), out.path(), 0);
+    Movie job(listener, movies.file("a.avi"), out.path(), 0);
     job.error = "error_mp4box";
     process(job, report());
     EXPECT_EQ(job.error, "error_mp4box");

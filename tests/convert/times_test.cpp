@@ -2,12 +2,15 @@
 
 #include "convert/Movie.h"
 #include "support/folder.h"
+#include "support/job_listener.h"
 
 namespace {
 
+JobListener listener;
+
 /// What a job shows as remaining after `elapsed` seconds at `percent`.
 wxString remaining(int elapsed, float percent) {
-    Movie job(nullptr, "", "", 0);
+    Movie job(listener, "", "", 0);
     job.elapsed = elapsed;
     job.percent_exact = percent;
     job.percent = static_cast<int>(percent);
@@ -65,7 +68,7 @@ TEST(Times, ReckonsTheRateInSinglePrecision) {
 
 TEST(Times, ShowsNothingRemainingAtTheEnd) {
     EXPECT_EQ(remaining(10, 100.0F), "00:00:00");
-    Movie job(nullptr, "", "", 0);
+    Movie job(listener, "", "", 0);
     job.elapsed = 10;
     job.percent = 100;
     job.percent_exact = 83.0F;
@@ -73,7 +76,7 @@ TEST(Times, ShowsNothingRemainingAtTheEnd) {
 }
 
 TEST(Times, JudgesTheFirstSecondsByTheGivenTimeButReckonsWithTheJobs) {
-    Movie job(nullptr, "", "", 0);
+    Movie job(listener, "", "", 0);
     job.elapsed = 10;
     job.percent = 25;
     job.percent_exact = 25.0F;

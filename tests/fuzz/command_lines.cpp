@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/utf8.h"
+#include "base/utf8.h"
 #include "convert/commands.h"
 #include "ffmpeg/request.h"
 #include "fuzz/require.h"

@@ -10,6 +10,7 @@
 #include "convert/devices.h"
 #include "fuzz/reference.h"
 #include "fuzz/require.h"
+#include "support/job_listener.h"
 #include "tools/FFmpeg.h"
 
 namespace {
@@ -50,7 +51,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size == 0)
         return 0;
     const std::string_view report(reinterpret_cast<const char*>(data) + 1, size - 1);
-    Movie job(nullptr, "/no/such/folder/a.avi", "/tmp", data[0] % 4);
+    JobListener listener;
+    Movie job(listener, "/no/such/folder/a.avi", "/tmp", data[0] % 4);
     job.infos = undecoded(report);
     job.InfosProcess();
     compare(job, report);

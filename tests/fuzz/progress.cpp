@@ -11,6 +11,7 @@
 #include "convert/Movie.h"
 #include "fuzz/reference.h"
 #include "fuzz/require.h"
+#include "support/job_listener.h"
 #include "tools/FFmpeg.h"
 #include "tools/MP4Box.h"
 
@@ -25,7 +26,7 @@ long number(const std::string& digits) {
 class Job {
   public:
     Job(const wxString& mode, std::uint8_t figures)
-        : movie(nullptr, "/m/a.avi", "/out", 0), transcoder(&movie), muxer(&movie) {
+        : movie(listener, "/m/a.avi", "/out", 0), transcoder(&movie), muxer(&movie) {
         movie.mode = mode;
         movie.duration = 1 + figures % 7 * 600;
         movie.ffmpeg = &transcoder;
@@ -38,6 +39,7 @@ class Job {
         check_texts();
     }
 
+    JobListener listener;
     Movie movie;
 
   private:

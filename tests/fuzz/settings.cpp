@@ -18,7 +18,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/utf8.h"
+#include "base/utf8.h"
 #include "fuzz/require.h"
 #include "settings/settings_file.h"
 

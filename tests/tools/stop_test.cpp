@@ -228,10 +228,14 @@ TEST_F(Stop, DoesNotWaitForAnotherUsersFFmpeg) {
     EXPECT_TRUE(other.runs());
 }
 
-TEST_F(Stop, TakesNoInputWhileItWaits) {
+TEST_F(Stop, TakesNoInputWhileACancelWaits) {
     const Neighbour slow("ffmpeg", ends_slowly);
+    job->ffmpeg = tool.get();
+    frame->movies = {job.get()};
+    dialogs.answers = {wxID_YES};
     InputWatch watch(frame);
-    stop();
+    EXPECT_TRUE(frame->Cancel());
+    frame->movies.clear();
     EXPECT_TRUE(watch.hasLooked);
     EXPECT_FALSE(watch.tookInput);
     EXPECT_TRUE(frame->IsEnabled());

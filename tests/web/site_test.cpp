@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <wx/utils.h>
 
-#include "app/build_facts.h"
+#include "base/build_facts.h"
 #include "support/folder.h"
 
 TEST(Site, AlwaysEndsInASlash) {

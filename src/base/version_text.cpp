@@ -1,9 +1,9 @@
-#include "app/version_text.h"
+#include "base/version_text.h"
 
 #include <array>
 #include <charconv>
 
-#include "app/build_facts.h"
+#include "base/build_facts.h"
 
 wxString version_text() {
     // The toolkit's locale-free text of a number has a comma where only the C library's locale is

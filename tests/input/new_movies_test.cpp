@@ -1,4 +1,4 @@
-#include "input/movie_list.h"
+#include "input/new_movies.h"
 
 #include <gtest/gtest.h>
 
