@@ -1,12 +1,12 @@
-# The installed program and its Debian package: what lies where, and what the package says of itself.
+# The installed program and its Debian package: what goes where, and the package's description.
 #
-# The program, its launcher and its tools keep in lib/vantreo the places that they have in the build.
+# In lib/vantreo the program, its launcher and its tools have the same relative paths as in the build.
 
 set(VANTREO_CONTACT "The Vantreo contributors <contact@vantreo.example>")
 set(here ${CMAKE_CURRENT_LIST_DIR})
 set(made ${CMAKE_BINARY_DIR}/package)
 
-# compressed(SOURCE TARGET): the same bytes whenever it is made
+# compressed(SOURCE TARGET): gzips SOURCE reproducibly
 function(compressed source target)
     add_custom_command(OUTPUT ${target}
         COMMAND gzip -9nc ${source} > ${target} DEPENDS ${source} VERBATIM)
@@ -63,7 +63,7 @@ install(FILES ${made}/vantreo DESTINATION bin)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS
     ${here}/packages ${PROJECT_SOURCE_DIR}/LICENSE)
 
-# What dpkg-shlibdeps cannot find, because it is no library.
+# The programs that it runs: dpkg-shlibdeps finds libraries only.
 file(STRINGS ${here}/packages lines REGEX "^run ")
 string(REGEX MATCHALL "[^ ;]+" packages "${lines}")
 list(REMOVE_ITEM packages run)
@@ -77,12 +77,12 @@ set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${VANTREO_CONTACT})
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${site})
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "\
-Vantreo opens a window with a list of movies, an output folder and a device,
-and has ffmpeg convert them one after the other to H.264 and AAC, scaled to
-the device.
+Vantreo opens a window with a list of movies, an output folder and a choice of
+devices, and converts the movies one after the other with ffmpeg to MP4 files
+with H.264 and AAC, scaled to the device.
 .
-Subtitles from an SRT file beside the movie are added, in any usual encoding.
-The window speaks nine languages.")
+It adds subtitles from an SRT file beside the movie, in any usual encoding.
+The window is available in nine languages.")
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME vantreo)
