@@ -1,6 +1,6 @@
-# Refuses a PROJECT_VERSION that does not work everywhere. The program keeps its version as a number
-# and shows it with two decimals; Debian compares the digits after the point as a whole number, so
-# that its 1.3 is older than its 1.24. Both agree when there are always two digits. Can be run alone:
+# Rejects a PROJECT_VERSION without exactly two digits after the point. The program treats its version
+# as a decimal number; Debian compares the digits after the point as a whole number, so for Debian 1.3
+# is older than 1.24. With two digits both agree. To run it alone:
 #
 #   cmake -DPROJECT_VERSION=1.25 -P packaging/check_version.cmake
 

@@ -77,9 +77,9 @@ set(CPACK_DEBIAN_PACKAGE_SECTION video)
 set(CPACK_DEBIAN_PACKAGE_MAINTAINER ${VANTREO_CONTACT})
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE ${site})
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "\
-Vantreo opens a window with a list of movies, an output folder and a choice of
-devices, and converts the movies one after the other with ffmpeg to MP4 files
-with H.264 and AAC, scaled to the device.
+Vantreo opens a window with a list of movies, an output folder and a choice
+of devices, and converts the movies one after the other with ffmpeg to MP4
+files with H.264 and AAC, scaled to the device.
 .
 It adds subtitles from an SRT file beside the movie, in any usual encoding.
 The window is available in nine languages.")

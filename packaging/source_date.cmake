@@ -1,6 +1,6 @@
-# Gives every file of a package the time of the last commit, so that two packages of it are the same
-# bytes. Where this is no checkout, the files of its source archive bear that time. A time that the
-# environment names already wins.
+# Gives every file of the package the time of the last commit, so that packages are reproducible. In an
+# unpacked source archive, which has no git history, the files have that time. SOURCE_DATE_EPOCH in the
+# environment overrides it.
 
 if(NOT DEFINED ENV{SOURCE_DATE_EPOCH})
     execute_process(COMMAND git log -1 --format=%ct -- .
