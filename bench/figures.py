@@ -1,6 +1,6 @@
-"""Pairs of measurements, and the figures that they make.
+"""Pairs of measurements, and the figures computed from them.
 
-Everything here is arithmetic: nothing is measured.
+Only arithmetic: nothing is measured here.
 """
 
 import math
@@ -12,14 +12,14 @@ from typing import Any
 
 @dataclass
 class Figure:
-    """One measured number beside its mark."""
+    """One measured value and its limit."""
 
     part: str
     name: str
     value: float
-    unit: str  # "ratio", or what the value is counted in
-    limit: float | None = None  # the largest value that is good; None: only told
-    samples: dict[str, list[float]] = field(default_factory=dict)  # what the value comes from
+    unit: str  # "ratio", or the unit of the value
+    limit: float | None = None  # the largest acceptable value; None: informational
+    samples: dict[str, list[float]] = field(default_factory=dict)  # the measured values
     note: str = ""
 
     @property
@@ -38,7 +38,7 @@ def ratio_figure(
     limit: float | None,
     note: str = "",
 ) -> Figure:
-    """The median of the ratios of neighbours: what slows both of a pair down cancels out."""
+    """The median of the ratios of the pairs: what slows down both of a pair cancels out."""
     ratios = [one / other for one, other in zip(ours, reference, strict=True)]
     samples = {"ours": list(ours), "reference": list(reference), "ratios": ratios}
     return Figure(part, name, median(ratios), "ratio", limit, samples, note)
@@ -47,7 +47,7 @@ def ratio_figure(
 def in_turns(
     count: int, legs: dict[str, Callable[[], dict[str, float]]]
 ) -> dict[str, dict[str, list[float]]]:
-    """Runs the legs A B A B ..., `count` times each; their numbers by leg and by name."""
+    """Runs the legs as A B A B ..., `count` times each; returns the values by leg and name."""
     results: dict[str, dict[str, list[float]]] = {leg: {} for leg in legs}
     for _ in range(count):
         for leg, run in legs.items():
@@ -57,7 +57,7 @@ def in_turns(
 
 
 def slope(points: Sequence[tuple[float, float]]) -> float:
-    """The slope of the straight line that lies closest to the points (least squares)."""
+    """The slope of the least-squares line through the points."""
     mean_x = sum(x for x, _ in points) / len(points)
     mean_y = sum(y for _, y in points) / len(points)
     spread = sum((x - mean_x) ** 2 for x, _ in points)
@@ -65,11 +65,11 @@ def slope(points: Sequence[tuple[float, float]]) -> float:
 
 
 def growth_exponent(points: Sequence[tuple[float, float]]) -> float:
-    """The power of x that y grows with: 1 for a straight line through nothing, 2 for a square."""
+    """The exponent of growth of y with x: 1 for a proportion, 2 for a square."""
     return slope([(math.log(x), math.log(y)) for x, y in points])
 
 
 def n_log_n_excess(points: Sequence[tuple[float, float]]) -> float:
-    """How many times faster than n log n the cost grows from the first point to the last."""
+    """The growth of the cost from the first point to the last, divided by that of n log n."""
     (first_n, first), (last_n, last) = points[0], points[-1]
     return (last / first) / (last_n * math.log(last_n) / (first_n * math.log(first_n)))

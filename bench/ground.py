@@ -1,4 +1,4 @@
-"""The common ground of the measurements: films, the window to measure, and how thoroughly.
+"""What all measurements share: movies, the window, and the number of repetitions.
 
 To be used inside tests/with_display.
 """
@@ -24,7 +24,7 @@ from samples import ffmpeg  # noqa: E402
 SETTINGS = Path(os.environ["XDG_CONFIG_HOME"]) / "Vantreo.ini"
 TOOLS = Path("Vantreo.app") / "Contents" / "Resources"
 COMPLETED = "Conversion completed!"
-# What a probe of a stand-in reports: an ordinary film.
+# The stand-in's probe report: an ordinary movie.
 REPORT = (
     "  Duration: 00:02:00.00, start: 0.000000, bitrate: 812 kb/s\n"
     "    Stream #0.0: Video: h264, yuv420p, 1280x720, 25 fps, 25 tbr, 1k tbn, 25 tbc\n"
@@ -34,13 +34,13 @@ PROGRESS = "frame=   25 fps= 25 q=28.0 size=      64kB time=1.00 bitrate= 500.0k
 
 @dataclass
 class Scale:
-    """How thoroughly to measure."""
+    """How often and how long to measure."""
 
     pairs: int = 5
-    # Of a whole run and the bare encoder, whose times spread more than they may differ.
+    # For a whole run and the bare encoder: their spread is larger than the allowed difference.
     run_pairs: int = 15
-    films: int = 3
-    film_seconds: int = 60
+    movies: int = 3
+    movie_seconds: int = 60
     probe_pairs: dict[int, int] = field(default_factory=lambda: {1: 11, 10: 7, 100: 5, 1000: 5})
     starts: int = 11
     idle_seconds: int = 60
@@ -54,8 +54,8 @@ class Scale:
 QUICK = Scale(
     pairs=2,
     run_pairs=2,
-    films=1,
-    film_seconds=15,
+    movies=1,
+    movie_seconds=15,
     probe_pairs={1: 5, 10: 3, 100: 1},
     starts=3,
     idle_seconds=10,
@@ -79,22 +79,22 @@ def folder() -> Iterator[Path]:
         shutil.rmtree(path, ignore_errors=True)
 
 
-def make_films(target: Path, count: int, seconds: int) -> list[Path]:
-    """H.264 and AAC films of 1280x720 with a moving picture, some grain and a tone."""
-    films = [target / f"film{number}.mkv" for number in range(1, count + 1)]
-    for number, film in enumerate(films, 1):
+def make_movies(target: Path, count: int, seconds: int) -> list[Path]:
+    """H.264 and AAC movies of 1280x720 with a moving picture, some grain and a tone."""
+    movies = [target / f"movie{number}.mkv" for number in range(1, count + 1)]
+    for number, movie in enumerate(movies, 1):
         ffmpeg(
             *("-f", "lavfi", "-i", "testsrc2=size=1280x720:rate=25,noise=alls=6:allf=t"
               f":all_seed={number}"),
             *("-f", "lavfi", "-i", f"sine=frequency={200 + number}:sample_rate=48000"),
             *("-t", seconds, "-c:v", "libx264", "-preset", "veryfast", "-crf", 23),
-            *("-pix_fmt", "yuv420p", "-c:a", "aac", "-f", "matroska", film),
+            *("-pix_fmt", "yuv420p", "-c:a", "aac", "-f", "matroska", movie),
         )
-    return films
+    return movies
 
 
 def stage(target: Path, tools: Mapping[str, Path] | None = None) -> Path:
-    """Lays the program out in a folder, with other tools if given; its launcher there."""
+    """Sets up the program in a folder, with other tools if given; returns its launcher."""
     (target / "bin").mkdir(parents=True)
     (target / TOOLS).mkdir(parents=True)
     shutil.copy(LAUNCHER, target / "bin")
@@ -108,8 +108,8 @@ def stage(target: Path, tools: Mapping[str, Path] | None = None) -> Path:
 def window(
     output: Path, environment: Mapping[str, str] | None = None, launcher: Path = LAUNCHER
 ) -> Iterator[Vantreo]:
-    """The program with fresh settings and all processors. At the end of a run it opens a page in
-    the recorder that stands for the browser, as it does unless it is told otherwise."""
+    """The program with fresh settings and all processors. At the end of a run it opens its page in
+    the recorder that replaces the browser, as it does by default."""
     SETTINGS.write_text(f"Output={output}\n")
     with Vantreo(None, environment, launcher=launcher, processors=None) as opened:
         yield opened
@@ -117,8 +117,8 @@ def window(
 
 @contextlib.contextmanager
 def window_with_stand_ins() -> Iterator[tuple[Vantreo, Path]]:
-    """The program with doubles for its tools, which do nothing and end at once; and their log, a
-    line for each start."""
+    """The program with doubles for its tools, which exit at once, and their log, which has one line
+    for each start."""
     double = BUILD / "tests" / "tool_double"
     with folder() as work:
         doubles, output = work / "doubles", work / "out"
@@ -132,34 +132,34 @@ def window_with_stand_ins() -> Iterator[tuple[Vantreo, Path]]:
 
 
 def names(count: int) -> list[Path]:
-    """That many names of movies, of which none exists."""
+    """Names of `count` movies that do not exist."""
     return [Path("/movies") / f"{number:04}.avi" for number in range(count)]
 
 
-def drop_all(opened: Vantreo, films: Sequence[Path]) -> None:
-    opened.drop(films, opened.movie_list)
-    wait_for(lambda: opened.movie_count == len(films), "all of the movies", 60)
+def drop_all(opened: Vantreo, movies: Sequence[Path]) -> None:
+    opened.drop(movies, opened.movie_list)
+    wait_for(lambda: opened.movie_count == len(movies), "all of the movies", 60)
 
 
 def press(button: Atspi.Accessible) -> float:
-    """Presses a button at once; the reading of the monotonic clock just before."""
+    """Presses a button; returns the monotonic clock just before."""
     pressed = time.monotonic()
     Atspi.Action.do_action(button, 0)
     return pressed
 
 
 def wait_quietly(condition: Callable[[], bool], seconds: float, every: float) -> float:
-    """Waits for something that can be seen without asking the program; when it came."""
+    """Waits for a condition that needs no query to the program; returns the time."""
     deadline = time.monotonic() + seconds
     while not condition():
         if time.monotonic() > deadline:
-            raise TimeoutError("a measured step came to no end")
+            raise TimeoutError("a measured step did not finish")
         time.sleep(every)
     return time.monotonic()
 
 
 def wait_for_file(file: Path, seconds: float) -> None:
-    """Waits for a file without looking for it again and again, which would cost those measured."""
+    """Waits for a file without polling, which would slow down what is measured."""
     loop = GLib.MainLoop()
     monitor = Gio.File.new_for_path(str(file.parent)).monitor_directory(Gio.FileMonitorFlags.NONE)
     monitor.connect("changed", lambda *_: loop.quit() if file.exists() else None)
@@ -168,12 +168,12 @@ def wait_for_file(file: Path, seconds: float) -> None:
         loop.run()
     monitor.cancel()
     if not file.exists():
-        raise TimeoutError("a measured step came to no end")
+        raise TimeoutError("a measured step did not finish")
     GLib.source_remove(timer)
 
 
 def wait_for_completion(opened: Vantreo, seconds: float = 600) -> float:
-    """When the window told the end; the program is asked only now and then."""
+    """The time when the window reports the end; polls the program only rarely."""
     wait_for(lambda: opened.status == COMPLETED, "the end of the run", seconds)
     return time.monotonic()
 

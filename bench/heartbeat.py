@@ -14,7 +14,7 @@ BEAT_SECONDS = 0.010
 
 
 class Heartbeat:
-    """Asks from a process of its own, so that the one who drives the window does not disturb."""
+    """Queries from a process of its own, so that driving the window does not interfere."""
 
     def __init__(self, pid: int) -> None:
         self._process = Popen([sys.executable, __file__, str(pid)], stdin=PIPE, stdout=PIPE, text=True)
@@ -29,7 +29,7 @@ class Heartbeat:
         self._process.wait()
 
     def longest_stall(self) -> float:
-        """Seconds of the longest wait for an answer since the last call of this."""
+        """The longest wait for an answer since the last call, in seconds."""
         self._process.stdin.write("\n")
         self._process.stdin.flush()
         return float(self._process.stdout.readline())

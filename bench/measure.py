@@ -1,4 +1,4 @@
-"""Measures the program, part by part, and writes what came out.
+"""Measures the program, part by part, and writes the results.
 
     measure.py [--quick] [PART...]
 
@@ -41,7 +41,7 @@ def versions() -> str:
 
 
 def measured(part: str, scale: ground.Scale) -> dict[str, Any]:
-    """The part's figures, or why there are none: the other parts go on."""
+    """The part's figures, or the error if it failed: the other parts continue."""
     print(f"{part}:", flush=True)
     began = time.monotonic()
     try:
@@ -60,7 +60,7 @@ def measured(part: str, scale: ground.Scale) -> dict[str, Any]:
 def main() -> int:
     parser = argparse.ArgumentParser(prog="bench/run", description="Measures the program.")
     parser.add_argument("part", nargs="*", help=" ".join(PARTS) + "; all by default")
-    parser.add_argument("--quick", action="store_true", help="fewer and shorter; a check only")
+    parser.add_argument("--quick", action="store_true", help="fewer, shorter samples: only a check")
     parser.add_argument("--results", type=Path, default=HERE / "results.json")
     chosen = parser.parse_args()
     if unknown := set(chosen.part) - set(PARTS):

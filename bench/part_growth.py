@@ -1,4 +1,4 @@
-"""What a film costs in a long list, and what the list itself costs, with stand-ins for the tools."""
+"""The cost of a movie in a long list, and of the list itself, with stand-ins for the tools."""
 
 from pathlib import Path
 from statistics import median
@@ -10,15 +10,15 @@ from ground import (
 )  # fmt: skip
 from readings import main_thread_seconds
 
-# More would not be called flat.
+# More would not count as flat.
 LARGEST_GROWTH = 1.1
-# Below this many films the start and the end of a run stand out.
+# With fewer movies, the start and end of a run dominate.
 SHORTEST_FLAT_RUN = 10
 DELETED = 20
 
 
-def cost_of_a_film(count: int) -> dict[str, float]:
-    """Wall time, and processor time of the GUI thread, of a run, divided by its films."""
+def cost_of_a_movie(count: int) -> dict[str, float]:
+    """Wall time, and processor time of the GUI thread, of a run, per movie."""
     with window_with_stand_ins() as (opened, log):
         drop_all(opened, names(count))
         before = main_thread_seconds(opened.pid)
@@ -30,12 +30,12 @@ def cost_of_a_film(count: int) -> dict[str, float]:
 
 
 def starts(log: Path) -> int:
-    """How many tools have been started: a probe and a transcode for each film."""
+    """The number of started tools: a probe and a transcode for each movie."""
     return log.read_bytes().count(b"\n") if log.exists() else 0
 
 
 def seconds_of_list(count: int) -> dict[str, float]:
-    """Processor time of the GUI thread to list that many films, and to delete as many."""
+    """Processor time of the GUI thread to add `count` movies to the list, and to delete as many."""
     with window_with_stand_ins() as (opened, _):
         before = main_thread_seconds(opened.pid)
         drop_all(opened, names(count))
@@ -56,12 +56,12 @@ def delete_some(opened: Vantreo, count: int) -> None:
 
 
 def growth(name: str, points: dict[int, list[float]]) -> Figure:
-    """How much more a film costs in the longest run than in a short one."""
+    """The cost of a movie in the longest run, relative to a short one."""
     flat = [count for count in points if count >= SHORTEST_FLAT_RUN]
     value = median(points[flat[-1]]) / median(points[flat[0]])
     samples = {str(count): costs for count, costs in points.items()}
     return Figure("growth", name, value, "ratio", LARGEST_GROWTH, samples,
-                  f"of {flat[-1]} films to {flat[0]}, in ms")  # fmt: skip
+                  f"{flat[-1]} movies relative to {flat[0]}")  # fmt: skip
 
 
 def list_growth(name: str, points: dict[int, list[float]]) -> Figure:
@@ -79,17 +79,17 @@ def collected(measured: list[tuple[int, dict[str, float]]]) -> dict[str, dict[in
 
 
 def measure(scale: Scale) -> list[Figure]:
-    say(f"{scale.run_repeats} times: runs of {scale.run_lengths} films")
+    say(f"{scale.run_repeats} times: runs of {scale.run_lengths} movies")
     runs = collected(
-        [(n, cost_of_a_film(n)) for _ in range(scale.run_repeats) for n in scale.run_lengths]
+        [(n, cost_of_a_movie(n)) for _ in range(scale.run_repeats) for n in scale.run_lengths]
     )
-    say(f"{scale.run_repeats} times: lists of {scale.list_lengths} films")
+    say(f"{scale.run_repeats} times: lists of {scale.list_lengths} movies")
     lists = collected(
         [(n, seconds_of_list(n)) for _ in range(scale.run_repeats) for n in scale.list_lengths]
     )
     return [
-        growth("wall time a film", runs["wall"]),
-        growth("the window's processor time a film", runs["gui"]),
-        list_growth("dropping films on the list", lists["drop"]),
-        list_growth("deleting films from the list", lists["delete"]),
+        growth("wall time per movie", runs["wall"]),
+        growth("the window's processor time per movie", runs["gui"]),
+        list_growth("dropping movies on the list", lists["drop"]),
+        list_growth("deleting movies from the list", lists["delete"]),
     ]

@@ -1,20 +1,20 @@
-"""Memory during a conversion, beside the smallest wxWidgets program, and the time that an idle
-program takes from the processor."""
+"""Memory during a conversion, compared with the smallest wxWidgets program, and the processor time
+of the idle program."""
 
 import time
 
 from figures import Figure, in_turns, ratio_figure
 from ground import (
-    Scale, drop_all, folder, make_films, press, say, wait_for_completion, window,
+    Scale, drop_all, folder, make_movies, press, say, wait_for_completion, window,
 )  # fmt: skip
 from readings import own_seconds, peak_memory
 from smallest import smallest_started
 
-FILM_SECONDS = 5
-# A minute's worth that nobody notices.
+MOVIE_SECONDS = 5
+# Processor time a minute that nobody notices.
 LONGEST_IDLE_SECONDS = 0.1
 IDLE_MARK_SECONDS = 60
-# Until the controls of a fresh window have faded in.
+# Until the controls of a new window have faded in.
 SETTLING_SECONDS = 3
 
 
@@ -22,13 +22,13 @@ def measure(scale: Scale) -> list[Figure]:
     with folder() as work:
         output = work / "out"
         output.mkdir()
-        films = make_films(work, 1, FILM_SECONDS)
+        movies = make_movies(work, 1, MOVIE_SECONDS)
 
         def converting() -> dict[str, float]:
             for made in output.iterdir():
                 made.unlink()
             with window(output) as opened:
-                drop_all(opened, films)
+                drop_all(opened, movies)
                 press(opened.convert_button)
                 wait_for_completion(opened)
                 return {"peak": peak_memory(opened.pid)}

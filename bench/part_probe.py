@@ -1,4 +1,4 @@
-"""From pressing Convert to the first transcode, beside bare ffprobe on each film."""
+"""The time from Convert to the first transcode, compared with bare ffprobe on each movie."""
 
 import os
 import shutil
@@ -10,30 +10,30 @@ from figures import Figure, growth_exponent, in_turns, ratio_figure
 from ground import (
     Scale, drop_all, folder, press, say, silent, wait_quietly, window,
 )  # fmt: skip
-from samples import make_film
+from samples import make_movie
 
-# What a person would ask about a film.
+# A typical query about a movie.
 FFPROBE = ("ffprobe", "-v", "error", "-show_format", "-show_streams", "-of", "json", "-i")
 LONGEST_STRAIGHT_EXPONENT = 1.05
 
 
-def through_window(films: list[Path], output: Path) -> dict[str, float]:
-    # Nothing is encoded: what is measured ends where a transcode begins.
+def through_window(movies: list[Path], output: Path) -> dict[str, float]:
+    # Nothing is encoded: the measurement ends when a transcode starts.
     with window(output, {"VANTREO_FFMPEG": shutil.which("false")}) as opened:
-        drop_all(opened, films)
+        drop_all(opened, movies)
         os.sync()
         pressed = press(opened.convert_button)
-        # The first thing that a transcode does is to make its unfinished file.
+        # A transcode starts by creating its unfinished file.
         begun = wait_quietly(lambda: any(os.scandir(output)), 600, 0.001)
     for made in output.iterdir():
         made.unlink()
     return {"wall": begun - pressed}
 
 
-def bare(films: list[Path]) -> dict[str, float]:
+def bare(movies: list[Path]) -> dict[str, float]:
     started = time.monotonic()
-    for film in films:
-        silent([*FFPROBE, film])
+    for movie in movies:
+        silent([*FFPROBE, movie])
     return {"wall": time.monotonic() - started}
 
 
@@ -42,23 +42,24 @@ def measure(scale: Scale) -> list[Figure]:
     with folder() as work:
         output = work / "out"
         output.mkdir()
-        first = make_film(work / "0000.mkv", 2, size="320x240")
-        films = [first]
+        first = make_movie(work / "0000.mkv", 2, size="320x240")
+        movies = [first]
         for count, pairs in scale.probe_pairs.items():
-            for number in range(len(films), count):
-                films.append(Path(shutil.copy(first, work / f"{number:04}.mkv")))
-            say(f"{pairs} times: {count} films through the window, and bare ffprobe")
+            for number in range(len(movies), count):
+                movies.append(Path(shutil.copy(first, work / f"{number:04}.mkv")))
+            say(f"{pairs} times: {count} movies through the window, and bare ffprobe")
             legs = {
-                "ours": lambda: through_window(films, output),
-                "bare": lambda: bare(films),
+                "ours": lambda: through_window(movies, output),
+                "bare": lambda: bare(movies),
             }
             results = in_turns(pairs, legs)
             ours, others = results["ours"]["wall"], results["bare"]["wall"]
-            figures.append(ratio_figure("probe", f"{count} films", ours, others, 1.3))
+            name = f"{count} movie{'s' if count > 1 else ''}"
+            figures.append(ratio_figure("probe", name, ours, others, 1.3))
             points.append((count, median(ours)))
     exponent = growth_exponent(points)
-    note = "the power of the number of films that the time grows with"
+    note = "exponent"
     figures.append(
-        Figure("probe", "straightness", exponent, "power", LONGEST_STRAIGHT_EXPONENT, note=note)
+        Figure("probe", "growth with the number of movies", exponent, "", LONGEST_STRAIGHT_EXPONENT, note=note)
     )
     return figures

@@ -1,17 +1,17 @@
-"""The longest time for which the window answers nobody, at each of the things that it does."""
+"""The longest time for which the window does not answer, in each of its operations."""
 
 from statistics import median
 
 from driver import Page, Vantreo
 from figures import Figure, in_turns
 from ground import (
-    Scale, drop_all, folder, make_films, names, press, say, wait_for_completion, window,
+    Scale, drop_all, folder, make_movies, names, press, say, wait_for_completion, window,
     window_with_stand_ins,
 )  # fmt: skip
 from heartbeat import Heartbeat
 
 LONGEST_STALL = 100  # ms
-FILM_SECONDS = 10
+MOVIE_SECONDS = 10
 LANGUAGES = ("Deutsch", "русский язык", "Français", "English")
 
 
@@ -27,13 +27,13 @@ def run(opened: Vantreo) -> None:
     wait_for_completion(opened)
 
 
-def stalls_of_a_conversion(film_seconds: int) -> dict[str, float]:
+def stalls_of_a_conversion(movie_seconds: int) -> dict[str, float]:
     with folder() as work:
-        films = make_films(work, 1, film_seconds)
+        movies = make_movies(work, 1, movie_seconds)
         output = work / "made"
         output.mkdir()
         with window(output) as opened, Heartbeat(opened.pid) as heartbeat:
-            drop_all(opened, films)
+            drop_all(opened, movies)
             heartbeat.longest_stall()
             run(opened)
             converting = heartbeat.longest_stall()
@@ -45,7 +45,7 @@ def stalls_of_a_conversion(film_seconds: int) -> dict[str, float]:
 def stall_of_a_drop(count: int) -> dict[str, float]:
     with window_with_stand_ins() as (opened, _), Heartbeat(opened.pid) as heartbeat:
         drop_all(opened, names(count))
-        return {f"a drop of {count} films": heartbeat.longest_stall()}
+        return {f"a drop of {count} movies": heartbeat.longest_stall()}
 
 
 def stall_of_a_run(count: int) -> dict[str, float]:
@@ -53,13 +53,13 @@ def stall_of_a_run(count: int) -> dict[str, float]:
         drop_all(opened, names(count))
         heartbeat.longest_stall()
         run(opened)
-        return {f"a run of {count} films with stand-ins": heartbeat.longest_stall()}
+        return {f"a run of {count} movies with stand-ins": heartbeat.longest_stall()}
 
 
 def measure(scale: Scale) -> list[Figure]:
     say(f"{scale.stalls} times: a conversion, the languages, a drop, a long run")
     legs = {
-        "conversion": lambda: stalls_of_a_conversion(FILM_SECONDS),
+        "conversion": lambda: stalls_of_a_conversion(MOVIE_SECONDS),
         "drop": lambda: stall_of_a_drop(scale.dropped),
         "run": lambda: stall_of_a_run(scale.run_lengths[-1]),
     }

@@ -1,4 +1,4 @@
-"""From the start of the process to a usable window, beside the smallest wxWidgets program."""
+"""The time from process start to a usable window, compared with the smallest wxWidgets program."""
 
 from driver import Atspi, Page
 from figures import Figure, in_turns, ratio_figure
@@ -7,12 +7,12 @@ from site_server import SiteServer, http_reply, send
 from smallest import smallest_started, started
 
 SAME_VERSION = http_reply("CURRENT_VERSION=>1.24<=CURRENT_VERSION")
-# So long the check shows its answer before the pages take its place.
+# How long the version check shows its answer before the pages replace it.
 ANSWER_SECONDS = 0.5
 
 
 def has_pages(frame: Atspi.Accessible) -> bool:
-    """Whether the notebook stands, which holds the program's pages."""
+    """Whether the notebook with the program's pages exists."""
     part = frame
     while part and part.get_role() != Atspi.Role.PAGE_TAB_LIST:
         part = part.get_child_at_index(0)

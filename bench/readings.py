@@ -1,4 +1,4 @@
-"""What the kernel tells about running processes (Linux, proc(5))."""
+"""What the kernel reports about running processes (Linux, proc(5))."""
 
 import os
 import resource
@@ -15,12 +15,12 @@ def _stat_seconds(pid: int, first: int, last: int) -> float:
 
 
 def own_seconds(pid: int) -> float:
-    """Processor time of the process itself, all threads."""
+    """Processor time of the process itself, in all threads."""
     return _stat_seconds(pid, 14, 15)
 
 
 def children_seconds(pid: int) -> float:
-    """Processor time of the processes that it started, once they have ended, with theirs."""
+    """Processor time of its descendants that have ended."""
     return _stat_seconds(pid, 16, 17)
 
 
@@ -34,11 +34,11 @@ def peak_memory(pid: int) -> int:
     for line in Path(f"/proc/{pid}/status").read_text().splitlines():
         if line.startswith("VmHWM:"):
             return int(line.split()[1])
-    raise ValueError(f"process {pid} tells no memory")
+    raise ValueError(f"process {pid} has no VmHWM")
 
 
 class Watch:
-    """Wall time, and the processor time of the processes that ended, since it was made."""
+    """Wall time, and the processor time of the processes that have ended, since construction."""
 
     def __init__(self) -> None:
         self._start = time.monotonic()

@@ -1,8 +1,8 @@
-"""Draws the results of the benchmark and puts their table into a document.
+"""Draws the results of the benchmark and writes their table into a document.
 
     report.py RESULTS PICTURE [DOCUMENT]
 
-In the document the table stands between the two lines of MARKERS.
+In the document, the table is between the two lines of MARKERS.
 """
 
 import json
@@ -19,7 +19,7 @@ TITLES = {
     "start": "Start, against the smallest wxWidgets program",
     "memory": "Memory and idle time",
     "stalls": "Longest stall of the window",
-    "growth": "Growth with the number of films",
+    "growth": "Growth with the number of movies",
 }
 VERDICTS = {True: "yes", False: "**no**", None: ""}
 MET_COLOURS = {True: "tab:green", False: "tab:red", None: "tab:grey"}
@@ -28,7 +28,7 @@ Figure = dict[str, Any]
 
 
 def figures(results: dict[str, Any]) -> dict[str, list[Figure]]:
-    """All figures by the titles' keys, in the titles' order."""
+    """All figures by the keys of TITLES, in its order."""
     found: dict[str, list[Figure]] = {key: [] for key in TITLES}
     for part in results["parts"].values():
         for figure in part.get("figures", []):
@@ -37,7 +37,7 @@ def figures(results: dict[str, Any]) -> dict[str, list[Figure]]:
 
 
 def value_text(figure: Figure) -> str:
-    unit = "" if figure["unit"] == "ratio" else f" {figure['unit']}"
+    unit = "" if figure["unit"] in ("", "ratio") else f" {figure['unit']}"
     return f"{figure['value']:.4g}{unit}"
 
 
@@ -56,7 +56,7 @@ def table(results: dict[str, Any]) -> Iterator[str]:
         if "failed" in content:
             yield f"**The part `{part}` failed: {content['failed']}.**"
     yield ""
-    yield "| Figure | Measured | At most | Met | Ratios, pairs | |"
+    yield "| Figure | Measured | Limit | Met | Ratios of the pairs | |"
     yield "|---|---|---|---|---|---|"
     for key, rows in figures(results).items():
         if rows:
@@ -76,7 +76,7 @@ def rewrite(document: Path, results: dict[str, Any]) -> None:
 
 
 def draw(picture: Path, results: dict[str, Any]) -> None:
-    """One chart for each group: a dot for each pair, a bar for the figure, a line for its mark."""
+    """One chart for each group: a dot for each pair, a bar for the figure, a line for its limit."""
     import matplotlib
 
     matplotlib.use("agg")
@@ -95,15 +95,15 @@ def draw(picture: Path, results: dict[str, Any]) -> None:
 
 
 def draw_group(chart: Any, rows: list[Figure]) -> None:
-    """Each value as a share of its mark, so that figures of any unit stand side by side; a ratio
-    without a mark as it is."""
+    """Each value relative to its limit, so that figures of any unit fit in one chart; a ratio without
+    a limit as it is."""
     for place, row in enumerate(rows):
         mark = row["limit"] or 1
         chart.barh(place, row["value"] / mark, color=MET_COLOURS[row["is_met"]], height=0.6)
         ratios = [ratio / mark for ratio in row["samples"].get("ratios", [])]
         chart.plot(ratios, [place] * len(ratios), "k.", markersize=4)
-        told = value_text(row) + ("" if row["limit"] is None else f" (at most {row['limit']:.3g})")
-        chart.annotate(told, (0, place), xytext=(4, 0), textcoords="offset points", va="center",
+        label = value_text(row) + ("" if row["limit"] is None else f" (at most {row['limit']:.3g})")
+        chart.annotate(label, (0, place), xytext=(4, 0), textcoords="offset points", va="center",
                        fontsize=8)  # fmt: skip
     chart.axvline(1, color="black", linestyle="--", linewidth=1)
     chart.set_yticks(range(len(rows)), [row["name"] for row in rows], fontsize=8)

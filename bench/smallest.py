@@ -27,7 +27,7 @@ def frame_of(pid: int) -> Atspi.Accessible | None:
 
 
 def is_usable(pid: int, has_content: Condition) -> bool:
-    """Whether the window takes input. A program that is busy does not answer before it has done."""
+    """Whether the window accepts input. A busy program does not answer until it is done."""
     with contextlib.suppress(GLib.Error):
         if frame := frame_of(pid):
             frame.clear_cache()
@@ -39,7 +39,7 @@ def is_usable(pid: int, has_content: Condition) -> bool:
 def started(
     program: Path, has_content: Condition, environment: Mapping[str, str] | None = None
 ) -> Iterator[tuple[int, float]]:
-    """Starts a program; its process id, and the seconds to its usable window."""
+    """Starts a program; returns its process id and the seconds until its window is usable."""
     start = time.monotonic()
     process = subprocess.Popen([program], env=os.environ | dict(environment or {}))
     try:

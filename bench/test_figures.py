@@ -7,7 +7,7 @@ from figures import Figure, growth_exponent, in_turns, n_log_n_excess, ratio_fig
 
 
 class Figures(unittest.TestCase):
-    def test_a_ratio_is_the_median_of_those_of_neighbours(self) -> None:
+    def test_a_ratio_is_the_median_of_the_pairs_ratios(self) -> None:
         figure = ratio_figure("run", "wall time", [2, 30, 3], [1, 10, 2], limit=2)
         self.assertEqual(figure.value, 2)
         self.assertEqual(figure.samples["ratios"], [2, 3, 1.5])
@@ -16,7 +16,7 @@ class Figures(unittest.TestCase):
         with self.assertRaises(ValueError):
             ratio_figure("run", "wall time", [1, 2], [1], limit=None)
 
-    def test_a_mark_is_met_up_to_its_limit(self) -> None:
+    def test_a_value_equal_to_its_limit_is_good(self) -> None:
         self.assertTrue(Figure("part", "name", 1.3, "ratio", 1.3).is_met)
         self.assertFalse(Figure("part", "name", 1.31, "ratio", 1.3).is_met)
         self.assertIsNone(Figure("part", "name", 1.3, "ratio").is_met)

@@ -30,10 +30,10 @@ class Report(unittest.TestCase):
         self.assertNotIn("old", text)
         self.assertIn("| to a usable window | 3 | 1.3 | **no** | 2 to 4 in 2 |  |", text)
 
-    def test_a_part_that_failed_is_told(self) -> None:
+    def test_a_failed_part_is_reported(self) -> None:
         self.assertIn("`start` failed: no display", self.written(results(failed="no display")))
 
-    def test_a_quick_part_is_told(self) -> None:
+    def test_a_quick_part_is_reported(self) -> None:
         self.assertIn("with `--quick`", self.written(results(quick=True, figures=[])))
 
 

@@ -14,10 +14,10 @@ import sys
 from pathlib import Path
 
 from driver import NotSeen, Vantreo, click, wait_for
-from samples import SUBTITLES, describe, make_film
+from samples import SUBTITLES, describe, make_movie
 
 MOVIES = {
-    "film.mp4": "h264 Constrained Baseline level 30 yuv420p, 480x270, 23.98 fps, 20 s,"
+    "movie.mp4": "h264 Constrained Baseline level 30 yuv420p, 480x270, 23.98 fps, 20 s,"
     " aac LC 44100 Hz stereo, mov_text (tx3g) subtitles",
     "small.mp4": "h264 Constrained Baseline level 30 yuv420p, 320x240, 25.00 fps, 8 s,"
     " aac LC 44100 Hz stereo, no subtitles",
@@ -27,9 +27,9 @@ PAGE = "How_to_put_a_video_on_your_iPhone"
 
 
 def make_sources(folder: Path) -> list[Path]:
-    film = make_film(folder / "film.mkv", 20, size="1280x720", rate="24000/1001", grain=20)
-    film.with_suffix(".srt").write_text(SUBTITLES)
-    return [film, make_film(folder / "small.mkv", 8)]
+    movie = make_movie(folder / "movie.mkv", 20, size="1280x720", rate="24000/1001", grain=20)
+    movie.with_suffix(".srt").write_text(SUBTITLES)
+    return [movie, make_movie(folder / "small.mkv", 8)]
 
 
 def convert(sources: list[Path], folder: Path) -> None:

@@ -24,11 +24,11 @@ from desktop import (
     window_box,
 )
 from driver import Gdk, GLib, NotSeen, Program, picture_of, wait_for
-from samples import describe, make_film
+from samples import describe, make_movie
 from site_server import SiteServer, http_reply, send_after
 
 PICTURES = os.environ["VANTREO_PICTURES"]
-FILM = "h264 Constrained Baseline level 30 yuv420p, 320x240, 25.00 fps, 2 s"
+RESULT = "h264 Constrained Baseline level 30 yuv420p, 320x240, 25.00 fps, 2 s"
 YES, NO = "yes", "**no**"
 
 
@@ -62,12 +62,12 @@ def shows_check_screen() -> bool:
 
 
 def converts(window: DesktopWindow, folder: Path) -> bool:
-    film = make_film(folder / "film.mkv", 2)
+    movie = make_movie(folder / "movie.mkv", 2)
     try:
         window.press(window.movies_button, lambda: window.dialog)
-        window.enter_path(film)
+        window.enter_path(movie)
         window.convert()
-        return describe(folder / "film.mp4").startswith(FILM)
+        return describe(folder / "movie.mp4").startswith(RESULT)
     except (NotSeen, GLib.Error, subprocess.CalledProcessError) as fault:
         print(fault, file=sys.stderr)
         return False

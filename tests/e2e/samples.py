@@ -22,10 +22,10 @@ def ffmpeg(*arguments: object) -> None:
     )
 
 
-def make_film(
+def make_movie(
     path: Path, seconds: float, *, size: str = "320x240", rate: str = "25", grain: int = 0
 ) -> Path:
-    """Makes an H.264 and AAC film with a moving picture and a tone; grain (0 to 100) makes its
+    """Makes an H.264 and AAC movie with a moving picture and a tone; grain (0 to 100) makes its
     conversion slow."""
     ffmpeg(
         *("-f", "lavfi", "-i", f"testsrc2=size={size}:rate={rate},noise=alls={grain}:allf=t"),
@@ -36,9 +36,9 @@ def make_film(
     return path
 
 
-def make_long_film(path: Path) -> Path:
+def make_long_movie(path: Path) -> Path:
     """Makes a movie of four minutes; `unhurried_ffmpeg` takes half a minute for its conversion."""
-    part = make_film(path.with_suffix(".part"), 10, rate="24000/1001")
+    part = make_movie(path.with_suffix(".part"), 10, rate="24000/1001")
     ffmpeg("-stream_loop", 23, "-i", part, "-c", "copy", "-f", "matroska", path)
     part.unlink()
     return path

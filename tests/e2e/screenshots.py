@@ -12,7 +12,7 @@ import sys
 from pathlib import Path
 
 from driver import Page, Vantreo, press_key, wait_for
-from samples import make_film
+from samples import make_movie
 
 LANGUAGES = {"en": "English", "de": "Deutsch", "ru": "русский язык"}
 THEMES = {"light": "Adwaita", "dark": "Adwaita:dark"}
@@ -22,11 +22,11 @@ SETTINGS = Path(os.environ["XDG_CONFIG_HOME"]) / "Vantreo.ini"
 
 
 def make_movies() -> list[Path]:
-    folder = MEDIA / "films"
+    folder = MEDIA / "movies"
     folder.mkdir()
-    film = make_film(folder / MOVIES[0], 40, size="1280x720", rate="24000/1001", grain=20)
+    movie = make_movie(folder / MOVIES[0], 40, size="1280x720", rate="24000/1001", grain=20)
     for name in MOVIES[1:]:
-        (folder / name).hardlink_to(film)
+        (folder / name).hardlink_to(movie)
     return [folder / name for name in MOVIES]
 
 

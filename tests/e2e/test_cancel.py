@@ -4,7 +4,7 @@ import time
 import unittest
 
 from driver import Vantreo, click, press_key, processes, type_text, wait_for
-from samples import make_long_film
+from samples import make_long_movie
 from window_case import WindowCase
 
 QUESTION = "A movie Conversion is being processed. Do you really want to Cancel it?"
@@ -13,13 +13,13 @@ QUESTION = "A movie Conversion is being processed. Do you really want to Cancel 
 class Cancel(WindowCase):
     def setUp(self) -> None:
         super().setUp()
-        self.result = self.output / "film.mp4"
+        self.result = self.output / "movie.mp4"
 
     def open_running(self) -> Vantreo:
         """The window in the midst of a conversion that lasts much longer than any test."""
-        film = make_long_film(self.movies / "film.mkv")
+        movie = make_long_movie(self.movies / "movie.mkv")
         window = self.open_window(**self.unhurried())
-        window.drop([film], window.movie_list)
+        window.drop([movie], window.movie_list)
         window.press_convert()
         wait_for(lambda: window.gauge > 0, "progress")
         return window
@@ -49,7 +49,7 @@ class Cancel(WindowCase):
         window.answer("Yes")
         window.wait_for_status("Conversion canceled")
         self.assertEqual(processes("ffmpeg"), [])
-        wait_for(lambda: self.output_names() == ["film.mp4"], "a clean output folder")
+        wait_for(lambda: self.output_names() == ["movie.mp4"], "a clean output folder")
         self.assertLess(time.monotonic() - answered, 1)
         self.assertFalse(window.is_running)
         self.assertEqual(self.result.read_text(), "kept")

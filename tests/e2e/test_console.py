@@ -4,17 +4,17 @@ import tempfile
 import unittest
 
 from driver import Page, Vantreo, click, press_key, wait_for
-from samples import SUBTITLES, make_film
+from samples import SUBTITLES, make_movie
 from window_case import WindowCase
 
 
 class Console(WindowCase):
     def test_an_ordinary_day_leaves_nothing_on_the_console(self) -> None:
-        film = make_film(self.movies / "film.mkv", 3)
-        film.with_suffix(".srt").write_text(SUBTITLES)
+        movie = make_movie(self.movies / "movie.mkv", 3)
+        movie.with_suffix(".srt").write_text(SUBTITLES)
         with tempfile.TemporaryFile() as console:
             window = self.enterContext(Vantreo(console=console))
-            window.drop([film], window.movie_list)
+            window.drop([movie], window.movie_list)
             window.convert()
             window.open_page(Page.OPTIONS)
             window.choose(window.language_box, "Deutsch")
@@ -42,17 +42,17 @@ class Console(WindowCase):
             return console.read().decode()
 
     def test_a_step_that_fails_is_told_on_the_console(self) -> None:
-        film = make_film(self.movies / "film.mkv", 1)
-        film.with_suffix(".srt").write_text("no subtitles")
-        self.assertRegex(self.converted(), r"\AMP4Box: .*film\.srt.*\n\Z")
-        self.assertEqual(self.output_names(), ["film.mp4", "film.mp4.failed.txt"])
+        movie = make_movie(self.movies / "movie.mkv", 1)
+        movie.with_suffix(".srt").write_text("no subtitles")
+        self.assertRegex(self.converted(), r"\AMP4Box: .*movie\.srt.*\n\Z")
+        self.assertEqual(self.output_names(), ["movie.mp4", "movie.mp4.failed.txt"])
 
     def test_where_nothing_can_be_written_the_console_tells(self) -> None:
         self.write_settings(Output="/proc")
-        make_film(self.movies / "film.mkv", 1)
+        make_movie(self.movies / "movie.mkv", 1)
         where, what = self.converted().splitlines()
-        self.assertRegex(where, r"\Affmpeg: what happened is written in '.*film\.mp4~.*', not beside")
-        self.assertIn("'/proc/film.mp4'", where)
+        self.assertRegex(where, r"\Affmpeg: what happened is written in '.*movie\.mp4~.*', not beside")
+        self.assertIn("'/proc/movie.mp4'", where)
         self.assertRegex(what, r"\Affmpeg: cannot convert .*/proc.*")
 
 

@@ -4,24 +4,24 @@ import subprocess
 import unittest
 
 from driver import Page, Vantreo, click
-from samples import SUBTITLES, describe, make_film
+from samples import SUBTITLES, describe, make_movie
 from window_case import SITE, WindowCase
 
 
 class Conversion(WindowCase):
     def setUp(self) -> None:
         super().setUp()
-        self.film = make_film(self.movies / "film.mkv", 2)
-        self.result = self.output / "film.mp4"
+        self.movie = make_movie(self.movies / "movie.mkv", 2)
+        self.result = self.output / "movie.mp4"
 
-    def open_with_film(self) -> Vantreo:
+    def open_with_movie(self) -> Vantreo:
         window = self.open_window()
-        window.drop([self.film], window.movie_list)
+        window.drop([self.movie], window.movie_list)
         return window
 
-    def test_subtitles_beside_a_film_become_a_text_track(self) -> None:
-        self.film.with_suffix(".srt").write_text(SUBTITLES)
-        self.open_with_film().convert()
+    def test_subtitles_beside_a_movie_become_a_text_track(self) -> None:
+        self.movie.with_suffix(".srt").write_text(SUBTITLES)
+        self.open_with_movie().convert()
 
         self.assertEqual(
             describe(self.result),
@@ -38,14 +38,14 @@ class Conversion(WindowCase):
 
     def test_a_strange_file_name_is_kept(self) -> None:
         stem = "we\"ird\\ name's 100% ünï – $HOME"
-        self.film = self.film.rename(self.movies / f"{stem}.avi")
-        self.open_with_film().convert()
+        self.movie = self.movie.rename(self.movies / f"{stem}.avi")
+        self.open_with_movie().convert()
 
         self.assertEqual(self.output_names(), [f"{stem}.mp4"])
 
     def test_no_to_overwriting_leaves_the_file(self) -> None:
         self.result.write_text("kept")
-        window = self.open_with_film()
+        window = self.open_with_movie()
         window.press_convert()
 
         self.assertIn(f"{self.result}:\n", window.answer("No"))
@@ -55,7 +55,7 @@ class Conversion(WindowCase):
 
     def test_yes_to_overwriting_replaces_the_file(self) -> None:
         self.result.write_text("replaced")
-        window = self.open_with_film()
+        window = self.open_with_movie()
         window.press_convert()
 
         self.assertIn(f"{self.result}:\n", window.answer("Yes"))
@@ -70,17 +70,17 @@ class Conversion(WindowCase):
             (tools / name).write_text(f'#!/bin/sh\necho "$0" >>"{trace}"\n')
             (tools / name).chmod(0o755)
         window = self.open_window(self.movies)
-        window.drop([self.film], window.movie_list)
+        window.drop([self.movie], window.movie_list)
         window.convert()
 
         self.assertFalse(trace.exists())
-        self.assertEqual(self.output_names(), ["film.mp4"])
+        self.assertEqual(self.output_names(), ["movie.mp4"])
 
     def test_the_how_to_page_opens_once_after_a_run(self) -> None:
         self.write_settings(HowToMove="true")
-        second = make_film(self.movies / "second.mkv", 2)
+        second = make_movie(self.movies / "second.mkv", 2)
         window = self.open_window()
-        window.drop([self.film, second], window.movie_list)
+        window.drop([self.movie, second], window.movie_list)
         window.convert()
         self.wait_for_pages(1)
         window.open_page(Page.ABOUT)
@@ -94,9 +94,9 @@ class Conversion(WindowCase):
     def test_a_bad_movie_stops_the_run_before_any_conversion(self) -> None:
         bad = self.movies / "second.avi"
         bad.write_text("no movie\n")
-        third = make_film(self.movies / "third.mkv", 2)
+        third = make_movie(self.movies / "third.mkv", 2)
         window = self.open_window()
-        window.drop([self.film, bad, third], window.movie_list)
+        window.drop([self.movie, bad, third], window.movie_list)
         window.press_convert()
 
         self.assertEqual(

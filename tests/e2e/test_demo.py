@@ -17,7 +17,7 @@ class Demo(WindowCase):
     def test_leaves_its_files_and_touches_no_other(self) -> None:
         other = self.output / "other.mp4"
         other.write_text("kept")
-        (self.output / "film.mp4").write_text("from an earlier run")
+        (self.output / "movie.mp4").write_text("from an earlier run")
         subprocess.run([sys.executable, demo.__file__, self.output], check=True)
 
         expected = sorted([*demo.MOVIES, *demo.PICTURES, other.name])

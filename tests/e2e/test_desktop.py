@@ -18,7 +18,7 @@ from desktop import (
     wait_for_empty_desktop,
 )
 from driver import Atspi, Page, Program, has_state, press_key, wait_for
-from samples import describe, make_film
+from samples import describe, make_movie
 from site_server import SiteServer, http_reply, send_after
 from window_case import WindowCase
 
@@ -32,7 +32,7 @@ STUCK_SECONDS = 5
 
 class Desktop(WindowCase):
     def test_a_whole_conversion_in_a_window_that_is_seen_whole(self) -> None:
-        film = make_film(self.movies / "film.mkv", 2)
+        movie = make_movie(self.movies / "movie.mkv", 2)
         window = self.enterContext(DesktopWindow())
         self.assertEqual(window.size, SIZE)
         self.assertEqual(window.outside(), [])
@@ -41,11 +41,11 @@ class Desktop(WindowCase):
             self.assertLess(window.off_centre[1], PANEL + ROUNDING)
 
         window.press(window.movies_button, lambda: window.dialog)
-        window.enter_path(film)
-        self.assertEqual(window.movies, [str(film)])
+        window.enter_path(movie)
+        self.assertEqual(window.movies, [str(movie)])
         window.convert()
         self.assertEqual(
-            describe(self.output / "film.mp4"),
+            describe(self.output / "movie.mp4"),
             "h264 Constrained Baseline level 30 yuv420p, 320x240, 25.00 fps, 2 s,"
             " aac LC 44100 Hz stereo, no subtitles",
         )

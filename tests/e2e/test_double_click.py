@@ -21,7 +21,7 @@ from driver import (
     wait_for,
     xdotool,
 )
-from samples import make_film, make_long_film
+from samples import make_long_movie, make_movie
 from window_case import WindowCase
 
 # The program has drawn a window a little before it is seen.
@@ -44,16 +44,16 @@ class DoubleClick(WindowCase):
     @classmethod
     def setUpClass(cls) -> None:
         folder = Path(cls.enterClassContext(tempfile.TemporaryDirectory()))
-        cls.long_film = make_long_film(folder / "film.mkv")
+        cls.long_movie = make_long_movie(folder / "movie.mkv")
 
-    def open_with_film(self, long: bool = False) -> Vantreo:
+    def open_with_movie(self, long: bool = False) -> Vantreo:
         window = self.open_window(**self.unhurried())
-        film = self.long_film if long else make_film(self.movies / "film.mkv", 2)
-        window.drop([film], window.movie_list)
+        movie = self.long_movie if long else make_movie(self.movies / "movie.mkv", 2)
+        window.drop([movie], window.movie_list)
         return window
 
     def open_running(self) -> Vantreo:
-        window = self.open_with_film(long=True)
+        window = self.open_with_movie(long=True)
         window.press_convert()
         wait_for(lambda: window.gauge > 0, "progress")
         return window
@@ -89,9 +89,9 @@ class DoubleClick(WindowCase):
     # ---- what opens under the pointer ------------------------------------------------------------
 
     def test_the_overwrite_question_is_not_answered(self) -> None:
-        result = self.output / "film.mp4"
+        result = self.output / "movie.mp4"
         result.write_text("kept")
-        window = self.open_with_film()
+        window = self.open_with_movie()
 
         def refuse() -> None:
             window.leave_dialog()
@@ -142,22 +142,22 @@ class DoubleClick(WindowCase):
         window.wait_for_status("Conversion canceled")
 
     def test_the_dialogs_of_the_choose_buttons_are_not_answered(self) -> None:
-        film = self.movies / "film.mkv"
-        film.touch()
+        movie = self.movies / "movie.mkv"
+        movie.touch()
         window = self.open_window()
         for button in (window.movies_button, window.output_button):
             click(button)
             cancel = middle(window.dialog_button("Cancel"))
             window.leave_dialog()
             self.double_click(middle(button), cancel, 2, window.leave_dialog)
-            window.enter_path(film if button == window.movies_button else self.movies)
-        wait_for(lambda: window.movies == [str(film)], "the chosen movie")
+            window.enter_path(movie if button == window.movies_button else self.movies)
+        wait_for(lambda: window.movies == [str(movie)], "the chosen movie")
         wait_for(lambda: window.output_folder == str(self.movies), "the chosen folder")
 
     # ---- one click is meant ----------------------------------------------------------------------
 
     def test_a_double_click_on_convert_just_starts(self) -> None:
-        window = self.open_with_film(long=True)
+        window = self.open_with_movie(long=True)
         click(window.convert_button, times=2)
         wait_for(lambda: window.gauge > 0, "progress")
         self.assert_goes_on(window)
@@ -194,7 +194,7 @@ class DoubleClick(WindowCase):
             time.sleep(1)
 
     def test_a_held_key_on_convert_just_starts(self) -> None:
-        window = self.open_with_film(long=True)
+        window = self.open_with_movie(long=True)
         for key in ("Return", "KP_Enter", "space"):
             with self.subTest(key):
                 Atspi.Component.grab_focus(window.convert_button)
@@ -205,8 +205,8 @@ class DoubleClick(WindowCase):
                 window.wait_for_status("Conversion canceled")
 
     def test_a_held_key_does_not_answer_the_question_it_opened(self) -> None:
-        (self.output / "film.mp4").write_text("kept")
-        window = self.open_with_film()
+        (self.output / "movie.mp4").write_text("kept")
+        window = self.open_with_movie()
         Atspi.Component.grab_focus(window.convert_button)
         self.hold("Return", lambda: window.dialog, "the question")
         self.assertIsNotNone(window.dialog)
@@ -215,13 +215,13 @@ class DoubleClick(WindowCase):
         window.wait_for_status("Conversion canceled")
 
     def test_a_held_key_does_not_answer_the_dialog_it_opened(self) -> None:
-        film = self.movies / "film.mkv"
-        film.touch()
+        movie = self.movies / "movie.mkv"
+        movie.touch()
         window = self.open_window()
         Atspi.Component.grab_focus(window.movies_button)
         self.hold("Return", lambda: window.dialog, "the dialog")
-        window.enter_path(film)
-        wait_for(lambda: window.movies == [str(film)], "the chosen movie")
+        window.enter_path(movie)
+        wait_for(lambda: window.movies == [str(movie)], "the chosen movie")
 
     def test_a_key_that_is_pressed_again_is_taken_again(self) -> None:
         window = self.open_running()

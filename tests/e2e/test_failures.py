@@ -8,7 +8,7 @@ import unittest
 from pathlib import Path
 
 from driver import Vantreo, click, press_key, wait_for
-from samples import ffmpeg, make_film
+from samples import ffmpeg, make_movie
 from window_case import WindowCase
 
 SERVICE = Path(__file__).with_name("notification_service.py")
@@ -16,7 +16,7 @@ SERVICE = Path(__file__).with_name("notification_service.py")
 TRUNCATED = ("half.avi", ())
 
 
-def make_truncated_film(path: Path, options: tuple[str, ...]) -> Path:
+def make_truncated_movie(path: Path, options: tuple[str, ...]) -> Path:
     ffmpeg(
         *("-f", "lavfi", "-i", "testsrc2=size=160x120", "-f", "lavfi", "-i", "sine", "-t", 10),
         *("-c:v", "mpeg4", "-g", 10, "-c:a", "aac", *options, path),
@@ -66,9 +66,9 @@ class Failures(WindowCase):
         self.addCleanup(subprocess.run, ["umount", place], check=True)
         return place
 
-    def convert_into(self, window: Vantreo, film: Path, folder: Path) -> None:
+    def convert_into(self, window: Vantreo, movie: Path, folder: Path) -> None:
         window.type_output_folder(folder)
-        window.drop([film], window.movie_list)
+        window.drop([movie], window.movie_list)
         window.convert()
 
     def check_refused_movie(self, window: Vantreo) -> None:
@@ -83,50 +83,50 @@ class Failures(WindowCase):
         wait_for(lambda: not window.movies, "an empty list")
 
     def check_read_only_folder(self, window: Vantreo) -> None:
-        film = make_film(self.movies / "R&B <live>.mkv", 1)
-        self.convert_into(window, film, self.mount("sealed", "ro,size=64k"))
-        text = self.wait_for_notification(film.name)
+        movie = make_movie(self.movies / "R&B <live>.mkv", 1)
+        self.convert_into(window, movie, self.mount("sealed", "ro,size=64k"))
+        text = self.wait_for_notification(movie.name)
         (note,) = self.movies.glob("R&B <live>.mp4~*.failed.txt")
         name = note.name.replace("&", "&amp;").replace("<", "&lt;").replace(">", "&gt;")
         self.assertEqual(
             text,
-            f"{film.name}\nIt was not converted: the output folder cannot be written to.\n"
+            f"{movie.name}\nIt was not converted: the output folder cannot be written to.\n"
             f"More is in {self.movies}/{name}",
         )
         self.assertIn("Choose another output folder", note.read_text())
         self.assertIn(f"what happened is written in '{note}'", self.said())
 
     def check_full_disk(self, window: Vantreo) -> Path:
-        film = make_film(self.movies / "large.mkv", 2, grain=50)
+        movie = make_movie(self.movies / "large.mkv", 2, grain=50)
         folder = self.mount("full", "size=64k")
-        self.convert_into(window, film, folder)
+        self.convert_into(window, movie, folder)
         self.assertEqual([path.name for path in folder.iterdir()], ["large.mp4.failed.txt"])
         self.assertIn("Free some space", (folder / "large.mp4.failed.txt").read_text())
-        return film
+        return movie
 
-    def check_truncated_film(self, window: Vantreo) -> Path:
+    def check_truncated_movie(self, window: Vantreo) -> Path:
         name, options = TRUNCATED
-        film = make_truncated_film(self.movies / name, options)
-        film.with_suffix(".srt").write_text("no subtitles")
-        self.convert_into(window, film, self.output)
+        movie = make_truncated_movie(self.movies / name, options)
+        movie.with_suffix(".srt").write_text("no subtitles")
+        self.convert_into(window, movie, self.output)
         note = self.output / "half.mp4.failed.txt"
         self.assertTrue(note.with_name("half.mp4").is_file())
         for words in ("Check whether the movie plays to its end", "holds no subtitles"):
             self.assertIn(words, note.read_text())
-        return film
+        return movie
 
     def said(self) -> str:
         return Path(self.console.name).read_text()
 
     def test_each_movie_leaves_a_notification_and_a_note(self) -> None:
         self.console = self.enterContext(tempfile.NamedTemporaryFile())
-        good = make_film(self.movies / "good.mkv", 1)
+        good = make_movie(self.movies / "good.mkv", 1)
         window = self.enterContext(Vantreo(console=self.console))
         self.check_refused_movie(window)
         self.convert_into(window, good, self.output)
         self.check_read_only_folder(window)
         full = self.check_full_disk(window)
-        half = self.check_truncated_film(window)
+        half = self.check_truncated_movie(window)
         self.wait_for_notification(full.name, "there is no space left for the MP4 file")
         self.wait_for_notification(
             half.name,

@@ -3,7 +3,7 @@
 import unittest
 
 from driver import Atspi, Page, Vantreo, has_state, press_key, wait_for
-from samples import make_film
+from samples import make_movie
 from texts import html_words, text
 from window_case import SITE, WindowCase
 
@@ -80,9 +80,9 @@ class ScreenReader(WindowCase):
         self.assertIn(html_words("htmlAboutYouLike", language), window.about_box.get_name())
 
     def test_the_bar_tells_what_is_going_on(self) -> None:
-        film = make_film(self.movies / "film.mkv", 60, size="640x480", grain=20)
+        movie = make_movie(self.movies / "movie.mkv", 60, size="640x480", grain=20)
         window = self.open_window()
-        window.drop([film], window.movie_list)
+        window.drop([movie], window.movie_list)
         window.press_convert()
         wait_for(lambda: 0 < window.gauge < 1, "a conversion under way")
         self.assertRegex(labels(window.progress_bar), r"^Conversion in progress\.\.\. \d+%$")
@@ -141,16 +141,16 @@ class Keyboard(WindowCase):
         wait_for(lambda: window.movies == remaining, "the list without the second movie")
 
     def test_escape_answers_a_question_with_no(self) -> None:
-        film = make_film(self.movies / "film.mkv", 2)
-        (self.output / "film.mp4").write_text("kept")
+        movie = make_movie(self.movies / "movie.mkv", 2)
+        (self.output / "movie.mp4").write_text("kept")
         window = self.open_window()
-        window.drop([film], window.movie_list)
+        window.drop([movie], window.movie_list)
         window.press_convert()
         window.wait_for_dialog()
         press_key("Escape")
         window.wait_for_no_dialog()
         window.wait_for_status("Conversion canceled")
-        self.assertEqual((self.output / "film.mp4").read_text(), "kept")
+        self.assertEqual((self.output / "movie.mp4").read_text(), "kept")
 
     def test_a_language_is_chosen_with_the_arrow_keys(self) -> None:
         window = self.open_window()

@@ -8,7 +8,7 @@ from typing import IO
 
 from driver import Atspi, Page, Program, Vantreo, click, click_at, place_on_screen, wait_for
 from pixels import find_links
-from samples import make_film
+from samples import make_movie
 from site_server import SiteServer, http_reply, send
 from window_case import WindowCase
 
@@ -86,9 +86,9 @@ class NoBrowser(WindowCase):
 
     def test_a_message_shows_the_address_of_the_page_after_a_conversion(self) -> None:
         self.write_settings(HowToMove="true")
-        film = make_film(self.movies / "film.mkv", 1)
+        movie = make_movie(self.movies / "movie.mkv", 1)
         window = self.open_without_browser()
-        window.drop([film], window.movie_list)
+        window.drop([movie], window.movie_list)
         window.press_convert()
         self.assert_shows(window, "How_to_put_a_video_on_your_iPhone")
         window.wait_for_status("Conversion completed!")

@@ -5,7 +5,7 @@ import unittest
 from typing import NamedTuple
 
 from driver import Vantreo, wait_for
-from samples import make_long_film
+from samples import make_long_movie
 from window_case import WindowCase
 
 WATCHED_SECONDS = 20
@@ -50,9 +50,9 @@ def watch(window: Vantreo) -> list[Shown]:
 
 class Progress(WindowCase):
     def test_percent_and_times_move_once_a_second(self) -> None:
-        film = make_long_film(self.movies / "film.mkv")
+        movie = make_long_movie(self.movies / "movie.mkv")
         window = self.open_window(**self.unhurried())
-        window.drop([film], window.movie_list)
+        window.drop([movie], window.movie_list)
         shown = watch(window)
 
         for now in shown:

@@ -5,7 +5,7 @@ import unittest
 from pathlib import Path
 
 from driver import BUILD, Atspi, Vantreo, click, descendants, holding, press_key, wait_for
-from samples import make_film
+from samples import make_movie
 from texts import text
 from window_case import SETTINGS, WindowCase
 
@@ -169,15 +169,15 @@ class Dialogs(WindowCase):
             window.leave_dialog()
 
     def test_a_relative_output_folder_is_not_taken_for_one_in_the_programs(self) -> None:
-        film = make_film(self.movies / "film.mkv", 1)
+        movie = make_movie(self.movies / "movie.mkv", 1)
         window = self.open_window()
-        window.drop([film], window.movie_list)
+        window.drop([movie], window.movie_list)
         for folder in "Vantreo.app", "bin", ".", "~":
             with self.subTest(folder):
                 window.type_output_folder(Path(folder))
                 window.press_convert()
                 self.assertIn(text("error_badOutput"), window.answer("OK"))
-                self.assertEqual(window.movies, [str(film)])
+                self.assertEqual(window.movies, [str(movie)])
                 self.assertEqual(window.output_folder, folder)
 
 

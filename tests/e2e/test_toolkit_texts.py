@@ -5,7 +5,7 @@ import unittest
 from typing import NamedTuple
 
 from driver import Atspi, Page, Vantreo, descendants, has_state, press_key, wait_for
-from samples import make_film, make_long_film
+from samples import make_movie, make_long_movie
 from texts import LANGUAGES, text
 from window_case import WindowCase, make_locales
 
@@ -54,7 +54,7 @@ class ToolkitTexts(WindowCase):
 
     def setUp(self) -> None:
         super().setUp()
-        self.question_film = make_film(self.movies / "short.mkv", 1)
+        self.question_movie = make_movie(self.movies / "short.mkv", 1)
         (self.output / "short.mp4").touch()
 
     def open_on_system(self, locale: str, **environment: str) -> Vantreo:
@@ -81,7 +81,7 @@ class ToolkitTexts(WindowCase):
     def assert_speaks(self, window: Vantreo, language: str) -> None:
         """The overwrite question and both file dialogs are in that language."""
         if window.movie_count == 0:
-            window.drop([self.question_film], window.movie_list)
+            window.drop([self.question_movie], window.movie_list)
         press(window.convert_button)
         self.assert_question(window, "confirmOverwrite", language)
         window.leave_dialog()
@@ -124,12 +124,12 @@ class ToolkitTexts(WindowCase):
                 self.close_window(window)
 
     def test_the_cancel_question_has_the_buttons_of_the_window_s_language(self) -> None:
-        film = make_long_film(self.movies / "film.mkv")
+        movie = make_long_movie(self.movies / "movie.mkv")
         for language in "Deutsch", "русский язык":
             with self.subTest(language):
                 self.write_settings(Language=language)
                 window = self.open_on_system("fr_FR.UTF-8", **self.unhurried())
-                window.drop([film], window.movie_list)
+                window.drop([movie], window.movie_list)
                 window.press_convert()
                 wait_for(lambda: window.gauge > 0, "progress")
                 window.press_convert()
