@@ -5,7 +5,7 @@
 
 namespace bundle {
 
-/// Takes bytes one piece after the other; false when it takes no more.
+/// Takes bytes piece by piece; returns false when it takes no more.
 using ByteSink = std::function<bool(std::string_view)>;
 
 }  // namespace bundle

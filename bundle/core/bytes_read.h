@@ -7,11 +7,11 @@
 
 namespace bundle {
 
-/// How many bytes the running process has read so far, in whatever way; 0 where the system does not
-/// say (only Linux does).
+/// Bytes that a running process has read so far by any means; 0 where the system does not report
+/// them (only Linux does).
 std::int64_t bytes_read(pid_t id);
 
-/// The same out of the text of /proc/ID/io, as proc(5) describes it.
+/// The same from the text of /proc/ID/io, see proc(5).
 std::int64_t bytes_read_in(std::istream& text);
 
 }  // namespace bundle

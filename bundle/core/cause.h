@@ -2,11 +2,10 @@
 
 namespace bundle {
 
-/// What kind of trouble a failure is, where that is known. What a person is advised to do depends
-/// on it.
+/// The kind of a failure, where it is known. The advice to the person depends on it.
 enum class Cause {
     kUnknown,
-    // Where the MP4 file goes.
+    // The output.
     kNoRoom,
     kNotWritable,
     kTooLarge,
@@ -27,7 +26,7 @@ enum class Cause {
     kNoPicture,
     kNotDecodable,
     kProtected,
-    // The work itself.
+    // The conversion.
     kToolMissing,
     kEnded,
     kStalled,
@@ -37,10 +36,10 @@ enum class Cause {
     kNotConverted,
 };
 
-/// What an errno means that came from writing an output.
+/// The cause for an errno from writing an output.
 Cause write_cause(int error);
 
-/// What an errno means that came from reading a movie.
+/// The cause for an errno from reading a movie.
 Cause read_cause(int error);
 
 }  // namespace bundle

@@ -30,8 +30,8 @@ void write_within(int descriptor, std::string_view text, int timeout_ms) {
     }
 }
 
-// What the program looks for in the tools' output. A name that holds it all would be read as a
-// report or as progress.
+// What the program looks for in the tools' output. It would take a name that contains all of it for
+// a report or for progress.
 constexpr std::array<std::string_view, 3> kReadByTheProgram{"Stream #",
                                                             " bitrate=", "ISO File Writing:"};
 

@@ -6,36 +6,36 @@
 
 namespace bundle {
 
-/// Writes `text` at once when `descriptor` takes it without blocking, else drops it: a reader that
-/// has stopped reading must not stop the work. At most 4096 bytes, what a pipe takes whole.
+/// Writes `text` when `descriptor` takes it without blocking, else drops it: a reader that has
+/// stopped reading must not block the work. At most 4096 bytes, which a pipe takes in one piece.
 void write_if_ready(int descriptor, std::string_view text);
 
-/// As `write_if_ready`, but waits up to a second for a slow reader before it drops the text.
+/// Like `write_if_ready`, but waits up to a second for a slow reader before it drops the text.
 void write_patiently(int descriptor, std::string_view text);
 
-/// Writes the message to the error stream, patiently, each of its lines as "TOOL: line": the
-/// program passes on no others. The message is made printable.
+/// Writes a message, made printable, to the error stream. Each line starts with the tool's name, as
+/// in "ffmpeg: line": the program passes on no others.
 void complain(std::string_view tool, std::string_view message);
 
-/// `text` with every control character but the line feed shown as '?', so that a name or a message
-/// from elsewhere can neither forge a line nor reach the terminal's controls. What the program
-/// looks for in reports and progress is spoilt by a '?' too.
+/// `text` with a '?' for every control character but the line feed, so that a name or another
+/// program's message can neither forge a line nor control the terminal. A '?' also breaks up the
+/// words by which the program recognises reports and progress.
 std::string printable(std::string_view text);
 
-/// A name in a message: printable, on one line, in single quotes, shortened in its middle.
+/// A name for a message: printable, on one line, in single quotes, shortened in the middle.
 std::string in_quotes(std::string_view name);
 
-/// A path as a person copies it: printable, on one line, in single quotes, however long.
+/// The same for a path that a person may want to copy: not shortened.
 std::string whole_in_quotes(std::string_view path);
 
-/// Keeps the end of what another program printed, never more than `kLimit` bytes.
+/// Keeps the end of another program's output, at most `kLimit` bytes.
 class MessageTail {
   public:
     static constexpr std::size_t kLimit = 1500;
 
     void add(std::string_view text);
 
-    /// The kept lines, printable, without surrounding line feeds; a line that was cut is left out.
+    /// The kept lines, printable, without line feeds at the end; without a line that was cut.
     std::string text() const;
 
   private:

@@ -9,31 +9,31 @@
 
 namespace bundle {
 
-/// True when both paths lead to the same existing file, through whatever links.
+/// True when both paths lead to the same existing file, links followed.
 bool same_file(const std::string& one, const std::string& other);
 
-/// True when the path leads to an ordinary file (no folder, pipe or device), through links or not.
+/// True when the path leads to an ordinary file (no folder, pipe or device), links followed.
 bool is_regular_file(const std::string& path);
 
-/// True when something lies at the path, a broken link included.
+/// True when the path exists, even as a broken link.
 bool exists(const std::string& path);
 
-/// Bytes of the file, 0 when it can't be told.
+/// Size of the file in bytes, 0 when it is unknown.
 std::int64_t file_size(const std::string& path);
 
-/// True when the file was written after the other one; false when one of them is missing.
+/// True when the file was written after the other one; false when either is missing.
 bool is_newer(const std::string& path, const std::string& than);
 
-/// The folder that holds the path's last part: "." for a bare name.
+/// The folder of the path's last part: "." for a bare name.
 std::string folder_of(const std::string& path);
 
-/// The name as ffmpeg and ffprobe take it without seeing an option or a protocol in it.
+/// The name in a form that ffmpeg and ffprobe can't take for an option or a protocol.
 std::string file_url(const std::string& path);
 
-/// Refuses an input that can't be a movie or text: missing, no ordinary file, not readable.
+/// Refuses an input that is missing, not an ordinary file or not readable.
 MaybeFailure check_input(const std::string& path);
 
-/// A file without a name that holds `text`, to be read from its start.
+/// An open file without a name that contains `text`, at its start.
 Result<UniqueFd> nameless_file(std::string_view text);
 
 /// The folder for temporary files.

@@ -5,14 +5,14 @@
 
 namespace bundle {
 
-/// The member of an object; null where there is none or `object` is none itself.
+/// The member of an object; null when there is none or `object` is not an object.
 const nlohmann::json& member(const nlohmann::json& object, const char* key);
 
-/// A member that is text, empty otherwise; ffprobe's "unknown" is empty too.
+/// A text member; empty for anything else and for ffprobe's "unknown".
 std::string text(const nlohmann::json& object, const char* key);
 
-/// A member that is a whole number from 0 to a million, 0 otherwise. ffprobe writes some whole
-/// numbers as numbers and others as text.
+/// A whole number from 0 to a million, 0 for anything else. ffprobe writes some whole numbers as
+/// numbers and others as text.
 int whole(const nlohmann::json& object, const char* key);
 
 }  // namespace bundle

@@ -1,10 +1,10 @@
 #include "core/numbers.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
+
+#include "core/formatted.h"
 
 namespace bundle {
 
@@ -40,9 +40,7 @@ std::optional<Rational> parse_rational(std::string_view text, char separator) {
 }
 
 std::string two_decimals(double value) {
-    std::array<char, 64> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%.2f", value);
-    std::string text(buffer.data());
+    std::string text = formatted("%.2f", value);
     text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.') {
         text.pop_back();

@@ -9,11 +9,11 @@
 
 namespace bundle {
 
-/// Exit statuses of both tools; a run ended by a signal gives 128 plus the signal's number.
+/// Exit statuses of both tools; after a signal it is 128 plus the signal's number.
 inline constexpr int kStatusFailed = 1;
 inline constexpr int kStatusUsage = 2;
 
-/// Why a step could not be done: a sentence for the console and the tool's exit status.
+/// Why a step failed: a sentence for the console, and the tool's exit status.
 struct Failure {
     std::string message;
     int status = kStatusFailed;
@@ -21,21 +21,22 @@ struct Failure {
     Cause cause = Cause::kUnknown;
 };
 
-/// A failure of a known cause.
+/// A failure with a known cause.
 inline Failure failure_by(Cause cause, std::string message) {
     return {std::move(message), kStatusFailed, {}, cause};
 }
 
-/// The failure with what it is about in front of its message.
+/// The failure with `what` in front of its message.
 inline Failure about(const std::string& what, Failure failure) {
     failure.message = what + ": " + failure.message;
     return failure;
 }
 
-/// The outcome of a step that has nothing to hand back; empty means that it was done.
+/// The outcome of a step without a value; empty after a success. Unlike a `Result` it is true for a
+/// failure, for `if (auto failure = step()) { return failure; }`.
 using MaybeFailure = std::optional<Failure>;
 
-/// The outcome of a step: its value, or why there is none.
+/// The outcome of a step: its value, or why it failed.
 template <typename T>
 class [[nodiscard]] Result {
   public:
@@ -50,7 +51,7 @@ class [[nodiscard]] Result {
     T* operator->() { return &std::get<T>(outcome_); }
     const T* operator->() const { return &std::get<T>(outcome_); }
 
-    /// The reason; only when there is no value.
+    /// The reason; only after the test for failure.
     const Failure& failure() const { return std::get<Failure>(outcome_); }
 
   private:

@@ -18,7 +18,7 @@ namespace bundle {
 
 namespace {
 
-// Signal handlers reach nothing but static storage; both ends of the pipe never block.
+// Signal handlers can use nothing but static storage. Neither end of the pipe blocks.
 volatile std::sig_atomic_t first_signal = 0;
 std::array<int, 2> wake_pipe{-1, -1};
 
@@ -60,7 +60,7 @@ void open_wake_pipe() {
     }
 }
 
-/// A file opened later must not land on a standard stream that came closed.
+/// Else a file opened later could become a standard stream that was closed at the start.
 void fill_standard_streams() {
     int descriptor = ::open("/dev/null", O_RDWR);
     while (descriptor >= 0 && descriptor <= STDERR_FILENO) {
@@ -75,7 +75,7 @@ StopSignals::StopSignals(std::initializer_list<int> stopping, std::initializer_l
     fill_standard_streams();
     open_wake_pipe();
     set_handler(SIGPIPE, SIG_IGN);
-    // Writing beyond a limit then fails with a message, here and in the programs started from here.
+    // Writing beyond a size limit then fails with a message, also in programs started from here.
     set_handler(SIGXFSZ, SIG_IGN);
     set_handler(SIGCHLD, notice_child);
     for (const int signal : ignored) {

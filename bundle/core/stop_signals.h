@@ -6,37 +6,37 @@
 
 namespace bundle {
 
-/// Takes over the process's signals so that a stop is noticed at a place that can clean up.
+/// Handles the process's signals, so that a stop takes effect where the process can clean up.
 ///
-/// Each of the `stopping` signals is remembered; the ones in `ignored` and SIGPIPE do nothing.
-/// Signals that were blocked or ignored by whoever started the process are set free, and a child's
-/// end can be waited for whatever SIGCHLD disposition was inherited. Signal dispositions belong to
-/// the process: make one object, in main, before anything that opens files.
+/// The `stopping` signals are remembered; those in `ignored` and SIGPIPE do nothing. Signals that
+/// the parent process had blocked or ignored are enabled again, and children can be waited for
+/// whatever SIGCHLD disposition was inherited. Create one object, in main, before any file is
+/// opened. The state is static, for the signal handlers; the parameter `const StopSignals&` marks
+/// what blocks, and ends early with `failure()` after a stop.
 class StopSignals {
   public:
     explicit StopSignals(std::initializer_list<int> stopping,
                          std::initializer_list<int> ignored = {});
 
-    /// The first stopping signal that came, 0 for none.
+    /// The first stopping signal that was received, 0 for none.
     int received() const;
 
-    /// What a step returns that was stopped: its status is 128 plus the signal.
+    /// What a stopped step returns: its status is 128 plus the signal.
     Failure failure() const;
 
-    /// Becomes readable when a stopping signal has come or a child has ended.
+    /// Becomes readable when a stopping signal is received or a child ends.
     int wake_descriptor() const;
 
     /// Makes the wake descriptor unreadable until the next signal.
     void drain() const;
 };
 
-/// Ends this process by SIGTERM as soon as its parent ends, also when the parent is already gone
-/// since `parent`, the process id of the parent at start, was read. Linux only; elsewhere (Mac OS X
-/// was not tried) nothing happens and the tool runs to its end.
+/// Ends this process by SIGTERM when its parent ends, or if it has ended already. `parent` is the
+/// parent's process id at the start. Linux only; elsewhere (Mac OS X was not tried) the tool goes
+/// on.
 void end_with_parent(int parent);
 
-/// The process id that `end_with_parent` was given; without it that of the parent at the first
-/// call.
+/// The process id given to `end_with_parent`, else that of the parent at the first call.
 int first_parent();
 
 }  // namespace bundle

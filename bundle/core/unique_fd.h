@@ -6,7 +6,7 @@
 
 namespace bundle {
 
-/// Owns a file descriptor and closes it; -1 stands for none.
+/// Owns a file descriptor and closes it; -1: none.
 class UniqueFd {
   public:
     UniqueFd() = default;

@@ -12,6 +12,8 @@
 #include <thread>
 #include <utility>
 
+#include "process/program_alias.h"
+
 #ifdef __linux__
 #include <sys/prctl.h>
 #endif
@@ -26,35 +28,17 @@ Failure start_failure(const Command& command, int error) {
     return {"cannot start " + command.program + ": " + std::strerror(error)};
 }
 
-/// All that the new process needs, gathered before the fork: behind it only async-signal-safe calls
-/// are allowed.
+/// What the new process needs, gathered before the fork: after it only async-signal-safe calls are
+/// allowed.
 struct Launch {
-    const char* path = nullptr;
-    std::vector<char*> arguments;
+    std::vector<char*> arguments;  ///< the first is the program's path
     int input = -1;
     int output = -1;
     int errors = -1;
-    int report = -1;  ///< closed by the exec, or takes its errno
+    int report = -1;  ///< closed by the exec, or receives its errno
     pid_t parent = 0;
     const std::vector<int>* inherited = nullptr;
 };
-
-/// Handled signals go back to their default before they are let in; ignored ones stay ignored,
-/// except for SIGPIPE, which the tools ignore for themselves alone.
-void restore_signals() {
-    for (int signal = 1; signal < NSIG; ++signal) {
-        struct sigaction action {};
-        if (::sigaction(signal, nullptr, &action) == 0 &&
-            (action.sa_handler != SIG_IGN || signal == SIGPIPE)) {
-            action.sa_handler = SIG_DFL;
-            action.sa_flags = 0;
-            ::sigaction(signal, &action, nullptr);
-        }
-    }
-    sigset_t none;
-    sigemptyset(&none);
-    ::sigprocmask(SIG_SETMASK, &none, nullptr);
-}
 
 [[noreturn]] void become(const Launch& launch) {
 #ifdef __linux__
@@ -71,13 +55,13 @@ void restore_signals() {
         ::fcntl(descriptor, F_SETFD, 0);
     }
     restore_signals();
-    ::execv(launch.path, launch.arguments.data());
+    ::execv(launch.arguments[0], launch.arguments.data());
     const int error = errno;
     [[maybe_unused]] const ssize_t written = ::write(launch.report, &error, sizeof error);
     ::_exit(127);
 }
 
-/// Forks with all signals held back, so that none reaches the handlers of this process in the copy.
+/// Forks with all signals blocked, so that none reaches this process's handlers in the child.
 pid_t fork_into(const Launch& launch) {
     sigset_t all;
     sigset_t before;
@@ -93,17 +77,7 @@ pid_t fork_into(const Launch& launch) {
     return id;
 }
 
-std::vector<char*> argument_pointers(std::vector<std::string>& words) {
-    std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
-/// Waits until the exec has closed the pipe; the errno when it failed, else 0.
+/// Waits until the exec has closed the pipe. Its errno if it failed, else 0.
 int exec_error(const UniqueFd& reader) {
     int error = 0;
     ssize_t count = 0;
@@ -138,6 +112,31 @@ void end_with_maker() {
 #endif
 }
 
+void restore_signals() {
+    for (int signal = 1; signal < NSIG; ++signal) {
+        struct sigaction action {};
+        if (::sigaction(signal, nullptr, &action) == 0 &&
+            (action.sa_handler != SIG_IGN || signal == SIGPIPE)) {
+            action.sa_handler = SIG_DFL;
+            action.sa_flags = 0;
+            ::sigaction(signal, &action, nullptr);
+        }
+    }
+    sigset_t none;
+    sigemptyset(&none);
+    ::sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+std::vector<char*> argument_pointers(std::vector<std::string>& words) {
+    std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
 void kill_child(pid_t id) {
     ::kill(id, SIGKILL);
     const auto deadline = std::chrono::steady_clock::now() + kLongestEnd;
@@ -155,15 +154,12 @@ Result<Child> Child::start(const Command& command) {
             return pipe->failure();
         }
     }
-    auto alias = ProgramAlias::create(command.program, command.alias);
-    if (!alias) {
-        return alias.failure();
-    }
-    std::vector<std::string> words{alias->path()};
+    std::vector<std::string> words{
+        command.alias.empty() ? command.program : path_of_alias(command.program, command.alias)};
     words.insert(words.end(), command.arguments.begin(), command.arguments.end());
-    const Launch launch{
-        alias->path().c_str(), argument_pointers(words), command.input, output->writer.get(),
-        errors->writer.get(),  report->writer.get(),     ::getpid(),    &command.inherited};
+    const Launch launch{argument_pointers(words), command.input,        output->writer.get(),
+                        errors->writer.get(),     report->writer.get(), ::getpid(),
+                        &command.inherited};
     const pid_t id = fork_into(launch);
     if (id < 0) {
         return start_failure(command, errno);
@@ -173,21 +169,20 @@ Result<Child> Child::start(const Command& command) {
     }
     ::fcntl(output->reader.get(), F_SETFL, O_NONBLOCK);
     ::fcntl(errors->reader.get(), F_SETFL, O_NONBLOCK);
-    Child child(id, std::move(output->reader), std::move(errors->reader), std::move(*alias));
+    Child child(id, std::move(output->reader), std::move(errors->reader));
     if (const int error = exec_error(report->reader)) {
         return start_failure(command, error);
     }
     return child;
 }
 
-Child::Child(pid_t id, UniqueFd output, UniqueFd errors, ProgramAlias alias)
-    : id_(id), output_(std::move(output)), errors_(std::move(errors)), alias_(std::move(alias)) {}
+Child::Child(pid_t id, UniqueFd output, UniqueFd errors)
+    : id_(id), output_(std::move(output)), errors_(std::move(errors)) {}
 
 Child::Child(Child&& other) noexcept
     : id_(std::exchange(other.id_, 0)),
       output_(std::move(other.output_)),
-      errors_(std::move(other.errors_)),
-      alias_(std::move(other.alias_)) {}
+      errors_(std::move(other.errors_)) {}
 
 Child::~Child() {
     if (id_ > 0) {

@@ -9,7 +9,7 @@ namespace bundle {
 
 namespace {
 
-/// What the system's ffmpeg lists; empty when it can't be asked.
+/// What the system's ffmpeg lists; empty when it can't be run.
 std::string list_of(const char* option, const StopSignals& stop) {
     const auto program = find_ffmpeg();
     if (!program) {

@@ -4,8 +4,8 @@
 
 namespace bundle {
 
-/// True when the system's ffmpeg has the filters that convert colours and map the tones of high
-/// dynamic range; Debian's has.
+/// True when the system's ffmpeg has the filters that convert colours and map HDR to standard
+/// range; Debian's has.
 bool has_colour_filters(const StopSignals& stop);
 
 /// True when the system's ffmpeg has a decoder for teletext; Debian's has.

@@ -5,6 +5,7 @@
 #include "core/console.h"
 #include "core/files.h"
 #include "core/json_reading.h"
+#include "core/lines.h"
 #include "process/run.h"
 #include "process/source_check.h"
 #include "process/system_tools.h"
@@ -15,7 +16,6 @@ namespace {
 
 // Far above what thousands of streams need.
 constexpr std::size_t kLongestAnswer = std::size_t{8} << 20;
-constexpr std::size_t kLongestLine = 1000;
 constexpr std::chrono::seconds kLongestProbe{60};
 
 Failure unreadable(const std::string& path, const nlohmann::json& answer) {
@@ -25,35 +25,14 @@ Failure unreadable(const std::string& path, const nlohmann::json& answer) {
                           (reason.empty() ? "ffprobe gives no answer" : printable(reason)));
 }
 
-/// Cuts what a program prints into lines, however it comes; the end of an overlong line is dropped.
-class Lines {
-  public:
-    explicit Lines(const std::function<void(std::string_view)>& on_line) : on_line_(on_line) {}
-
-    void add(std::string_view piece) {
-        for (const char c : piece) {
-            if (c == '\n') {
-                on_line_(line_);
-                line_.clear();
-            } else if (line_.size() < kLongestLine) {
-                line_ += c;
-            }
-        }
-    }
-
-  private:
-    const std::function<void(std::string_view)>& on_line_;
-    std::string line_;
-};
-
-/// Movies are read from files and through our own pipes only, whatever a playlist in one says.
+/// Whatever a playlist in a movie says, only files and this program's pipes are read.
 std::vector<std::string> probe_options(std::initializer_list<std::string> more) {
     std::vector<std::string> options{"-v", "quiet", "-protocol_whitelist", "file,pipe"};
     options.insert(options.end(), more);
     return options;
 }
 
-/// Hands over each line that ffprobe prints of what comes through the descriptor `input`.
+/// Calls `on_line` with each line that ffprobe prints about the movie on the descriptor `input`.
 MaybeFailure read_lines(int input, const std::vector<std::string>& options, const StopSignals& stop,
                         const std::function<void(std::string_view)>& on_line) {
     const auto program = find_ffprobe();
@@ -65,7 +44,7 @@ MaybeFailure read_lines(int input, const std::vector<std::string>& options, cons
     command.arguments.insert(command.arguments.end(), {"-i", "pipe:0"});
     command.input = input;
     command.longest_run = kLongestProbe;
-    Lines lines(on_line);
+    LineReader lines(on_line);
     const auto status =
         run(command, {[&lines](std::string_view piece) { lines.add(piece); }, {}, {}}, stop);
     return status ? MaybeFailure() : status.failure();

@@ -12,7 +12,7 @@ namespace bundle {
 
 namespace {
 
-// Far longer than a window needs to go that was ended by the same signal, as at a logout.
+// Far longer than a window needs to end after the same signal, as at a logout.
 constexpr std::chrono::milliseconds kMoment{250};
 constexpr std::chrono::milliseconds kRound{5};
 

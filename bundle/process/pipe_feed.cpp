@@ -28,7 +28,7 @@ bool write_all(int pipe, std::string_view bytes) {
     return true;
 }
 
-/// Only async-signal-safe calls: it runs behind a fork.
+/// Runs after a fork: only async-signal-safe calls.
 void feed(int file, const std::vector<ByteRange>& pieces, const ByteSink& sink) {
     std::array<char, kBlock> block;
     for (const ByteRange& piece : pieces) {

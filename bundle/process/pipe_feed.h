@@ -12,21 +12,21 @@
 
 namespace bundle {
 
-/// Bytes of a file, from `from` to the one before `to`.
+/// Bytes of a file, from `from` up to but not including `to`.
 struct ByteRange {
     std::int64_t from = 0;
     std::int64_t to = 0;
 };
 
-/// Pieces of a file, one after the other, in a pipe. A process of its own feeds the pipe, so that
-/// nothing is held in memory or on a disk and a drive that hangs does not hang this process. It
-/// ends with the object, which also closes the pipe, or with this process (Linux only).
+/// Feeds a pipe with pieces of a file, or with whatever a function passes on.
+///
+/// A process of its own does that, so that nothing is kept in memory or on disk, and a dead drive
+/// can't block this process. It ends with the object or with this process (Linux only).
 class PipeFeed {
   public:
-    /// `file` has to stay open until the object is gone.
     static Result<PipeFeed> start(int file, const std::vector<ByteRange>& pieces);
 
-    /// The same with the bytes that `feed` hands on, which runs in the other process.
+    /// `feed` runs in the other process, after a fork.
     static Result<PipeFeed> start(const std::function<void(const ByteSink&)>& feed);
 
     PipeFeed(PipeFeed&& other) noexcept;

@@ -1,17 +1,15 @@
 #include "process/progress.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <utility>
 
+#include "core/formatted.h"
 #include "core/numbers.h"
 
 namespace bundle {
 
 namespace {
 
-constexpr std::size_t kLongestLine = 1000;
 constexpr std::int64_t kBarWidth = 20;
 
 std::string_view without_blanks(std::string_view text) {
@@ -29,18 +27,8 @@ std::optional<double> kilobits(std::string_view value) {
 }  // namespace
 
 ProgressReader::ProgressReader(std::function<void(const Progress&)> on_progress)
-    : on_progress_(std::move(on_progress)) {}
-
-void ProgressReader::add(std::string_view piece) {
-    for (const char c : piece) {
-        if (c == '\n') {
-            read_line(line_);
-            line_.clear();
-        } else if (line_.size() < kLongestLine) {
-            line_ += c;
-        }
-    }
-}
+    : on_progress_(std::move(on_progress)),
+      lines_([this](std::string_view line) { read_line(line); }) {}
 
 void ProgressReader::read_line(std::string_view line) {
     const std::size_t cut = line.find('=');
@@ -78,18 +66,13 @@ const Progress& FurthestProgress::with(const Progress& latest) {
 std::string old_progress_line(const Progress& progress) {
     const long long hundredths =
         std::max<std::int64_t>(progress.microseconds.value_or(0), 0) / 10'000;
-    std::array<char, 32> bitrate{"N/A"};
-    if (progress.kilobits_per_second) {
-        std::snprintf(bitrate.data(), bitrate.size(), "%6.1fkbits/s",
-                      *progress.kilobits_per_second);
-    }
-    std::array<char, 200> line{};
-    std::snprintf(line.data(), line.size(),
-                  "frame=%5lld fps=%3.0f q=%3.1f size=%8lldkB time=%lld.%02lld bitrate=%s    \r",
-                  static_cast<long long>(progress.frames), progress.frames_per_second,
-                  progress.quantizer, static_cast<long long>(progress.bytes.value_or(0) / 1024),
-                  hundredths / 100, hundredths % 100, bitrate.data());
-    return line.data();
+    const std::string bitrate = progress.kilobits_per_second
+                                    ? formatted("%6.1fkbits/s", *progress.kilobits_per_second)
+                                    : "N/A";
+    return formatted("frame=%5lld fps=%3.0f q=%3.1f size=%8lldkB time=%lld.%02lld bitrate=%s    \r",
+                     static_cast<long long>(progress.frames), progress.frames_per_second,
+                     progress.quantizer, static_cast<long long>(progress.bytes.value_or(0) / 1024),
+                     hundredths / 100, hundredths % 100, bitrate.c_str());
 }
 
 std::string file_progress_line(std::int64_t percent) {

@@ -6,12 +6,14 @@
 #include <string>
 #include <string_view>
 
+#include "core/lines.h"
+
 namespace bundle {
 
-/// How far a run of ffmpeg has come; what it can't tell yet is empty.
+/// How far a run of ffmpeg has come; empty: not known yet.
 struct Progress {
     std::int64_t frames = 0;
-    std::int64_t repeated = 0;     ///< of the frames, those that ffmpeg filled a gap with
+    std::int64_t repeated = 0;     ///< of these, the ones that fill gaps
     double frames_per_second = 0;  ///< of the work, not of the movie
     double quantizer = 0;
     std::optional<std::int64_t> bytes;         ///< written so far
@@ -25,20 +27,23 @@ class ProgressReader {
     /// `on_progress` is called at the end of each report, which the key "progress" marks.
     explicit ProgressReader(std::function<void(const Progress&)> on_progress);
 
-    void add(std::string_view piece);
+    ProgressReader(const ProgressReader&) = delete;
+    ProgressReader& operator=(const ProgressReader&) = delete;
+
+    void add(std::string_view piece) { lines_.add(piece); }
 
   private:
     void read_line(std::string_view line);
 
     std::function<void(const Progress&)> on_progress_;
-    std::string line_;  ///< the unfinished line
+    LineReader lines_;
     Progress progress_;
 };
 
-/// Keeps the progress of a work that begins anew from going back.
+/// Keeps progress from going back when the work starts again.
 class FurthestProgress {
   public:
-    /// The latest progress, or what came before when that was further.
+    /// The latest progress, or an earlier one that was further.
     const Progress& with(const Progress& latest);
 
   private:
@@ -51,7 +56,7 @@ class FurthestProgress {
 std::string old_progress_line(const Progress& progress);
 
 /// Progress through a file in whole percent, as the MP4 tool writes it, ended by a carriage return:
-/// "ISO File Writing: |=========           | (45/100)". Held to the range from 0 to 100.
+/// "ISO File Writing: |=========           | (45/100)". `percent` is clamped to 0 to 100.
 std::string file_progress_line(std::int64_t percent);
 
 }  // namespace bundle

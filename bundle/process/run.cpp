@@ -14,20 +14,20 @@ namespace bundle {
 
 namespace {
 
-// More than a pipe holds, so that one reading empties it, and yet an end to it under a flood.
+// Together more than a pipe holds, but limited, in case the program never pauses.
 constexpr std::size_t kPieceSize = 16384;
 constexpr int kPiecesAtOnce = 8;
 
-/// Reads what one stream of the child holds, without blocking.
+/// Reads what a stream of the child contains, without blocking.
 class Stream {
   public:
     Stream(int descriptor, const std::function<void(std::string_view)>& receiver)
         : descriptor_(descriptor), receiver_(receiver) {}
 
-    /// -1 once the stream has ended, which poll passes over.
+    /// -1, which poll ignores, once the stream has ended.
     int descriptor() const { return descriptor_; }
 
-    /// True when something came.
+    /// True when there was something.
     bool read_available() {
         std::array<char, kPieceSize> piece{};
         bool came = false;
@@ -66,20 +66,20 @@ std::string name_of(const Command& command) {
     return command.program.substr(command.program.rfind('/') + 1);
 }
 
-/// Keeps the limits of a running program.
+/// Checks the limits of a running program.
 class Limits {
   public:
     Limits(const Command& command, pid_t id)
         : command_(command), id_(id), stall_(id, kLongestStall) {}
 
-    /// How long may pass between two looks at the limits.
+    /// The longest time between two checks.
     std::chrono::milliseconds longest_wait() const {
         return command_.most_read > 0 ? kGlance : kTick;
     }
 
     void heard() { stall_.heard(); }
 
-    /// Costs little: asked more often than `exceeded`.
+    /// A cheap check, made more often than `exceeded`.
     MaybeFailure has_read_too_much() const {
         if (command_.most_read == 0 || bytes_read(id_) <= command_.most_read) {
             return std::nullopt;
@@ -124,7 +124,7 @@ Result<int> run(const Command& command, const Listener& listener, const StopSign
     Limits limits(command, child->id());
     auto last_tick = std::chrono::steady_clock::now();
     while (stop.received() == 0) {
-        // Asked before the reading: what an ended program has printed is then complete.
+        // Before reading: the output of a program that has ended is then complete.
         const auto status = child->ended();
         const bool printed = output.read_available();
         if (errors.read_available() || printed) {

@@ -14,8 +14,8 @@ namespace bundle {
 
 namespace {
 
-/// No questions, no chatter, and four progress reports a second on its standard output.
-std::vector<std::string> with_manners(const std::vector<std::string>& arguments) {
+/// No questions, errors only, and four progress reports a second on standard output.
+std::vector<std::string> with_common_options(const std::vector<std::string>& arguments) {
     std::vector<std::string> all{
         "-nostdin", "-hide_banner",  "-loglevel", "error", "-progress",
         "pipe:1",   "-stats_period", "0.25",      "-y",    "-protocol_whitelist",
@@ -35,7 +35,7 @@ Cause cause_of(int status) {
 }
 
 /// An exit status in words.
-std::string told(int status) {
+std::string in_words(int status) {
     if (!is_killed(status)) {
         return "the system's ffmpeg failed with status " + std::to_string(status);
     }
@@ -65,9 +65,9 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
     const Listener listener{[&](std::string_view piece) { reader.add(piece); },
                             [&](std::string_view piece) { messages.add(piece); },
                             [&] { show(latest); }};
-    const auto status =
-        run({*program, with_manners(work.arguments), work.alias, work.input, {}, work.inherited},
-            listener, stop);
+    const auto status = run(
+        {*program, with_common_options(work.arguments), work.alias, work.input, {}, work.inherited},
+        listener, stop);
     if (!status) {
         Failure failure = status.failure();
         failure.message += on(work.subject);
@@ -75,9 +75,9 @@ Result<std::string> run_ffmpeg(const FfmpegWork& work,
     }
     std::string text = messages.text();
     if (*status != 0) {
-        // A stop that reaches both may be heard after ffmpeg has ended by it.
+        // When both are stopped, ffmpeg may end before the signal is seen here.
         return stop.received() != 0 ? stop.failure()
-                                    : Failure{told(*status) + on(work.subject), kStatusFailed,
+                                    : Failure{in_words(*status) + on(work.subject), kStatusFailed,
                                               std::move(text), cause_of(*status)};
     }
     return text;

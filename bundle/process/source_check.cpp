@@ -3,31 +3,29 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstring>
 #include <optional>
 
 #include "core/console.h"
-#include "process/child.h"
+#include "process/pipe_feed.h"
 #include "process/run.h"
 
 namespace bundle {
 
 namespace {
 
-/// What the other process finds out, sent as one piece through a pipe.
+/// What the other process finds out and sends through the pipe.
 struct Finding {
     int error = 0;  ///< an errno
     mode_t mode = 0;
     off_t size = 0;
 };
 
-/// Only async-signal-safe calls: it runs behind a fork.
+/// Runs after a fork: only async-signal-safe calls.
 Finding look_at(const char* path) {
     struct stat status {};
     if (::stat(path, &status) != 0) {
@@ -45,15 +43,7 @@ Finding look_at(const char* path) {
     return finding;
 }
 
-/// Sends the finding and ends with this process, which may be killed while the drive hangs.
-[[noreturn]] void look_and_tell(const char* path, int pipe) {
-    end_with_maker();
-    const Finding finding = look_at(path);
-    [[maybe_unused]] const ssize_t written = ::write(pipe, &finding, sizeof finding);
-    ::_exit(0);
-}
-
-/// Waits for the finding; empty when the time is over, a stop comes or the process fails.
+/// Empty when no finding comes in time, a stop comes or the process fails.
 std::optional<Finding> wait_for(int pipe, const StopSignals& stop) {
     const auto deadline = std::chrono::steady_clock::now() + kLongestStall;
     while (stop.received() == 0 && std::chrono::steady_clock::now() < deadline) {
@@ -67,12 +57,6 @@ std::optional<Finding> wait_for(int pipe, const StopSignals& stop) {
         stop.drain();
     }
     return std::nullopt;
-}
-
-/// A process that hangs in the file system is left to the system: it ends when it can.
-void dismiss(pid_t id, bool hangs) {
-    ::kill(id, SIGKILL);
-    ::waitpid(id, nullptr, hangs ? WNOHANG : 0);
 }
 
 MaybeFailure judge(const std::string& path, const Finding& finding) {
@@ -95,20 +79,14 @@ MaybeFailure judge(const std::string& path, const Finding& finding) {
 }  // namespace
 
 MaybeFailure check_source(const std::string& path, const StopSignals& stop) {
-    auto pipe = open_pipe();
-    if (!pipe) {
-        return pipe.failure();
+    const auto looking = PipeFeed::start([&path](const ByteSink& sink) {
+        const Finding finding = look_at(path.c_str());
+        sink({reinterpret_cast<const char*>(&finding), sizeof finding});
+    });
+    if (!looking) {
+        return looking.failure();
     }
-    const pid_t id = ::fork();
-    if (id < 0) {
-        return Failure{std::string("cannot start a process: ") + std::strerror(errno)};
-    }
-    if (id == 0) {
-        look_and_tell(path.c_str(), pipe->writer.get());
-    }
-    pipe->writer.reset();
-    const auto finding = wait_for(pipe->reader.get(), stop);
-    dismiss(id, !finding);
+    const auto finding = wait_for(looking->reader(), stop);
     if (stop.received() != 0) {
         return stop.failure();
     }

@@ -13,12 +13,12 @@ struct Activity {
     char state = ' ';
     long long ticks = 0;
 
-    /// Running, waiting for a processor, or held by a signal or a debugger.
+    /// Running, waiting for a processor, or suspended by a signal or a debugger.
     bool is_excused() const { return state == 'R' || state == 'T' || state == 't'; }
 };
 
-/// Reads "ID (NAME) STATE ..." of proc(5), where the name may hold anything; fields 14 and 15 are
-/// the processor time.
+/// Reads "ID (NAME) STATE ..." of proc(5), where the name may contain anything. Fields 14 and 15
+/// are the processor time.
 std::optional<Activity> activity_of(pid_t id) {
     std::ifstream file("/proc/" + std::to_string(id) + "/stat");
     std::string line;

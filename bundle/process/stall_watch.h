@@ -6,9 +6,10 @@
 
 namespace bundle {
 
-/// Notices that a program has come to a standstill, as it does on a file of a dead network drive:
-/// for a time nothing was heard of it and it used no processor time, though it was not held by a
-/// signal. Where the system does not tell of the latter (only Linux does), silence alone counts.
+/// Notices that a program has stopped working, as it does on a file of a dead network drive: it has
+/// printed nothing and used no processor time for a while, and is not suspended by a signal.
+/// Silence alone is not enough, because ffprobe prints nothing while it reads through gigabytes of
+/// zeros; it counts only where the system does not report the processor time (only Linux does).
 class StallWatch {
   public:
     using Clock = std::chrono::steady_clock;
@@ -18,7 +19,7 @@ class StallWatch {
     /// The program has printed something.
     void heard() { last_life_ = Clock::now(); }
 
-    /// True once the standstill has lasted longer than the limit.
+    /// True once the program has stood still for longer than the limit.
     bool stalled();
 
   private:

@@ -21,12 +21,14 @@ class StoppedSubtitles : public testing::Test {
             folder_.write("movie.srt", "1\n00:00:00,100 --> 00:00:00,500\nText\n");
         words_ = {TOOL_MP4BOX, "-add", text + ":hdlr=sbtl", mp4_};
         std::filesystem::create_directory(work_.held() / "tmp");
+        std::filesystem::create_directory(work_.held() / "session");
     }
 
-    /// Variables that also give the tool a temporary folder of its own.
+    /// Variables that also give the tool its own folders for temporary files and for the session.
     ChildRun::Variables variables() const {
         auto all = work_.variables();
         all.emplace_back("TMPDIR", work_.held() / "tmp");
+        all.emplace_back("XDG_RUNTIME_DIR", work_.held() / "session");
         return all;
     }
 
@@ -46,7 +48,7 @@ class StoppedSubtitles : public testing::Test {
     Names words_;
 };
 
-TEST_F(StoppedSubtitles, RunTheEncoderUnderAnotherNameAndLeaveNoLink) {
+TEST_F(StoppedSubtitles, RunTheEncoderUnderAnotherName) {
     ChildRun tool(words_, variables());
     const pid_t encoder = work_.encoder_id();
     ASSERT_NE(encoder, 0);
@@ -57,14 +59,14 @@ TEST_F(StoppedSubtitles, RunTheEncoderUnderAnotherNameAndLeaveNoLink) {
     EXPECT_FALSE(left_something_temporary());
 }
 
-TEST_F(StoppedSubtitles, LeaveNothingTemporaryBehindTheRunAfterAKilledOne) {
+TEST_F(StoppedSubtitles, AreAddedAfterAKilledRunWhichLeavesNothing) {
     {
         ChildRun killed(words_, variables());
         ASSERT_NE(work_.encoder_id(), 0);
         killed.send(SIGKILL);
         EXPECT_EQ(killed.wait(), 128 + SIGKILL);
     }
-    EXPECT_TRUE(left_something_temporary());
+    EXPECT_FALSE(left_something_temporary());
     work_.let_go();
     ChildRun next(words_, variables());
     EXPECT_EQ(next.wait(), 0) << next.errors();
@@ -87,7 +89,7 @@ TEST_F(StoppedSubtitles, AreAddedByAnEncoderThatIsAScript) {
     EXPECT_FALSE(left_something_temporary());
 }
 
-TEST_F(StoppedSubtitles, LeaveTheMp4FileAsItIsOnASignal) {
+TEST_F(StoppedSubtitles, LeaveTheMp4FileUnchangedOnASignal) {
     for (const int signal : {SIGTERM, SIGINT}) {
         std::filesystem::remove(work_.held() / "id");
         ChildRun tool(words_, variables());
@@ -101,7 +103,7 @@ TEST_F(StoppedSubtitles, LeaveTheMp4FileAsItIsOnASignal) {
     }
 }
 
-TEST_F(StoppedSubtitles, LeaveTheMp4FileAsItIsWhenTheEncoderIsKilled) {
+TEST_F(StoppedSubtitles, LeaveTheMp4FileUnchangedWhenTheEncoderIsKilled) {
     ChildRun tool(words_, variables());
     const pid_t encoder = work_.encoder_id();
     ASSERT_NE(encoder, 0);
@@ -177,7 +179,7 @@ TEST_F(StoppedSubtitles, SurviveKillall) {
     if (!can_be_alone()) {
         GTEST_SKIP() << "no process-id namespaces here";
     }
-    // A decoy that bears the name shows that killall has done its work.
+    // A decoy of that name shows that killall has done its work.
     Names script = alone({"sh", "-c", R"(
         "$@" & tool=$!
         while [ ! -e "$STAND_IN_FOLDER/id" ] && kill -0 $tool; do sleep 0.01; done

@@ -55,7 +55,7 @@ TEST(Progress, AlwaysHasTwoDecimals) {
     EXPECT_NE(old_progress_line(progress).find("time=0.00 "), std::string::npos);
 }
 
-TEST(Progress, SkipsLinesThatSayNothing) {
+TEST(Progress, SkipsUnknownLines) {
     EXPECT_EQ(lines_of({"\nnonsense\n=\n" + std::string(100'000, 'x') + "\n" + kReports}), kLines);
 }
 

@@ -13,7 +13,7 @@ TEST(Process, EndsAProgramThatExceedsItsTime) {
     EXPECT_EQ(status.failure().message, "sh did not finish within 0 seconds");
 }
 
-TEST(Process, HandsOverAllThatWasPrinted) {
+TEST(Process, PassesOnEverythingPrinted) {
     std::string output;
     std::string errors;
     const Listener listener{[&output](std::string_view piece) { output += piece; },
@@ -27,7 +27,7 @@ TEST(Process, HandsOverAllThatWasPrinted) {
     EXPECT_EQ(errors, "err\n");
 }
 
-TEST(Process, EndsAProgramOfWhichItsListenerHasEnough) {
+TEST(Process, EndsAProgramWhenItsListenerSaysSo) {
     bool has_enough = false;
     const Listener listener{
         {}, [&](std::string_view) { has_enough = true; }, {}, [&] { return has_enough; }};

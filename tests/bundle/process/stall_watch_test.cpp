@@ -28,18 +28,18 @@ TEST(StallWatch, NoticesAProgramThatDoesNothing) {
     EXPECT_TRUE(comes_to_a_standstill({sleeper.id(), kLimit}));
 }
 
-TEST(StallWatch, SparesAProgramThatWorksWithoutAWord) {
+TEST(StallWatch, SparesAProgramThatWorksSilently) {
     const ChildRun worker({"sh", "-c", "while :; do :; done"});
     EXPECT_FALSE(comes_to_a_standstill({worker.id(), kLimit}));
 }
 
-TEST(StallWatch, SparesAProgramThatIsHeldByASignal) {
+TEST(StallWatch, SparesASuspendedProgram) {
     const ChildRun sleeper({"sleep", "60"});
     sleeper.send(SIGSTOP);
     EXPECT_FALSE(comes_to_a_standstill({sleeper.id(), kLimit}));
 }
 
-TEST(StallWatch, BeginsAnewWhenSomethingIsHeard) {
+TEST(StallWatch, StartsAgainWhenSomethingIsPrinted) {
     const ChildRun sleeper({"sleep", "60"});
     StallWatch watch(sleeper.id(), kLimit);
     const auto deadline = StallWatch::Clock::now() + 5 * kLimit;

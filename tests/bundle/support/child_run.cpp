@@ -24,7 +24,7 @@ bool is_running(pid_t id) {
     std::ifstream file("/proc/" + std::to_string(id) + "/stat");
     std::string line;
     std::getline(file, line);
-    // "ID (NAME) STATE ...", where the name may hold anything.
+    // "ID (NAME) STATE ...", where the name may contain anything.
     const std::size_t state = line.rfind(") ");
     return state != std::string::npos && line[state + 2] != 'Z' && line[state + 2] != 'X';
 }

@@ -7,8 +7,8 @@
 /// Runs the system's ffmpeg with these arguments; false when it fails.
 bool run_ffmpeg(std::vector<std::string> arguments);
 
-/// Makes a movie of a moving test picture and a tone; `coding` holds the output options. The file's
-/// name may be anything.
+/// Makes a movie of a moving test picture and a tone; `coding` contains the output options. The
+/// file's name may be anything.
 bool make_movie(const std::string& path, const std::string& size, const std::string& rate,
                 const std::string& seconds, const std::vector<std::string>& coding);
 
@@ -18,10 +18,10 @@ bool make_movie(const std::string& path);
 /// As above but without sound.
 bool make_silent_movie(const std::string& path);
 
-/// A silent MP4 file of a second with a text track that bears the name of the tools' own.
+/// A silent MP4 file of a second with a text track named like the tools' own.
 bool make_movie_with_subtitles(const std::string& path);
 
-/// What ffprobe tells about the streams and the format; its packets as well when asked.
+/// What ffprobe reports about the streams and the format, and the packets on request.
 nlohmann::json probed(const std::string& path, bool with_packets = false);
 
 /// The one stream of this kind ("video", "audio", "subtitle") in what `probed` returned; null when

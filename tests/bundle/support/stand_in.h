@@ -13,7 +13,7 @@
 #include "subtitles/placement.h"
 
 /// Tests that stop a tool in the middle of its work. The system's ffmpeg is replaced by a stand-in
-/// of that name that writes a movie made before and holds still until it is let go; ffprobe is the
+/// of that name that writes a movie made before and then waits to be let go; ffprobe is the
 /// real one.
 class HeldWork {
   public:
