@@ -1,8 +1,8 @@
-// Shows a notification about a step that failed. The tools start it and forget it:
+// Shows a notification about a step that failed. The tools start it and do not wait for it:
 //
 //   notify OUTPUT STEP NAME SENTENCE NOTE
 //
-// It ends by itself within some seconds, whatever the desktop does.
+// It ends within some seconds, whatever the desktop does.
 
 #include <unistd.h>
 
@@ -17,7 +17,7 @@
 namespace {
 
 constexpr int kWords = 6;
-// In seconds, the first until the desktop has answered. No bus may hold this program longer.
+// In seconds, so that no bus can keep this program running; the first is for finding the desktop.
 constexpr unsigned kLongestSearch = 3;
 constexpr unsigned kLongestLife = 15;
 
@@ -36,7 +36,7 @@ void show_with_others(const SessionBus& bus, const notices::Entry& entry,
     std::this_thread::sleep_for(*wait);
     auto batch = queue.take_all(now());
     if (batch.entries.empty()) {
-        batch.entries = {entry};  // nothing can be kept here
+        batch.entries = {entry};  // the folder takes no files
     }
     const auto message = notices::message_on(batch.entries, bus.reads_markup());
     queue.remember(bus.show(message, batch.replaces), batch.entries);

@@ -29,7 +29,7 @@ void pack(std::string& bytes, const std::vector<Entry>& entries) {
     }
 }
 
-/// Reads texts that end in a zero byte.
+/// Reads zero-terminated texts.
 class Reader {
   public:
     explicit Reader(std::string_view bytes) : bytes_(bytes) {}
@@ -87,12 +87,12 @@ void write_content(int file, const std::string& bytes) {
 int open_in(const std::string& folder, const char* name) {
     const int file = ::open((folder + "/" + name).c_str(),
                             O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR);
-    // What the folder's other users clear away by its age is kept.
+    // Files that look old may be cleared away.
     ::futimens(file, nullptr);
     return file;
 }
 
-/// True when every movie of the newer entries is among those of the older ones.
+/// True when all movies of the newer entries are among those of the older ones.
 bool are_known(const std::vector<Entry>& newer, const std::vector<Entry>& older) {
     return std::all_of(newer.begin(), newer.end(), [&older](const Entry& entry) {
         return std::any_of(older.begin(), older.end(),
@@ -120,7 +120,7 @@ Shared unpacked(std::string_view bytes) {
 }
 
 Milliseconds waiting_time(const Shared& shared, Milliseconds now) {
-    // A time to come is of a clock that has been set back since.
+    // A time in the future is from before a restart of the system.
     const bool is_recent = shared.last_time.count() > 0 && shared.last_time <= now;
     const Milliseconds pause = is_recent ? shared.last_time + kPause - now : Milliseconds(0);
     return std::max(kGathering, pause);
@@ -155,7 +155,7 @@ NoticeQueue::~NoticeQueue() {
     ::close(turn_);
 }
 
-/// Reads the state, has it changed and writes it, alone among the helpers.
+/// Reads, changes and writes the state while no other helper does.
 template <typename Change>
 auto NoticeQueue::locked(Change change) {
     ::flock(state_, LOCK_EX);

@@ -6,7 +6,7 @@ namespace notices {
 
 namespace {
 
-// A notification is read in passing.
+// Notifications are short.
 constexpr std::size_t kMostNamed = 4;
 constexpr std::size_t kMostFolders = 2;
 
@@ -41,7 +41,7 @@ std::string folder_of(const std::string& path) {
     return slash == std::string::npos ? std::string() : path.substr(0, slash + 1);
 }
 
-/// The folders of the notes, each once.
+/// The folders of the failure notes, each once.
 std::vector<std::string> folders_of(const std::vector<Movie>& movies) {
     std::vector<std::string> folders;
     for (const Movie& movie : movies) {
@@ -55,9 +55,9 @@ std::vector<std::string> folders_of(const std::vector<Movie>& movies) {
 
 std::string where(const std::vector<std::string>& folders) {
     if (folders.empty()) {
-        return "The program's console says more.";
+        return "For details, see the program's console.";
     }
-    std::string text = "The files that end in .failed.txt say more: " + folders.front();
+    std::string text = "For details, see the files that end in .failed.txt in " + folders.front();
     for (std::size_t at = 1; at < std::min(folders.size(), kMostFolders); ++at) {
         text += ", " + folders[at];
     }
@@ -66,8 +66,8 @@ std::string where(const std::vector<std::string>& folders) {
 
 Message on_one(const Movie& movie) {
     return {movie.name, movie.sentences + "\n" +
-                            (movie.note.empty() ? "The program's console says more."
-                                                : "More is in " + one_line(movie.note))};
+                            (movie.note.empty() ? "For details, see the program's console."
+                                                : "For details, see " + one_line(movie.note))};
 }
 
 Message on_several(const std::vector<Movie>& movies) {

@@ -8,11 +8,11 @@ namespace notices {
 
 /// What went wrong with one step of a movie.
 struct Entry {
-    std::string output;  ///< path of the MP4 file, by which the steps of one movie are known
+    std::string output;  ///< path of the MP4 file, which the steps of a movie share
     std::string step;    ///< its number, from "0"
     std::string name;    ///< the movie's
     std::string sentence;
-    std::string note;  ///< path of the file that says more; empty: there is none
+    std::string note;  ///< path of the failure note; empty: there is none
 
     bool operator==(const Entry&) const = default;
 };
@@ -23,17 +23,17 @@ struct Message {
     std::string body;
 };
 
-/// Adds an entry in place of an earlier one on the same step.
+/// Adds an entry in place of an earlier one about the same step.
 void add(std::vector<Entry>& entries, const Entry& entry);
 
 /// How many movies the entries are about.
 std::size_t count_movies(const std::vector<Entry>& entries);
 
-/// What a notification says of at least one entry. With `markup` the desktop reads the body as
-/// such: names and paths are escaped.
+/// The notification about one or more entries. With `markup` the desktop reads the body as markup,
+/// and it is escaped.
 Message message_on(const std::vector<Entry>& entries, bool markup);
 
-/// The text with what markup gives a meaning replaced by entities.
+/// The text with entities for the characters that markup uses.
 std::string escaped(std::string_view text);
 
 /// The text on one line: every control character becomes a space.

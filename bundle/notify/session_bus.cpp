@@ -13,7 +13,7 @@ constexpr const char* kBusPath = "/org/freedesktop/DBus";
 constexpr int kLongestCallMs = 2000;
 constexpr int kDesktopsOwnTime = -1;
 
-/// Text as the bus takes it: another encoding's bytes are replaced.
+/// The text as valid UTF-8, which the bus requires.
 GVariant* text_of(const std::string& text) {
     return g_variant_new_take_string(
         g_utf8_make_valid(text.c_str(), static_cast<gssize>(text.size())));

@@ -1,14 +1,13 @@
 #include "output/note_place.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
 
 #include "core/files.h"
+#include "core/formatted.h"
 
 namespace bundle {
 
@@ -23,9 +22,7 @@ std::string short_mark(std::string_view name) {
     for (const char c : name) {
         hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
     }
-    std::array<char, 10> mark{};
-    std::snprintf(mark.data(), mark.size(), "~%08x", static_cast<unsigned>(hash));
-    return mark.data();
+    return formatted("~%08x", static_cast<unsigned>(hash));
 }
 
 std::string name_of(const std::string& path) {

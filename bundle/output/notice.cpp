@@ -5,11 +5,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <cstdlib>
 #include <string_view>
 #include <vector>
 
+#include "process/child.h"
 #include "process/system_tools.h"
 
 #ifdef __linux__
@@ -36,15 +36,6 @@ bool has_session_bus() {
            ::access((std::string(runtime) + "/bus").c_str(), W_OK) == 0;
 }
 
-std::vector<char*> pointers_to(std::vector<std::string>& words) {
-    std::vector<char*> pointers;
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 /// Whoever reads this tool's output to its end must not wait for the helper.
 void close_everything() {
     const int nothing = ::open("/dev/null", O_RDWR);
@@ -55,12 +46,6 @@ void close_everything() {
     for (int descriptor = STDERR_FILENO + 1; descriptor < (limit < 1024 ? limit : 1024);
          ++descriptor) {
         ::close(descriptor);
-    }
-}
-
-void restore_signals() {
-    for (const int signal : {SIGTERM, SIGINT, SIGHUP, SIGPIPE, SIGXFSZ, SIGCHLD}) {
-        std::signal(signal, SIG_DFL);
     }
 }
 
@@ -87,7 +72,7 @@ void show_notice(const Notice& notice, Step step) {
     }
     std::vector<std::string> words{helper,      notice.output,   std::to_string(place_of(step)),
                                    notice.name, notice.sentence, notice.note};
-    const auto pointers = pointers_to(words);
+    const auto pointers = argument_pointers(words);
     const pid_t id = ::fork();
     if (id == 0) {
         become(pointers.data());

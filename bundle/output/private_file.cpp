@@ -21,13 +21,13 @@ namespace bundle {
 
 namespace {
 
-// Short, so that the longest name a folder takes can still be a target's.
+// Short, so that the target may have the longest name that a folder allows.
 constexpr std::string_view kPrefix = ".vantreo-";
 constexpr std::string_view kSuffix = ".part";
 constexpr std::size_t kRandomLength = 6;
 constexpr int kAttempts = 5;
 
-// More than is left of a disk where a write has failed.
+// More than is free on a disk where a write has failed.
 constexpr std::size_t kProbeSize = 262144;
 
 Failure failure(const char* what) {
@@ -40,7 +40,7 @@ bool is_private_name(std::string_view name) {
            name.starts_with(kPrefix) && name.ends_with(kSuffix);
 }
 
-/// Removes the file when it is ours and nobody holds its lock.
+/// Removes the file when it is this user's and not locked.
 void remove_if_stale(const std::string& path) {
     const UniqueFd file(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
     struct stat status {};
@@ -62,8 +62,8 @@ void sweep(const std::string& folder) {
     }
 }
 
-/// True when the fresh file is ours to use. Another run's sweep may have been faster between making
-/// and locking it. A file system without locks is used without them.
+/// True when the new file can be used: another run may have removed it before it was locked. A file
+/// system without locks is used without them.
 bool claim(int descriptor) {
     struct stat status {};
     if (::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
@@ -72,7 +72,7 @@ bool claim(int descriptor) {
     return ::fstat(descriptor, &status) == 0 && status.st_nlink > 0;
 }
 
-/// The permissions that the target has, or that a new file would get.
+/// The target's permissions, or a new file's.
 mode_t target_mode(const std::string& target) {
     struct stat status {};
     if (::stat(target.c_str(), &status) == 0) {
@@ -83,7 +83,7 @@ mode_t target_mode(const std::string& target) {
     return 0666 & ~mask;
 }
 
-/// The new name is on the disk when this returns, where the file system can do that.
+/// Writes the new name to the disk, where the file system can do that.
 void flush_folder(const std::string& folder) {
     const UniqueFd opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (opened) {
@@ -159,7 +159,7 @@ MaybeFailure PrivateFile::publish_whole(const StopSignals& stop) {
 }
 
 MaybeFailure PrivateFile::publish() {
-    // A file system without permissions of its own may refuse; its files are accessible anyway.
+    // A file system without permissions may refuse.
     (void)::fchmod(descriptor_.get(), target_mode(target_));
     if (::fsync(descriptor_.get()) != 0) {
         return failure("cannot write the output to the disk");

@@ -10,47 +10,45 @@
 
 namespace bundle {
 
-/// A file in the making: written under a hidden name in the folder of its target, and put in the
-/// target's place in one step when it is whole.
+/// An unfinished file: written under a hidden name in its target's folder, and moved to the
+/// target's place in one step when it is complete.
 ///
-/// Until then the target stays as it is. The hidden file bears a lock while it is in use, so that
-/// the next run can tell what an earlier one had to leave behind. The destructor removes it unless
-/// it was published.
+/// Until then the target stays as it is. The hidden file is locked while it is in use, so that the
+/// next run can remove what a killed one left behind. The destructor removes it unless it was
+/// published.
 class PrivateFile {
   public:
-    /// Makes the empty file beside `target` after removing this user's stale ones there. Fails when
-    /// the folder can't be written, and when `target` is something else than an ordinary file.
+    /// Creates the empty file beside `target` after removing this user's stale ones there. Fails
+    /// when the folder can't be written to and when `target` is anything but an ordinary file.
     static Result<PrivateFile> create(const std::string& target);
 
     PrivateFile(PrivateFile&& other) noexcept;
     PrivateFile& operator=(PrivateFile&&) = delete;
     ~PrivateFile();
 
-    /// Where to write; truncate this file, never replace it. Another place after `renew`.
+    /// Where to write; truncate this file, never replace it. Changes with `renew`.
     const std::string& path() const { return path_; }
 
-    /// Fails to publish unless this is what lies at the target then; empty: nothing.
+    /// Publishing will fail unless the target then has this identity; empty: does not exist.
     void replace_only(const std::optional<FileIdentity>& expected);
 
-    /// Begins anew with an empty file of another name. What may still write to the old one, as the
-    /// rest of a program that was ended, does no harm then.
+    /// Starts again with an empty file of another name. A process that still writes to the old one
+    /// then does no harm.
     MaybeFailure renew();
 
-    /// Gives the written file the target's permissions (a new file's when there is none), sees it
-    /// onto the disk and puts it in the target's place, which is seen onto the disk too. Fails for
-    /// an empty file and when a stop has come. A target that is a symbolic link is itself replaced;
-    /// what it leads to stays.
+    /// Gives the file the target's permissions (a new file's if there is none), fsyncs it and its
+    /// folder, and renames it to the target. Fails for an empty file and after a stop. A target
+    /// that is a symbolic link is replaced itself.
     MaybeFailure publish_whole(const StopSignals& stop);
 
-    /// As above, for a file of any size and whatever stop has come.
+    /// The same for a file of any size, and even after a stop.
     MaybeFailure publish();
 
-    /// The failure of the work on this file, with the file's own trouble as its cause where there
-    /// is one: it is no longer where it was made, or takes no more bytes. The system's ffmpeg does
-    /// not tell, and ends with success on a full disk.
+    /// The failure, with `trouble` as its message and cause if there is any. The system's ffmpeg
+    /// does not report it, and ends with success on a full disk.
     Failure explained(Failure failure) const;
 
-    /// What is wrong with the file itself, as above; empty: nothing.
+    /// What is wrong with the file: it was moved or removed, or can't be extended.
     MaybeFailure trouble() const;
 
   private:
@@ -63,7 +61,7 @@ class PrivateFile {
     std::string path_;  ///< empty: nothing to remove
     UniqueFd descriptor_;
     std::optional<FileIdentity> expected_;
-    bool is_bound_ = false;  ///< only what is expected is replaced
+    bool is_bound_ = false;  ///< whether `expected_` counts
 };
 
 }  // namespace bundle

@@ -91,7 +91,7 @@ class Failures(WindowCase):
         self.assertEqual(
             text,
             f"{movie.name}\nIt was not converted: the output folder cannot be written to.\n"
-            f"More is in {self.movies}/{name}",
+            f"For details, see {self.movies}/{name}",
         )
         self.assertIn("Choose another output folder", note.read_text())
         self.assertIn(f"what happened is written in '{note}'", self.said())
@@ -111,7 +111,7 @@ class Failures(WindowCase):
         self.convert_into(window, movie, self.output)
         note = self.output / "half.mp4.failed.txt"
         self.assertTrue(note.with_name("half.mp4").is_file())
-        for words in ("Check whether the movie plays to its end", "holds no subtitles"):
+        for words in ("Check whether the movie plays to its end", "has no subtitles"):
             self.assertIn(words, note.read_text())
         return movie
 

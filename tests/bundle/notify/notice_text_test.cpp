@@ -12,24 +12,24 @@ Entry entry_for(const std::string& name) {
     return {"/o/" + name + ".mp4", "0", name, "Failed.", "/o/" + name + ".mp4.failed.txt"};
 }
 
-TEST(NoticeText, NamesTheMovieAndWhereThereIsMore) {
+TEST(NoticeText, NamesTheMovieAndItsNote) {
     const Message message = message_on({kConversion}, true);
     EXPECT_EQ(message.summary, "a.avi");
-    EXPECT_EQ(message.body, "It has no sound.\nMore is in /o/a.mp4.failed.txt");
+    EXPECT_EQ(message.body, "It has no sound.\nFor details, see /o/a.mp4.failed.txt");
 }
 
 TEST(NoticeText, PutsTheStepsOfAMovieTogetherInTheirOrder) {
     const Message message = message_on({kSubtitles, kConversion}, true);
     EXPECT_EQ(message.summary, "a.avi");
-    EXPECT_EQ(message.body, "It has no sound. No subtitles.\nMore is in /o/a.mp4.failed.txt");
+    EXPECT_EQ(message.body, "It has no sound. No subtitles.\nFor details, see /o/a.mp4.failed.txt");
 }
 
 TEST(NoticeText, CountsSeveralMovies) {
     const Message message = message_on({entry_for("a"), entry_for("b"), entry_for("c")}, true);
     EXPECT_EQ(message.summary, "3 movies: there were problems");
-    EXPECT_EQ(
-        message.body,
-        "a: Failed.\nb: Failed.\nc: Failed.\nThe files that end in .failed.txt say more: /o/");
+    EXPECT_EQ(message.body,
+              "a: Failed.\nb: Failed.\nc: Failed.\nFor details, see the files that end in "
+              ".failed.txt in /o/");
 }
 
 TEST(NoticeText, StaysShortForALongRun) {
@@ -49,14 +49,14 @@ TEST(NoticeText, EscapesMarkupOnlyWhereItIsRead) {
     entry.note = "/a & b/<i>\n.failed.txt";
     EXPECT_EQ(message_on({entry}, true).summary, "<b>& .avi");
     EXPECT_EQ(message_on({entry}, true).body,
-              "Failed.\nMore is in /a &amp; b/&lt;i&gt; .failed.txt");
-    EXPECT_EQ(message_on({entry}, false).body, "Failed.\nMore is in /a & b/<i> .failed.txt");
+              "Failed.\nFor details, see /a &amp; b/&lt;i&gt; .failed.txt");
+    EXPECT_EQ(message_on({entry}, false).body, "Failed.\nFor details, see /a & b/<i> .failed.txt");
 }
 
 TEST(NoticeText, PointsToTheConsoleWhereThereIsNoNote) {
     Entry entry = entry_for("x");
     entry.note.clear();
-    EXPECT_EQ(message_on({entry}, true).body, "Failed.\nThe program's console says more.");
+    EXPECT_EQ(message_on({entry}, true).body, "Failed.\nFor details, see the program's console.");
 }
 
 TEST(NoticeText, KeepsTheLatestOfAStep) {

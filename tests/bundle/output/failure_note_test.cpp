@@ -50,7 +50,7 @@ TEST_F(FailureNotes, IsReplacedByTheNextFailureOfTheStep) {
     EXPECT_TRUE(says("second"));
 }
 
-TEST_F(FailureNotes, GoesWithTheSuccessOfTheStep) {
+TEST_F(FailureNotes, IsRemovedWhenTheStepSucceeds) {
     leave(Step::kConversion, {"short", "", "", true});
     leave(Step::kSubtitles, {"late", "", ""});
     clear_note(subject_, Step::kSubtitles);
@@ -60,13 +60,13 @@ TEST_F(FailureNotes, GoesWithTheSuccessOfTheStep) {
     EXPECT_EQ(out_.names(), Names{});
 }
 
-TEST_F(FailureNotes, GoesAsAWholeWithAConversion) {
+TEST_F(FailureNotes, IsRemovedCompletelyWhenAConversionSucceeds) {
     leave(Step::kSubtitles, {"late", "", ""});
     clear_note(subject_, Step::kConversion);
     EXPECT_EQ(out_.names(), Names{});
 }
 
-TEST_F(FailureNotes, SparesAPersonsOwnFileAndGoesBesideTheMovie) {
+TEST_F(FailureNotes, KeepsAPersonsFileAndGoesBesideTheMovie) {
     const std::string other = out_.write("movie.mp4.failed.txt", "my notes");
     const auto written = leave_note(subject_, Step::kConversion, {"failed", "", ""});
     ASSERT_TRUE(written);
@@ -78,7 +78,7 @@ TEST_F(FailureNotes, SparesAPersonsOwnFileAndGoesBesideTheMovie) {
     EXPECT_FALSE(std::filesystem::exists(written->path));
 }
 
-TEST_F(FailureNotes, SparesALink) {
+TEST_F(FailureNotes, KeepsALink) {
     ASSERT_TRUE(leave_note({out_ / "real", ""}, Step::kConversion, {"failed", "", ""}));
     std::filesystem::create_symlink(out_ / "real.failed.txt", subject_.output + ".failed.txt");
     leave(Step::kConversion, {"other", "", ""});
@@ -94,7 +94,7 @@ TEST_F(FailureNotes, CannotBeForgedByTheToolsLines) {
     EXPECT_FALSE(says("\x1B"));
 }
 
-TEST_F(FailureNotes, KnowsAnOlderMp4FileFromANewOne) {
+TEST_F(FailureNotes, DistinguishesAnOlderMp4FileFromANewOne) {
     out_.write("movie.mp4", "old");
     const utimbuf past{1'000'000, 1'000'000};
     ASSERT_EQ(::utime(subject_.output.c_str(), &past), 0);
@@ -106,7 +106,7 @@ TEST_F(FailureNotes, KnowsAnOlderMp4FileFromANewOne) {
     EXPECT_FALSE(conversion_failed(subject_));
 }
 
-TEST_F(FailureNotes, DoesNotTakeAShortMp4FileForNone) {
+TEST_F(FailureNotes, DoesNotTakeAShortMp4FileForAFailure) {
     leave(Step::kConversion, {"short", "", "", true});
     EXPECT_FALSE(conversion_failed(subject_));
 }
@@ -162,7 +162,7 @@ TEST(NotePath, IsShortenedToWhatAFolderTakes) {
     EXPECT_TRUE(note_path("/f/" + accented).starts_with("/f/" + std::string(234, 'n') + "~"));
 }
 
-TEST(NotePath, TellsLongNamesApart) {
+TEST(NotePath, KeepsLongNamesDistinct) {
     const std::string start(244, 'n');
     EXPECT_NE(note_path(start + " 1.mp4"), note_path(start + " 2.mp4"));
     EXPECT_EQ(note_path(start + " 1.mp4"), note_path(start + " 1.mp4"));

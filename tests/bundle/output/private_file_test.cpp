@@ -55,7 +55,7 @@ TEST_F(PrivateFileTest, IsRemovedWhenItIsNotPublished) {
     EXPECT_EQ(content_of(old), "old");
 }
 
-TEST_F(PrivateFileTest, HoldsNothingOfWhatIsWrittenToItBeforeItBeginsAnew) {
+TEST_F(PrivateFileTest, ContainsNothingWrittenBeforeItsRenewal) {
     auto file = PrivateFile::create(folder_ / "movie.mp4");
     ASSERT_TRUE(file);
     std::ofstream early(file->path());
@@ -91,7 +91,7 @@ TEST_F(PrivateFileTest, TakesTheLongestNameOfATarget) {
     EXPECT_EQ(folder_.names(), Names{name});
 }
 
-TEST_F(PrivateFileTest, SweepsStaleFilesButNoOthers) {
+TEST_F(PrivateFileTest, RemovesStaleFilesButNoOthers) {
     folder_.write(".vantreo-abcdef.part", "stale");
     folder_.write(".vantreo-abcdefg.part", "another name");
     folder_.write("vantreo-abcdef.part", "another name");
