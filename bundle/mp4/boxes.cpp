@@ -6,22 +6,21 @@ namespace bundle {
 
 namespace {
 
-constexpr std::size_t kShortHead = 8;
 constexpr std::size_t kLongHead = 16;
 constexpr std::size_t kLargestMoov = std::size_t{512} << 20;
 
-/// The box that begins with `head`, of which there may be less than a long one, at the place `at`
-/// where `room` bytes are left.
+/// The box at the offset `at`, after which `room` bytes are left. `head` is its head, of which 8
+/// bytes may be missing.
 std::optional<Box> box_from(std::string_view head, std::size_t at, std::size_t room) {
-    if (head.size() < kShortHead) {
+    if (head.size() < kBoxHead) {
         return std::nullopt;
     }
     std::uint64_t size = number_at(head, 0, 4);
-    std::size_t content = kShortHead;
+    std::size_t content = kBoxHead;
     if (size == 0) {
         size = room;  // the last box, to the end
     } else if (size == 1 && head.size() >= kLongHead) {
-        size = number_at(head, kShortHead, 8);
+        size = number_at(head, kBoxHead, 8);
         content = kLongHead;
     }
     if (size < content || size > room) {

@@ -6,6 +6,7 @@
 #include <map>
 #include <vector>
 
+#include "mp4/box_writing.h"
 #include "mp4/boxes.h"
 
 namespace bundle {
@@ -26,15 +27,7 @@ constexpr std::size_t kSize = 4;
 constexpr std::size_t kSizesCount = 8;
 constexpr std::size_t kSizes = 12;
 
-std::string word(std::uint64_t value) {
-    std::string bytes;
-    for (int shift = 24; shift >= 0; shift -= 8) {
-        bytes += static_cast<char>(value >> shift & 0xFF);
-    }
-    return bytes;
-}
-
-/// The content of the box that `names` lead to; empty unless it is of version 0 and so large.
+/// The content of the box that `names` lead to; empty unless it has version 0 and `least` bytes.
 std::string content(const std::string& bytes, const Range& parent,
                     std::initializer_list<std::string_view> names, std::size_t least) {
     const auto box = descendant(bytes, parent, names);
@@ -44,7 +37,7 @@ std::string content(const std::string& bytes, const Range& parent,
 }
 
 std::string with_word(std::string box, std::size_t at, std::uint64_t value) {
-    return box.replace(at, 4, word(value));
+    return box.replace(at, 4, number(value, 4));
 }
 
 bool is_container(const std::string& type) {
@@ -52,27 +45,23 @@ bool is_container(const std::string& type) {
     return std::find(kContainers.begin(), kContainers.end(), type) != kContainers.end();
 }
 
-std::string box_of(const std::string& type, const std::string& inside) {
-    return word(inside.size() + 8) + type + inside;
-}
-
-/// The boxes in the range, some of them with other contents.
+/// The boxes in the range, with the contents of some replaced.
 std::string edited(const std::string& bytes, Range range, const Contents& contents) {
     std::string result;
-    while (const auto box = take_box(bytes, range)) {
-        const auto other = contents.find(box->type);
+    while (const auto part = take_box(bytes, range)) {
+        const auto other = contents.find(part->type);
         if (other != contents.end()) {
-            result += box_of(box->type, other->second);
-        } else if (is_container(box->type)) {
-            result += box_of(box->type, edited(bytes, box->content, contents));
+            result += box(part->type, other->second);
+        } else if (is_container(part->type)) {
+            result += box(part->type, edited(bytes, part->content, contents));
         } else {
-            result += box_of(box->type, bytes.substr(box->content.start, box->content.size()));
+            result += box(part->type, bytes.substr(part->content.start, part->content.size()));
         }
     }
     return result;
 }
 
-/// The lengths of the samples up to `end`, of which the last one ends there.
+/// The lengths of the samples up to `end`, where the last one ends.
 std::vector<std::uint64_t> lengths_until(const std::string& stts, std::uint64_t end) {
     std::vector<std::uint64_t> lengths;
     for (std::size_t at = kEntries; at + 8 <= stts.size(); at += 8) {
@@ -86,22 +75,22 @@ std::vector<std::uint64_t> lengths_until(const std::string& stts, std::uint64_t 
 }
 
 std::string times_table(const std::vector<std::uint64_t>& lengths) {
-    std::string table = word(0) + word(lengths.size());
+    std::string table = number(0, 4) + number(lengths.size(), 4);
     for (const std::uint64_t length : lengths) {
-        table += word(1) + word(length);
+        table += number(1, 4) + number(length, 4);
     }
     return table;
 }
 
-/// The sizes of the first samples; a table of samples of one size has no list of them.
+/// The sizes of the first samples. When all have one size, there is no list.
 std::string first_sizes(const std::string& stsz, std::size_t samples) {
     const bool is_one_size = number_at(stsz, kSize, 4) != 0;
     const std::size_t end = is_one_size ? kSizes : kSizes + 4 * samples;
     return stsz.size() < end ? "" : with_word(stsz.substr(0, end), kSizesCount, samples);
 }
 
-/// What changes in a track that is to end at `end`, in ticks of the file; empty for one that is not
-/// as ffmpeg writes the chapters: all in one chunk.
+/// The changed boxes of a track that has to end at `end`, in ticks of the file; empty unless all of
+/// it is in one chunk, as ffmpeg writes chapters.
 Contents changes_in(const std::string& moov, const Range& trak, std::uint64_t end,
                     std::uint64_t scale) {
     const std::string tkhd = content(moov, trak, {"tkhd"}, kTrackDuration + 4);
@@ -132,12 +121,12 @@ Contents changes_in(const std::string& moov, const Range& trak, std::uint64_t en
             {"stsc", with_word(stsc, kEntries + 4, lengths.size())}};
 }
 
-/// The user data without its own list of the chapters ("chpl"): players find the track's.
+/// The user data without its list of chapters ("chpl"); players use the track.
 std::string without_list(const std::string& moov, Range range) {
     std::string result;
-    while (const auto box = take_box(moov, range)) {
-        if (box->type != "chpl") {
-            result += box_of(box->type, moov.substr(box->content.start, box->content.size()));
+    while (const auto part = take_box(moov, range)) {
+        if (part->type != "chpl") {
+            result += box(part->type, moov.substr(part->content.start, part->content.size()));
         }
     }
     return result;
@@ -152,12 +141,12 @@ struct Track {
 std::vector<Track> tracks_in(const std::string& moov) {
     std::vector<Track> tracks;
     Range rest{0, moov.size()};
-    while (const auto box = take_box(moov, rest)) {
-        const std::string tkhd = content(moov, box->content, {"tkhd"}, kTrackDuration + 4);
-        const std::string hdlr = content(moov, box->content, {"mdia", "hdlr"}, kHandler + 4);
-        if (box->type == "trak" && !tkhd.empty() && !hdlr.empty()) {
+    while (const auto part = take_box(moov, rest)) {
+        const std::string tkhd = content(moov, part->content, {"tkhd"}, kTrackDuration + 4);
+        const std::string hdlr = content(moov, part->content, {"mdia", "hdlr"}, kHandler + 4);
+        if (part->type == "trak" && !tkhd.empty() && !hdlr.empty()) {
             tracks.push_back(
-                {box->content, hdlr.substr(kHandler, 4), number_at(tkhd, kTrackDuration, 4)});
+                {part->content, hdlr.substr(kHandler, 4), number_at(tkhd, kTrackDuration, 4)});
         }
     }
     return tracks;
@@ -167,16 +156,16 @@ std::string rebuilt(const std::string& moov, const Track& chapters, const Conten
                     const std::string& mvhd) {
     std::string result;
     Range rest{0, moov.size()};
-    while (const auto box = take_box(moov, rest)) {
-        std::string inside = moov.substr(box->content.start, box->content.size());
-        if (box->content.start == chapters.trak.start) {
-            inside = edited(moov, box->content, changes);
-        } else if (box->type == "mvhd") {
+    while (const auto part = take_box(moov, rest)) {
+        std::string inside = moov.substr(part->content.start, part->content.size());
+        if (part->content.start == chapters.trak.start) {
+            inside = edited(moov, part->content, changes);
+        } else if (part->type == "mvhd") {
             inside = mvhd;
-        } else if (box->type == "udta") {
-            inside = without_list(moov, box->content);
+        } else if (part->type == "udta") {
+            inside = without_list(moov, part->content);
         }
-        result += box_of(box->type, inside);
+        result += box(part->type, inside);
     }
     return result;
 }
@@ -216,12 +205,12 @@ void clip_chapters(const std::string& path) {
     if (!clipped) {
         return;
     }
-    const std::string box = box_of("moov", *clipped);
-    file.seekp(static_cast<std::streamoff>(moov->start - 8));
-    file.write(box.data(), static_cast<std::streamsize>(box.size()));
+    const std::string index = box("moov", *clipped);
+    file.seekp(static_cast<std::streamoff>(moov->start - kBoxHead));
+    file.write(index.data(), static_cast<std::streamsize>(index.size()));
     file.close();
     std::error_code ignored;
-    std::filesystem::resize_file(path, moov->start - 8 + box.size(), ignored);
+    std::filesystem::resize_file(path, moov->start - kBoxHead + index.size(), ignored);
 }
 
 }  // namespace bundle

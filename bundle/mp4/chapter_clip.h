@@ -6,13 +6,11 @@
 namespace bundle {
 
 /// The content of an MP4 index ("moov") without the chapters that begin after the end of the
-/// picture and the sound; the last chapter ends there. A file whose chapters reach further would be
-/// as long as they are. Empty when nothing has to be changed, and for an index that is not laid out
-/// as ffmpeg does it.
+/// picture and the sound, where the last chapter then ends. Else the file would be as long as its
+/// chapters. Empty when nothing has to change, and for an index that ffmpeg did not write.
 std::optional<std::string> clipped_chapters(const std::string& moov);
 
-/// The same in a finished MP4 file of which the index is the last part. After a failed write, the
-/// file is no longer whole.
+/// Does that in an MP4 file that ends with its index. A failed write leaves a damaged file.
 void clip_chapters(const std::string& path);
 
 }  // namespace bundle

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <fstream>
 #include <span>
 #include <string_view>
 
+#include "core/formatted.h"
 #include "mp4/index.h"
 
 namespace bundle {
@@ -17,7 +17,7 @@ constexpr double kToleratedSeconds = 2;
 constexpr double kToleratedShare = 0.02;
 constexpr double kLeastShare = 0.01;
 
-// As ffmpeg writes them. What it calls "text" are the names of the chapters.
+// As ffmpeg writes them. Its "text" tracks have the names of the chapters.
 constexpr std::array<std::string_view, 4> kSubtitles{"sbtl", "subp", "subt", "clcp"};
 constexpr std::array<std::string_view, 1> kPicture{"vide"};
 constexpr std::array<std::string_view, 1> kSound{"soun"};
@@ -26,7 +26,7 @@ Failure incomplete(const char* what) {
     return {std::string("the MP4 file is incomplete: ") + what};
 }
 
-/// True for a track of one of these kinds that holds something.
+/// True for a track of one of these kinds that is not empty.
 bool is_any_of(const Mp4Track& track, std::span<const std::string_view> handlers) {
     return track.samples > 0 &&
            std::find(handlers.begin(), handlers.end(), track.handler) != handlers.end();
@@ -37,8 +37,7 @@ std::ptrdiff_t tracks_of(const Mp4Index& index, std::span<const std::string_view
                          [&](const Mp4Track& track) { return is_any_of(track, handlers); });
 }
 
-/// Of what is seen and heard: the names of the chapters may reach to the end of an MP4 file that
-/// broke off.
+/// Of picture and sound: in a truncated movie the names of the chapters may go on to its end.
 double duration_of(const Mp4Index& index) {
     double longest = 0;
     for (const Mp4Track& track : index.tracks) {
@@ -88,12 +87,10 @@ std::string shortfall(double promised, double made) {
     if (missing <= kToleratedSeconds || missing <= promised * kToleratedShare) {
         return {};
     }
-    std::array<char, 200> text{};
-    std::snprintf(text.data(), text.size(),
-                  "The movie is truncated or damaged: the MP4 file has %.1f of %.1f seconds; %.1f "
-                  "seconds (%.0f %%) are missing.",
-                  made, promised, missing, 100 * missing / promised);
-    return text.data();
+    return formatted(
+        "The movie is truncated or damaged: the MP4 file has %.1f of %.1f seconds; %.1f seconds "
+        "(%.0f %%) are missing.",
+        made, promised, missing, 100 * missing / promised);
 }
 
 }  // namespace bundle

@@ -15,30 +15,27 @@ constexpr std::size_t kTkhdDuration = 20;
 constexpr std::size_t kTkhdDurationOfVersion1 = 28;
 constexpr std::size_t kHandler = 8;
 constexpr std::size_t kSampleSize = 4;  ///< in stsz: of all samples, or 0
-constexpr std::size_t kFieldBits = 7;   ///< in stz2: of each sample's size
 constexpr std::size_t kCountOfSizes = 8;
 constexpr std::size_t kCount = 4;  ///< in the other tables
 
-/// A box's table: entries of one size behind their number, which is at the offset `count_at`.
+/// A box's table: the number of its entries at the offset `count_at`, then the entries.
 class Table {
   public:
     static std::optional<Table> in(std::string_view box, std::size_t count_at,
-                                   std::size_t entry_bits) {
+                                   std::size_t entry_size) {
         const std::size_t head = count_at + 4;
         if (box.size() < head) {
             return std::nullopt;
         }
         const std::uint64_t count = number_at(box, count_at, 4);
-        // Both are less than 2^32 and so is the number of bits.
-        return (count * entry_bits + 7) / 8 <= box.size() - head
-                   ? std::optional(Table(box.substr(head), count, entry_bits / 8))
+        return count * entry_size <= box.size() - head
+                   ? std::optional(Table(box.substr(head), count, entry_size))
                    : std::nullopt;
     }
 
     std::uint64_t count() const { return count_; }
-    std::string_view bytes() const { return bytes_; }
 
-    /// The number of so many bytes at the offset in an entry that is there.
+    /// The number of `width` bytes at the offset in an entry, which has to exist.
     std::uint64_t at(std::uint64_t entry, std::size_t offset, int width) const {
         return number_at(bytes_, static_cast<std::size_t>(entry) * entry_size_ + offset, width);
     }
@@ -52,66 +49,48 @@ class Table {
     std::size_t entry_size_;
 };
 
-/// What is in the box that `names` lead to.
+/// The content of the box that `names` lead to.
 std::optional<std::string_view> content(std::string_view bytes, const Range& parent,
                                         std::initializer_list<std::string_view> names) {
     const auto box = descendant(bytes, parent, names);
     return box ? std::optional(bytes.substr(box->start, box->size())) : std::nullopt;
 }
 
-/// The sizes of a track's samples: all of one size, or each of its own (8.7.3).
+/// The sizes of a track's samples: one for all, or one for each (8.7.3).
 class SampleSizes {
   public:
     static std::optional<SampleSizes> in(std::string_view bytes, const Range& samples) {
-        if (const auto box = content(bytes, samples, {"stsz"});
-            box && box->size() > kCountOfSizes) {
-            const std::uint64_t size = number_at(*box, kSampleSize, 4);
-            return with(Table::in(*box, kCountOfSizes, size == 0 ? 32 : 0), size, 32);
+        const auto box = content(bytes, samples, {"stsz"});
+        if (!box || box->size() <= kCountOfSizes) {
+            return std::nullopt;
         }
-        if (const auto box = content(bytes, samples, {"stz2"});
-            box && box->size() > kCountOfSizes) {
-            const auto bits = static_cast<unsigned char>((*box)[kFieldBits]);
-            return bits == 4 || bits == 8 || bits == 16
-                       ? with(Table::in(*box, kCountOfSizes, bits), 0, bits)
-                       : std::nullopt;
-        }
-        return std::nullopt;
+        const std::uint64_t size = number_at(*box, kSampleSize, 4);
+        const auto table = Table::in(*box, kCountOfSizes, size == 0 ? 4 : 0);
+        return table ? std::optional(SampleSizes(*table, size)) : std::nullopt;
     }
 
     std::uint64_t count() const { return table_.count(); }
 
-    /// The bytes of so many samples from the one on; all of them have to be there.
+    /// The bytes of `count` samples from `first` on, all of which have to exist.
     std::uint64_t bytes_of(std::uint64_t first, std::uint64_t count) const {
         if (size_ != 0) {
             return size_ * count;
         }
         std::uint64_t sum = 0;
         for (std::uint64_t at = first; at < first + count; ++at) {
-            sum += bits_ == 4 ? half_byte(at) : table_.at(at, 0, bits_ / 8);
+            sum += table_.at(at, 0, 4);
         }
         return sum;
     }
 
   private:
-    SampleSizes(const Table& table, std::uint64_t size, int bits)
-        : table_(table), size_(size), bits_(bits) {}
-
-    static std::optional<SampleSizes> with(const std::optional<Table>& table, std::uint64_t size,
-                                           int bits) {
-        return table ? std::optional(SampleSizes(*table, size, bits)) : std::nullopt;
-    }
-
-    std::uint64_t half_byte(std::uint64_t at) const {
-        const std::uint64_t both = number_at(table_.bytes(), static_cast<std::size_t>(at / 2), 1);
-        return at % 2 == 0 ? both >> 4 : both & 0xF;
-    }
+    SampleSizes(const Table& table, std::uint64_t size) : table_(table), size_(size) {}
 
     Table table_;
-    std::uint64_t size_;  ///< of each; 0: the table tells
-    int bits_;
+    std::uint64_t size_;  ///< of all samples; 0: see the table
 };
 
-/// Where a track's chunks begin (8.7.5), and how many samples each holds (8.7.4).
+/// Where a track's chunks begin (8.7.5), and how many samples each contains (8.7.4).
 class Chunks {
   public:
     static std::optional<Chunks> in(std::string_view bytes, const Range& samples) {
@@ -122,12 +101,12 @@ class Chunks {
             return std::nullopt;
         }
         const int width = narrow ? 4 : 8;
-        const auto offsets = Table::in(narrow ? *narrow : *wide, kCount, narrow ? 32 : 64);
-        const auto table = Table::in(*runs, kCount, 96);
+        const auto offsets = Table::in(narrow ? *narrow : *wide, kCount, narrow ? 4 : 8);
+        const auto table = Table::in(*runs, kCount, 12);
         return offsets && table ? std::optional(Chunks(*offsets, *table, width)) : std::nullopt;
     }
 
-    /// True when the chunks hold exactly these samples and all lie within so many bytes.
+    /// True when the chunks contain exactly these samples and lie within the file.
     bool lie_within(std::uint64_t file_size, const SampleSizes& sizes) const {
         std::uint64_t sample = 0;
         std::uint64_t run = 0;
@@ -151,7 +130,7 @@ class Chunks {
     Chunks(const Table& offsets, const Table& runs, int width)
         : offsets_(offsets), runs_(runs), width_(width) {}
 
-    /// The first chunk of a run is counted from 1.
+    /// Runs count chunks from 1.
     bool begins_at(std::uint64_t run, std::uint64_t chunk) const {
         return run < runs_.count() && runs_.at(run, 0, 4) == chunk + 1;
     }
@@ -166,7 +145,7 @@ bool is_wide(std::string_view box) {
     return !box.empty() && box.front() == 1;
 }
 
-/// The ticks that a box tells at the offset that its form has them at; 0 when it does not know.
+/// A box's duration in ticks, 0 when it is unknown; the offset depends on the box's version.
 std::optional<double> ticks_in(std::string_view box, std::size_t narrow_at, std::size_t wide_at) {
     const std::size_t at = is_wide(box) ? wide_at : narrow_at;
     const int width = is_wide(box) ? 8 : 4;
@@ -174,12 +153,12 @@ std::optional<double> ticks_in(std::string_view box, std::size_t narrow_at, std:
         return std::nullopt;
     }
     const std::uint64_t ticks = number_at(box, at, width);
-    const std::uint64_t untold = is_wide(box) ? std::numeric_limits<std::uint64_t>::max()
-                                              : std::numeric_limits<std::uint32_t>::max();
-    return ticks == untold ? 0 : static_cast<double>(ticks);
+    const std::uint64_t unknown = is_wide(box) ? std::numeric_limits<std::uint64_t>::max()
+                                               : std::numeric_limits<std::uint32_t>::max();
+    return ticks == unknown ? 0 : static_cast<double>(ticks);
 }
 
-/// How many ticks a second has (8.2.2), and how many the MP4 file; only where there are any.
+/// The MP4 file's time scale and duration (8.2.2); none for a scale of 0.
 struct Clock {
     double ticks_per_second = 1;
     double ticks = 0;
@@ -194,13 +173,13 @@ std::optional<Clock> clock_in(std::string_view moov) {
     return scale > 0 ? std::optional(Clock{scale, *ticks}) : std::nullopt;
 }
 
-/// A track's ticks (8.3.2).
+/// A track's duration in ticks (8.3.2).
 double ticks_of_track(std::string_view bytes, const Range& trak) {
     const std::string_view tkhd = content(bytes, trak, {"tkhd"}).value_or("");
     return ticks_in(tkhd, kTkhdDuration, kTkhdDurationOfVersion1).value_or(0);
 }
 
-/// The track, when all of it lies in a file of so many bytes.
+/// The track, if all of its samples lie within the file.
 std::optional<Mp4Track> track_in(std::string_view bytes, const Range& trak, std::uint64_t file_size,
                                  const Clock& clock) {
     const auto handler = content(bytes, trak, {"mdia", "hdlr"});

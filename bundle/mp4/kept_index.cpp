@@ -9,12 +9,6 @@
 
 namespace bundle {
 
-namespace {
-
-constexpr std::size_t kBoxHead = 8;
-
-}  // namespace
-
 std::optional<KeptIndex> keep_index(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     const auto moov = find_moov(file);

@@ -6,18 +6,18 @@
 
 namespace bundle {
 
-/// What adding tracks to an MP4 file changes of it: its index and its size.
+/// What adding tracks to an MP4 file changes: its index and its size.
 struct KeptIndex {
-    std::uint64_t from = 0;  ///< the place of `bytes` in the file
+    std::uint64_t from = 0;  ///< offset of `bytes` in the file
     std::string bytes;
     std::uint64_t size = 0;  ///< of the whole file
 };
 
-/// Empty when the file has no whole index.
+/// Empty when the file has no complete index.
 std::optional<KeptIndex> keep_index(const std::string& path);
 
-/// Makes the file the one that it was, after something was written over its index or added to it.
-/// False when it can't be written.
+/// Restores the file after something was written over its index or appended. False when it can't be
+/// written.
 bool put_back(const std::string& path, const KeptIndex& kept);
 
 }  // namespace bundle

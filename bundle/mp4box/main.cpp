@@ -8,8 +8,7 @@
 #include "mp4box/mux.h"
 
 int main(int count, char** arguments) {
-    // Work on an MP4 file is brought to its end even when the program that asked for it is
-    // gone.
+    // The MP4 file is finished even when the program that asked for it is gone.
     const bundle::StopSignals stop({SIGTERM, SIGINT}, {SIGHUP});
     return bundle::tool_main(
         "MP4Box", count, arguments, [&stop](const std::vector<std::string>& words) {

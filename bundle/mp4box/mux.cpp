@@ -8,6 +8,7 @@
 #include "core/console.h"
 #include "core/file_identity.h"
 #include "core/files.h"
+#include "core/json_reading.h"
 #include "movie/movie_tags.h"
 #include "mp4/check.h"
 #include "output/failure_note.h"
@@ -28,8 +29,7 @@ namespace {
 constexpr const char* kProcessName = "mp4mux";
 constexpr std::string_view kHandlerSuffix = ":hdlr=sbtl";
 
-/// Copies the MP4 file and the subtitles into `output`; the share of the MP4 file's bytes that has
-/// been written is the progress.
+/// Copies the MP4 file and the subtitles into `output`. The progress is counted in bytes.
 MaybeFailure mux(const SubtitleRequest& request, const Mp4Facts& facts,
                  const std::vector<Cue>& cues, const std::string& output, const StopSignals& stop) {
     const auto input = nameless_file(ass_script(cues));
@@ -75,7 +75,7 @@ MaybeFailure check_facts(const Mp4Facts& facts) {
                : failure_by(Cause::kNotMp4, "the file is not an MP4 file");
 }
 
-/// Puts the text where players expect it, and looks whether the MP4 file is whole.
+/// Puts the text where players expect it and checks that the MP4 file is complete.
 MaybeFailure place_and_check(const std::string& mp4, const Mp4Facts& facts,
                              const std::string& copied_from) {
     const TextPlace place = subtitle_place(facts.width, facts.height);
@@ -94,7 +94,7 @@ std::string what_was_left(const SubtitleRequest& request) {
            "The subtitle file " + in_quotes(request.subtitles) + " is as it was.";
 }
 
-/// True when the MP4 file was replaced meanwhile by one to which this tool has added subtitles.
+/// True when another run has replaced the MP4 file and added subtitles to it.
 bool is_done_by_another(const SubtitleRequest& request, const Failure& failure,
                         const StopSignals& stop) {
     if (failure.cause != Cause::kReplaced) {
@@ -147,24 +147,25 @@ const char* const kMp4Entries =
     "stream_tags=handler_name:stream_disposition=attached_pic";
 
 Mp4Facts mp4_facts(const nlohmann::json& probed) {
-    using pointer = nlohmann::json::json_pointer;
+    const auto& format = member(probed, "format");
+    const auto& tags = member(format, "tags");
     Mp4Facts facts;
-    facts.brand = probed.value(pointer("/format/tags/major_brand"), "");
-    facts.recorded = recording_time(probed.value(pointer("/format/tags/creation_time"), ""));
-    const std::string format = probed.value(pointer("/format/format_name"), "");
-    facts.is_mp4 = format.find("mp4") != std::string::npos && !facts.brand.starts_with("qt");
-    for (const auto& stream : probed.value("streams", nlohmann::json::array())) {
-        const std::string kind = stream.value("codec_type", "");
-        if (kind == "subtitle" && stream.value(pointer("/tags/handler_name"), "") == kTrackName) {
-            facts.own_tracks.push_back(stream.value("index", 0));
+    facts.brand = text(tags, "major_brand");
+    facts.recorded = recording_time(text(tags, "creation_time"));
+    facts.is_mp4 = text(format, "format_name").find("mp4") != std::string::npos &&
+                   !facts.brand.starts_with("qt");
+    for (const auto& stream : member(probed, "streams")) {
+        const std::string kind = text(stream, "codec_type");
+        if (kind == "subtitle" && text(member(stream, "tags"), "handler_name") == kTrackName) {
+            facts.own_tracks.push_back(whole(stream, "index"));
         } else if (kind == "subtitle") {
             ++facts.subtitle_tracks;
         } else if (kind == "audio") {
             facts.has_audio = true;
         } else if (kind == "video" && facts.width == 0 &&
-                   stream.value(pointer("/disposition/attached_pic"), 0) == 0) {
-            facts.width = stream.value("width", 0);
-            facts.height = stream.value("height", 0);
+                   whole(member(stream, "disposition"), "attached_pic") == 0) {
+            facts.width = whole(stream, "width");
+            facts.height = whole(stream, "height");
         }
     }
     return facts;
@@ -174,7 +175,7 @@ std::vector<std::string> subtitle_arguments(const std::string& mp4, const Mp4Fac
                                             const std::string& output) {
     const std::string track = ":s:" + std::to_string(facts.subtitle_tracks);
     const std::string format = facts.brand.starts_with("M4V") ? "ipod" : "mp4";
-    // Data tracks are left to the muxer: it makes the one for the chapters again from their list.
+    // The muxer makes the data track with the chapters again.
     std::vector<std::string> arguments{"-i",     file_url(mp4), "-f", "ass",  "-i",
                                        "pipe:0", "-map",        "0",  "-map", "-0:d"};
     const auto append = [&arguments](std::initializer_list<std::string> more) {
@@ -184,14 +185,14 @@ std::vector<std::string> subtitle_arguments(const std::string& mp4, const Mp4Fac
         append({"-map", "-0:" + std::to_string(index)});
     }
     append({"-map", "1:0", "-c", "copy", "-c" + track, "mov_text"});
-    // In milliseconds, longer breaks between two cues fit than in the microseconds of the default.
+    // The default of microseconds limits the gap between two cues.
     append({"-time_base" + track, "1/1000"});
     append({"-metadata:s" + track, std::string("handler_name=") + kTrackName});
     // The only tag that ffmpeg does not copy by itself.
     if (!facts.recorded.empty()) {
         append({"-metadata", "creation_time=" + facts.recorded});
     }
-    // Of several tracks only one may be enabled.
+    // Only one track may be enabled.
     append(
         {"-disposition:s", "0", "-disposition" + track, "default", "-f", format, file_url(output)});
     return arguments;

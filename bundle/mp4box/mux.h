@@ -9,46 +9,46 @@
 
 namespace bundle {
 
-/// What an MP4Box command line asks for.
+/// What an MP4Box command line requests.
 struct SubtitleRequest {
-    std::string subtitles;  ///< file in SubRip form
-    std::string mp4;        ///< MP4 file that receives them
+    std::string subtitles;  ///< a SubRip file
+    std::string mp4;        ///< the MP4 file that they are added to
 };
 
-/// Reads the arguments that follow the program's name: "-add", a subtitle file's name with
-/// ":hdlr=sbtl" right after it, and the MP4 file; the names may look like anything.
+/// Reads the arguments after the program's name: "-add", a subtitle file's name followed by
+/// ":hdlr=sbtl", and the MP4 file. The names are taken by position, even when they look like
+/// options.
 Result<SubtitleRequest> parse_subtitle_request(const std::vector<std::string>& arguments);
 
-/// What has to be known about the MP4 file that receives a subtitle track.
+/// Facts about the MP4 file that a subtitle track is added to.
 struct Mp4Facts {
-    int subtitle_tracks = 0;  ///< that this tool has not added
-    std::string brand;        ///< of the MP4 file, as "M4V "
-    std::string recorded;  ///< when the movie was recorded, as ffmpeg reads times; empty: unknown
-    bool is_mp4 = false;   ///< by its content, not by its name
+    int subtitle_tracks = 0;  ///< not added by this tool
+    std::string brand;        ///< major brand, such as "M4V "
+    std::string recorded;     ///< when the movie was recorded, as ffmpeg reads times; may be empty
+    bool is_mp4 = false;      ///< by its content, not by its name
     bool has_audio = false;
     int width = 0;                ///< of the picture in pixels; 0: none
     int height = 0;               ///< as above
-    std::vector<int> own_tracks;  ///< numbers in the file of the subtitles that this tool has added
+    std::vector<int> own_tracks;  ///< stream indices of the subtitles that this tool has added
 };
 
-/// What `mp4_facts` reads, as ffprobe's `-show_entries` takes it.
+/// The value of ffprobe's `-show_entries` for `mp4_facts`.
 extern const char* const kMp4Entries;
 
-/// The MP4 file's container in ffprobe's JSON.
+/// The facts in ffprobe's JSON.
 Mp4Facts mp4_facts(const nlohmann::json& probed);
 
-/// The arguments that make ffmpeg copy everything in `mp4`, but for earlier subtitles of this
-/// tool, to the file `output` and add the ASS script on its standard input as an enabled track.
+/// Arguments for ffmpeg that copy `mp4` to `output`, without earlier subtitles of this tool, and
+/// add the ASS script on standard input as an enabled track.
 std::vector<std::string> subtitle_arguments(const std::string& mp4, const Mp4Facts& facts,
                                             const std::string& output);
 
 /// Adds the subtitles to the MP4 file, with progress lines on standard output.
 ///
-/// Blocks to the end of the work. The MP4 file is replaced in one step when the new one is whole;
-/// after a failure or a stop it is as it was, and a failure note says why. Subtitles that this tool
-/// added before are replaced, those of others are kept. An MP4 file that was replaced meanwhile by
-/// another run is left alone. Refuses what is no MP4 file, and an MP4 file that an earlier, failed
-/// conversion was to replace.
+/// Blocks. The MP4 file is replaced in one step when the new one is complete; after a failure or a
+/// stop it is unchanged, and a failure note says why. Replaces subtitles that this tool added
+/// before and keeps all others. Refuses a file that is not an MP4 file, one that another run has
+/// replaced meanwhile, and one that a failed conversion should have replaced.
 MaybeFailure add_subtitles(const SubtitleRequest& request, const StopSignals& stop);
 
 }  // namespace bundle

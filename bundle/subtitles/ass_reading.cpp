@@ -9,6 +9,7 @@
 #include <string>
 #include <tuple>
 
+#include "core/lines.h"
 #include "core/numbers.h"
 #include "subtitles/styled_text.h"
 
@@ -27,7 +28,7 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(0, text.find_last_not_of(" \t\r") + 1);
 }
 
-/// Takes what stands before the next comma, or all.
+/// Removes the text up to the next comma, or all, and returns it.
 std::string_view take_field(std::string_view& rest) {
     const std::size_t end = std::min(rest.find(','), rest.size());
     const std::string_view field = trimmed(rest.substr(0, end));
@@ -35,7 +36,7 @@ std::string_view take_field(std::string_view& rest) {
     return field;
 }
 
-/// A colour of "&HAABBGGRR&" or of the same number in decimal digits; white for a dark one.
+/// The colour "&HAABBGGRR&", or the same number in decimal; white for a dark one.
 std::uint32_t colour_of(std::string_view text) {
     const bool is_hex = text.starts_with("&H") || text.starts_with("&h");
     const std::string digits(text.substr(is_hex ? 2 : 0));
@@ -44,7 +45,7 @@ std::uint32_t colour_of(std::string_view text) {
     const std::uint32_t red = bgr & 0xFF;
     const std::uint32_t green = (bgr >> 8) & 0xFF;
     const std::uint32_t blue = (bgr >> 16) & 0xFF;
-    constexpr std::uint32_t kDarkest = 70;  // of 255, by what the eye makes of the three
+    constexpr std::uint32_t kDarkest = 70;  // of 255, weighted as luma
     const bool is_dark = (red * 30 + green * 59 + blue * 11) / 100 < kDarkest;
     return is_dark ? 0xFFFFFF : red << 16 | green << 8 | blue;
 }
@@ -53,7 +54,7 @@ bool is_on(std::string_view value) {
     return !value.empty() && value != "0";
 }
 
-/// The styles of a script, line by line.
+/// Reads the styles of a script, line by line.
 class StyleReader {
   public:
     void format(std::string_view fields) {
@@ -95,7 +96,7 @@ LetterStyle find(const Styles& styles, std::string_view name) {
     return found == styles.end() ? LetterStyle() : found->second;
 }
 
-/// A cue's text.
+/// Reads the text of a cue.
 class TextReader {
   public:
     TextReader(const Styles& styles, std::string_view style, bool has_comments)
@@ -109,7 +110,7 @@ class TextReader {
     }
 
   private:
-    /// Reads what stands at the start of the text; how many bytes that is.
+    /// Reads what the text starts with and returns its length in bytes.
     std::size_t take(std::string_view text) {
         if (text.front() == '{') {
             const std::size_t end = text.find('}');
@@ -177,7 +178,7 @@ class TextReader {
         }
     }
 
-    /// Reads a letter with a number or without one, which goes back to how it was at first.
+    /// Reads a letter with a number; without one, the value goes back to `at_first`.
     static bool switched(std::string_view code, char letter, bool& now, bool at_first) {
         if (!code.starts_with(letter)) {
             return false;
@@ -200,7 +201,7 @@ class TextReader {
     StyledText result_;
 };
 
-/// "H:MM:SS.cc" in milliseconds. Before the start of the movie each part has a minus.
+/// "H:MM:SS.cc" in milliseconds. In times before the start of the movie, each part has a minus.
 std::optional<std::int64_t> time_of(std::string_view text) {
     constexpr std::array<std::int64_t, 4> kUnits{3'600'000, 60'000, 1000, 10};
     std::int64_t time = 0;
@@ -243,9 +244,7 @@ std::vector<Cue> read_ass(std::string_view script, bool has_comments) {
     StyleReader styles;
     bool in_events = false;
     while (!script.empty()) {
-        const std::size_t end = std::min(script.find('\n'), script.size());
-        std::string_view line = trimmed(script.substr(0, end));
-        script.remove_prefix(std::min(end + 1, script.size()));
+        std::string_view line = trimmed(take_line(script));
         in_events = in_events || line == "[Events]";
         if (!in_events && take_word(line, "Format:")) {
             styles.format(line);

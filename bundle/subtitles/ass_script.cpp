@@ -4,10 +4,11 @@
 #include <array>
 #include <cctype>
 #include <cstdint>
-#include <cstdio>
 #include <iterator>
 #include <optional>
 #include <utility>
+
+#include "core/formatted.h"
 
 namespace bundle {
 
@@ -16,8 +17,8 @@ namespace {
 constexpr std::string_view kWordJoiner = "\xE2\x81\xA0";
 constexpr std::size_t kLongestTag = 300;
 
-/// The style that ffmpeg itself gives to text without any. Its size and face also end others: the
-/// empty codes, which mean the same, give ffmpeg a size of 0.
+/// The style that ffmpeg gives to text without one. Its size and face also end others, because
+/// ffmpeg takes an empty size code for a size of 0.
 constexpr std::string_view kHead =
     "[Script Info]\nScriptType: v4.00+\nPlayResX: 384\nPlayResY: 288\n\n[V4+ Styles]\n"
     "Format: Name, Fontname, Fontsize, PrimaryColour, SecondaryColour, OutlineColour, BackColour, "
@@ -26,7 +27,7 @@ constexpr std::string_view kHead =
     "Style: Default,Arial,16,&Hffffff,&Hffffff,&H0,&H0,0,0,0,0,100,100,0,0,1,1,0,2,10,10,10,1\n\n"
     "[Events]\nFormat: Layer, Start, End, Style, Name, MarginL, MarginR, MarginV, Effect, Text\n";
 
-/// The names of colours that occur in subtitles, as 0xRRGGBB.
+/// Names of colours in subtitles, as 0xRRGGBB.
 constexpr std::array<std::pair<std::string_view, std::uint32_t>, 16> kColours{{
     {"white", 0xFFFFFF},
     {"black", 0x000000},
@@ -57,7 +58,7 @@ bool is_letter(char c) {
     return std::isalpha(static_cast<unsigned char>(c)) != 0;
 }
 
-/// Length of the tag at the start of `text`, 0 when it is something else, as "a < b" or "<3".
+/// Length of the tag at the start of `text`, 0 if it is something else, such as "a < b" or "<3".
 std::size_t tag_length(std::string_view text) {
     const std::size_t name = text.substr(1).starts_with('/') ? 2 : 1;
     if (name >= text.size() || !is_letter(text[name])) {
@@ -68,14 +69,14 @@ std::size_t tag_length(std::string_view text) {
     return is_closed && end < kLongestTag ? end + 1 : 0;
 }
 
-/// Length of an override code as "{\an8}" at the start of `text`, 0 when it is something else.
+/// Length of the override code at the start of `text`, such as "{\an8}", 0 if it is something else.
 std::size_t code_length(std::string_view text) {
     const std::size_t end = text.find('}');
     const bool is_code = text.starts_with("{\\") && end != std::string_view::npos;
     return is_code && end < kLongestTag ? end + 1 : 0;
 }
 
-/// The value of an attribute of a tag, without its quotes; empty when there is none.
+/// The value of a tag's attribute, without quotes; empty if there is none.
 std::string attribute(std::string_view tag, std::string_view name) {
     const std::string small = in_small_letters(tag);
     const std::size_t at = small.find(std::string(" ").append(name).append("="));
@@ -106,10 +107,8 @@ std::optional<std::uint32_t> colour_of(const std::string& text) {
 
 /// "{\1c&HBBGGRR&}".
 std::string colour_code(std::uint32_t colour) {
-    std::array<char, 32> code{};
-    std::snprintf(code.data(), code.size(), "{\\1c&H%02X%02X%02X&}", colour & 0xFFU,
-                  (colour >> 8) & 0xFFU, (colour >> 16) & 0xFFU);
-    return code.data();
+    return formatted("{\\1c&H%02X%02X%02X&}", colour & 0xFFU, (colour >> 8) & 0xFFU,
+                     (colour >> 16) & 0xFFU);
 }
 
 bool is_size(const std::string& text) {
@@ -146,7 +145,7 @@ class Translator {
     }
 
   private:
-    /// Translates what stands at the start of `text`; the bytes that were taken.
+    /// Translates what `text` starts with and returns its length in bytes.
     std::size_t take(std::string_view text) {
         if (const std::size_t length = text.front() == '<' ? tag_length(text) : 0) {
             tag(text.substr(0, length));
@@ -164,7 +163,7 @@ class Translator {
             end_line();
             return;
         }
-        line_holds_something_ = true;
+        line_has_text_ = true;
         result_ += c;
         if ((c == '\\' && (next == 'N' || next == 'n' || next == 'h')) ||
             (c == '{' && next == '\\')) {
@@ -185,10 +184,10 @@ class Translator {
         }
     }
 
-    /// An empty line would only push the others up.
+    /// Leaves out empty lines, which would only push the others up.
     void end_line() {
-        result_ += line_holds_something_ ? "\\N" : "";
-        line_holds_something_ = false;
+        result_ += line_has_text_ ? "\\N" : "";
+        line_has_text_ = false;
     }
 
     void open(const std::string& name, const std::string& codes) {
@@ -208,8 +207,8 @@ class Translator {
         begin_styles();
     }
 
-    /// Takes back what all open elements changed. Without that ffmpeg's encoder drops one style
-    /// when another begins within it.
+    /// Ends the styles of all open elements: ffmpeg's encoder drops a style when another begins
+    /// within it.
     void end_styles() {
         constexpr std::array<std::pair<std::string_view, std::string_view>, 6> kEnds{
             {{"\\b1", "{\\b0}"},
@@ -235,17 +234,15 @@ class Translator {
     }
 
     std::string result_;
-    bool line_holds_something_ = false;
-    std::vector<std::pair<std::string, std::string>> elements_;  ///< open: name and codes
+    bool line_has_text_ = false;
+    std::vector<std::pair<std::string, std::string>> elements_;  ///< the open ones: name and codes
 };
 
 /// "H:MM:SS.cc".
 std::string ass_time(std::int64_t milliseconds) {
     const long long hundredths = (milliseconds + 5) / 10;
-    std::array<char, 40> time{};
-    std::snprintf(time.data(), time.size(), "%lld:%02lld:%02lld.%02lld", hundredths / 360'000,
-                  hundredths / 6'000 % 60, hundredths / 100 % 60, hundredths % 100);
-    return time.data();
+    return formatted("%lld:%02lld:%02lld.%02lld", hundredths / 360'000, hundredths / 6'000 % 60,
+                     hundredths / 100 % 60, hundredths % 100);
 }
 
 }  // namespace

@@ -8,14 +8,13 @@
 
 namespace bundle {
 
-/// A cue's text in the words of ASS: the markup <i>, <b>, <u> and <font> with a colour, a size or a
-/// face becomes override codes, <br> a new line; every other tag, and codes like "{\an8}", are left
-/// out. All other characters stay; ones that ASS would take for a code are kept apart by U+2060,
-/// which shows nothing.
+/// A cue's text in ASS. <i>, <b>, <u> and <font> with a colour, a size or a face become override
+/// codes, <br> a new line; all other tags, and codes such as "{\an8}", are left out. All other
+/// characters stay; an invisible U+2060 separates those that ASS would take for a code.
 std::string ass_text(std::string_view text);
 
-/// A whole ASS script, which is how ffmpeg's text encoder takes styles in; times in hundredths of a
-/// second.
+/// A complete ASS script, the form in which ffmpeg's text encoder accepts styles. Times have
+/// hundredths of a second.
 std::string ass_script(const std::vector<Cue>& cues);
 
 }  // namespace bundle

@@ -24,14 +24,14 @@ std::int64_t in_steps(std::int64_t ms) {
     return (ms + kStep / 2) / kStep * kStep;
 }
 
-/// A cue without length ends where it begins.
+/// A cue without a duration ends where it starts.
 void round_times(Cue& cue) {
     const bool has_length = cue.end_ms > cue.start_ms;
     cue.start_ms = in_steps(cue.start_ms);
     cue.end_ms = has_length ? std::max(in_steps(cue.end_ms), cue.start_ms + kStep) : cue.start_ms;
 }
 
-/// The first of the sorted cues that begins after this time.
+/// The first of the sorted cues that starts after this time.
 Cues::const_iterator first_after(const Cues& cues, std::int64_t time) {
     return std::upper_bound(
         cues.begin(), cues.end(), time,
@@ -46,7 +46,7 @@ void give_length(Cue& cue, const Cues& cues) {
     }
 }
 
-/// Two texts together for an instant are only a flicker.
+/// Two texts together for an instant would only flicker.
 void cut_short_overlap(Cue& cue, const Cues& cues) {
     const auto next = first_after(cues, std::max(cue.start_ms, cue.end_ms - kShortestOverlap));
     if (next != cues.end() && next->start_ms < cue.end_ms && next->end_ms >= cue.end_ms) {
@@ -67,7 +67,7 @@ Cues settled(Cues cues) {
     return cues;
 }
 
-/// The cues' numbers in the order of their ends.
+/// The indices of the cues, in the order of their ends.
 std::vector<std::size_t> by_end(const Cues& cues) {
     std::vector<std::size_t> numbers(cues.size());
     std::iota(numbers.begin(), numbers.end(), std::size_t{0});
@@ -76,7 +76,7 @@ std::vector<std::size_t> by_end(const Cues& cues) {
     return numbers;
 }
 
-std::vector<std::int64_t> beginnings_and_ends(const Cues& cues) {
+std::vector<std::int64_t> starts_and_ends(const Cues& cues) {
     std::vector<std::int64_t> times;
     for (const Cue& cue : cues) {
         times.insert(times.end(), {cue.start_ms, cue.end_ms});
@@ -86,7 +86,7 @@ std::vector<std::int64_t> beginnings_and_ends(const Cues& cues) {
     return times;
 }
 
-/// Goes through the times at which something changes.
+/// Steps through the times at which something changes.
 class Walk {
   public:
     explicit Walk(const Cues& cues) : cues_(cues), by_end_(by_end(cues)) {}
@@ -95,17 +95,17 @@ class Walk {
         while (ended_ < by_end_.size() && cues_[by_end_[ended_]].end_ms == time) {
             shown_.erase(by_end_[ended_++]);
         }
-        begins_ = false;
-        for (; begun_ < cues_.size() && cues_[begun_].start_ms == time; ++begun_) {
-            shown_.insert(begun_);
-            begins_ = true;
+        has_start_ = false;
+        for (; started_ < cues_.size() && cues_[started_].start_ms == time; ++started_) {
+            shown_.insert(started_);
+            has_start_ = true;
         }
     }
 
-    /// What is shown now.
+    /// The text that is shown at this time.
     std::string text() {
         const bool has_room = written_ < kMostText;
-        if (shown_.empty() || !(has_room || begins_)) {
+        if (shown_.empty() || !(has_room || has_start_)) {
             return {};
         }
         const auto most = has_room ? kMostTogether : 1;
@@ -122,9 +122,9 @@ class Walk {
     const Cues& cues_;
     std::vector<std::size_t> by_end_;
     std::set<std::size_t> shown_;
-    std::size_t begun_ = 0;
+    std::size_t started_ = 0;
     std::size_t ended_ = 0;
-    bool begins_ = false;
+    bool has_start_ = false;
     std::size_t written_ = 0;
 };
 
@@ -132,7 +132,7 @@ class Walk {
 
 std::vector<Cue> one_at_a_time(std::vector<Cue> cues) {
     cues = settled(std::move(cues));
-    const auto times = beginnings_and_ends(cues);
+    const auto times = starts_and_ends(cues);
     Walk walk(cues);
     Cues track;
     for (std::size_t at = 0; at + 1 < times.size(); ++at) {

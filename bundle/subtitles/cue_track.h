@@ -6,16 +6,14 @@
 
 namespace bundle {
 
-/// The cues as one track can hold them: in the order of their times, in hundredths of a second, one
-/// at a time.
+/// The cues as a track takes them: ordered, in hundredths of a second, one at a time.
 ///
-/// Cues that do not overlap stay what they are. Where some do, each of their beginnings and ends
-/// begins a new one with the texts of all that are shown then, the one that began first on top; for
-/// n cues these are 2n - 1 at most. A cue that overlaps with the next one for less than a tenth of
-/// a second ends where that one begins. Of more than eight at a time the eight that began last are
-/// shown. In a track of more than 32 MiB of text the rest are shown alone, from their beginnings.
-/// A cue whose end is not behind its beginning is shown up to the next one, for two seconds at
-/// most.
+/// Cues that do not overlap stay as they are. Where some overlap, a new cue starts whenever one of
+/// them starts or ends, with the texts of all that are shown then, the one that started first on
+/// top; n cues give at most 2n - 1. A cue that overlaps the next one by less than a tenth of a
+/// second ends where that one starts. Of more than eight at a time, the eight that started last are
+/// shown. After 32 MiB of text each cue is shown alone, from its start. A cue that does not end
+/// after its start is shown until the next one, for at most two seconds.
 std::vector<Cue> one_at_a_time(std::vector<Cue> cues);
 
 }  // namespace bundle

@@ -16,9 +16,9 @@ namespace bundle {
 
 namespace {
 
-/// An encoding that may be meant, the name under which ICU's detector tells it (null: ICU knows
-/// none; empty: and it is rare), and the languages written in it. Where two fit as well, the upper
-/// one is taken.
+/// An encoding, the name by which ICU's detector reports it (null: it does not; empty: nor is the
+/// encoding common), and the languages written in it. When two fit equally well, the first is
+/// taken.
 struct Encoding {
     const char* name;
     const char* detected_as;
@@ -66,7 +66,7 @@ struct Closer {
 using Converter = std::unique_ptr<UConverter, Closer<UConverter, ucnv_close>>;
 using Detector = std::unique_ptr<UCharsetDetector, Closer<UCharsetDetector, ucsdet_close>>;
 
-/// The names that ICU's detector thinks of, with its confidence from 0 to 100.
+/// The encodings that ICU's detector considers, with its confidence from 0 to 100.
 std::map<std::string, int> detected(std::string_view bytes) {
     std::map<std::string, int> confidence;
     UErrorCode error = U_ZERO_ERROR;
@@ -82,11 +82,11 @@ std::map<std::string, int> detected(std::string_view bytes) {
     return confidence;
 }
 
-// Measured on translated messages in nearly fifty languages; little changes around these values.
+// Measured on translated messages in nearly fifty languages; other values near these do as well.
 constexpr double kWeightOfLetters = 3;
 constexpr int kUnknownToIcu = 10;
 
-/// How well the encoding fits the text; above 0 when most of it does.
+/// How well the encoding fits the text; above 0 when most of the text fits.
 double fitness(const icu::UnicodeString& text, const Encoding& encoding, int confidence) {
     double least = 1;
     for (const char* language : encoding.languages) {
@@ -95,7 +95,7 @@ double fitness(const icu::UnicodeString& text, const Encoding& encoding, int con
     return confidence / 100.0 + kWeightOfLetters * (0.5 - least);
 }
 
-/// With the control characters of the ISO sets in use, ICU tells the name of the Windows set.
+/// ICU reports the Windows encoding when a text uses the codes of an ISO encoding's controls.
 int confidence_in(const Encoding& encoding, const std::map<std::string, int>& found) {
     if (encoding.detected_as == nullptr) {
         return kUnknownToIcu;
@@ -108,8 +108,8 @@ int confidence_in(const Encoding& encoding, const std::map<std::string, int>& fo
     return confidence;
 }
 
-/// The lines that tell something about the encoding, not more than are needed.
-std::string telling_lines(std::string_view bytes) {
+/// Lines that are not ASCII, no more than are needed.
+std::string lines_beyond_ascii(std::string_view bytes) {
     constexpr std::size_t kEnough = 65536;
     std::string lines;
     while (!bytes.empty() && lines.size() < kEnough) {
@@ -123,7 +123,7 @@ std::string telling_lines(std::string_view bytes) {
     return lines;
 }
 
-/// A broken character or two do not make UTF-8 something else.
+/// UTF-8 with a few invalid characters is still UTF-8.
 bool is_nearly_utf8(std::string_view bytes) {
     const auto text = decoded(bytes, "UTF-8");
     int foreign = 0;
@@ -167,7 +167,7 @@ std::optional<icu::UnicodeString> decoded(std::string_view bytes, const char* en
 }
 
 const char* likely_encoding(std::string_view bytes) {
-    return best_encoding(telling_lines(bytes));
+    return best_encoding(lines_beyond_ascii(bytes));
 }
 
 }  // namespace bundle

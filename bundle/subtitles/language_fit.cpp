@@ -18,7 +18,7 @@ constexpr UChar32 kReplacement = 0xFFFD;
 constexpr UChar32 kPilcrow = 0xB6;
 constexpr UChar32 kSection = 0xA7;
 
-// Among the borrowed letters of most languages are nearly all of their neighbours.
+// Most languages borrow nearly all letters of their neighbours.
 constexpr double kBorrowed = 0.25;
 
 struct CloseLocaleData {
@@ -48,11 +48,11 @@ const Letters& letters_of(const std::string& language) {
     return entry->second;
 }
 
-/// A character with those before and behind it, 0 where there is none.
+/// A character with its neighbours, 0 where there is none.
 struct Place {
     UChar32 before;
     UChar32 here;
-    UChar32 behind;
+    UChar32 after;
 };
 
 Place place_at(const icu::UnicodeString& text, std::int32_t at) {
@@ -77,7 +77,7 @@ bool is_latin(UChar32 c) {
 /// How foreign a letter is to the language, from 0 to 1.
 double foreignness_of_letter(const Place& place, const Letters& letters) {
     const bool is_late_capital = u_isupper(place.here) != 0 && u_islower(place.before) != 0;
-    const bool touches_ascii = is_ascii_letter(place.before) || is_ascii_letter(place.behind);
+    const bool touches_ascii = is_ascii_letter(place.before) || is_ascii_letter(place.after);
     if (is_late_capital || (touches_ascii && !is_latin(place.here))) {
         return 1;
     }
@@ -94,7 +94,7 @@ double foreignness(const Place& place, const Letters& letters) {
     if (u_isalpha(place.here) != 0) {
         return foreignness_of_letter(place, letters);
     }
-    const bool touches_a_letter = u_isalpha(place.before) != 0 || u_isalpha(place.behind) != 0;
+    const bool touches_a_letter = u_isalpha(place.before) != 0 || u_isalpha(place.after) != 0;
     return is_mark(place.here) || !touches_a_letter ? 0 : 1;
 }
 

@@ -6,29 +6,29 @@
 #include <string_view>
 #include <vector>
 
+#include "mp4/box_writing.h"
 #include "mp4/boxes.h"
 
 namespace bundle {
 
 namespace {
 
-// Offsets behind the heads of the boxes; all of them in version 0, which ffmpeg writes up to 2^32
-// ticks, and for tkhd in version 1.
+// Offsets in the contents of boxes of version 0, which ffmpeg writes for up to 2^32 ticks.
 constexpr std::size_t kTkhdLayer = 32;
-constexpr std::size_t kTkhdTop = 40 + 7 * 4;  ///< the matrix's vertical offset
-constexpr std::size_t kTkhdSize = 76;
-constexpr std::size_t kTkhdLater = 12;            ///< further back in version 1
-constexpr std::size_t kMatrix = 40 - kTkhdLayer;  ///< behind the layer
-constexpr std::size_t kMatrixAndSize = 36 + 8;
+constexpr std::size_t kTkhdLayerOfVersion1 = 44;
 constexpr std::size_t kHandlerType = 8;
 constexpr std::size_t kHandlerName = 24;
 constexpr std::size_t kEntry = 8;                  ///< the first entry of a sample description
-constexpr std::size_t kEntryTextBox = 8 + 8 + 10;  ///< in a "tx3g" entry, behind its style flags
+constexpr std::size_t kEntryTextBox = 8 + 8 + 10;  ///< in a "tx3g" entry, after its style flags
+
+// Offsets from a track's layer.
+constexpr std::size_t kMatrix = 8;
+constexpr std::size_t kTop = kMatrix + 7 * 4;  ///< the matrix's vertical offset
+constexpr std::size_t kSize = kMatrix + 36;
+constexpr std::size_t kMatrixAndSize = 36 + 8;
 
 void put(std::string& bytes, std::size_t at, int width, std::uint64_t value) {
-    for (int byte = width; byte > 0; --byte, value >>= 8) {
-        bytes[at + static_cast<std::size_t>(byte - 1)] = static_cast<char>(value & 0xFF);
-    }
+    bytes.replace(at, static_cast<std::size_t>(width), number(value, width));
 }
 
 bool is_text(std::string_view bytes, const Range& track) {
@@ -55,32 +55,29 @@ std::vector<Range> other_tracks(std::string_view moov) {
     return tracks;
 }
 
-/// Where a track's layer stands, which its group and volume, the matrix and the size follow.
+/// The offset of a track's layer, which its group and volume, the matrix and the size follow.
 std::optional<std::size_t> place_fields(std::string_view bytes, const Range& track) {
     const auto head = descendant(bytes, track, {"tkhd"});
     if (!head || head->size() == 0) {
         return std::nullopt;
     }
-    const std::size_t start = head->start + (bytes[head->start] == 1 ? kTkhdLater : 0);
-    return start + kTkhdSize + 8 <= head->end ? std::optional(start + kTkhdLayer) : std::nullopt;
+    const std::size_t layer =
+        head->start + (bytes[head->start] == 1 ? kTkhdLayerOfVersion1 : kTkhdLayer);
+    return layer + kSize + 8 <= head->end ? std::optional(layer) : std::nullopt;
 }
 
 /// Writes the place into one track; false when the track is not of the expected form.
 bool place_in(std::string& bytes, const Range& track, const TextPlace& place) {
-    const auto head = descendant(bytes, track, {"tkhd"});
+    const auto fields = place_fields(bytes, track);
     const auto samples = descendant(bytes, track, {"mdia", "minf", "stbl", "stsd"});
-    if (!head || !samples || samples->size() < kEntry + kEntryTextBox + 8) {
-        return false;
-    }
-    const std::size_t start = head->start + (bytes[head->start] == 1 ? kTkhdLater : 0);
-    if (start + kTkhdSize + 8 > head->end ||
+    if (!fields || !samples || samples->size() < kEntry + kEntryTextBox + 8 ||
         bytes.compare(samples->start + kEntry + 4, 4, "tx3g") != 0) {
         return false;
     }
-    put(bytes, start + kTkhdLayer, 2, 0xFFFF);  // -1, in front of 0
-    put(bytes, start + kTkhdTop, 4, static_cast<std::uint64_t>(place.top) << 16);
-    put(bytes, start + kTkhdSize, 4, static_cast<std::uint64_t>(place.width) << 16);
-    put(bytes, start + kTkhdSize + 4, 4, static_cast<std::uint64_t>(place.height) << 16);
+    put(bytes, *fields, 2, 0xFFFF);  // -1, in front of 0
+    put(bytes, *fields + kTop, 4, static_cast<std::uint64_t>(place.top) << 16);
+    put(bytes, *fields + kSize, 4, static_cast<std::uint64_t>(place.width) << 16);
+    put(bytes, *fields + kSize + 4, 4, static_cast<std::uint64_t>(place.height) << 16);
     const std::size_t box = samples->start + kEntry + kEntryTextBox;
     put(bytes, box, 4, 0);  // top and left
     put(bytes, box + 4, 2, static_cast<std::uint64_t>(place.height));

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/lines.h"
 #include "subtitles/text_encoding.h"
 
 namespace bundle {
@@ -13,13 +14,6 @@ bool is_ascii(std::string_view text) {
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-std::string_view take_line(std::string_view& text) {
-    const std::size_t end = std::min(text.find('\n'), text.size() - 1) + 1;
-    const std::string_view line = text.substr(0, end);
-    text.remove_prefix(end);
-    return line;
-}
-
 }  // namespace
 
 Result<ReadableText> readable_text(std::string_view bytes) {
@@ -29,7 +23,7 @@ Result<ReadableText> readable_text(std::string_view bytes) {
         const std::string_view line = take_line(rest);
         if (is_utf8_text(line)) {
             in_utf8 += is_ascii(line) ? 0 : 1;
-            readable.text += line;
+            readable.text.append(line).append(rest.empty() && !bytes.ends_with('\n') ? "" : "\n");
         } else {
             ++readable.damaged_lines;
         }

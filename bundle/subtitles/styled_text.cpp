@@ -1,24 +1,22 @@
 #include "subtitles/styled_text.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <iterator>
 #include <utility>
+
+#include "core/formatted.h"
 
 namespace bundle {
 
 namespace {
 
-// A mark: this character, a digit for the switches and six for the colour.
+// A mark: this character, a digit for bold, italic and underline, and six for the colour.
 constexpr char kMark = '\x01';
 constexpr std::size_t kMarkLength = 8;
 
 std::string mark_of(const LetterStyle& style) {
     const int switches = (style.bold ? 1 : 0) | (style.italic ? 2 : 0) | (style.underlined ? 4 : 0);
-    std::array<char, 16> mark{};
-    std::snprintf(mark.data(), mark.size(), "%c%d%06X", kMark, switches, style.colour & 0xFFFFFFU);
-    return mark.data();
+    return formatted("%c%d%06X", kMark, switches, style.colour & 0xFFFFFFU);
 }
 
 LetterStyle style_of(std::string_view mark) {
@@ -49,26 +47,26 @@ std::size_t piece_length(std::string_view text) {
     return static_cast<std::size_t>(end - text.begin());
 }
 
-/// Puts pieces together without the blanks that do nothing.
+/// Joins pieces without superfluous blanks.
 class Trimmer {
   public:
     Trimmer() = default;
 
     void add(std::string_view piece) {
         if (piece.front() == kMark) {
-            (blanks_.empty() ? mark_before_ : mark_behind_) = piece;
+            (blanks_.empty() ? mark_before_ : mark_after_) = piece;
         } else if (is_blank(piece.front())) {
             has_break_ = has_break_ || piece.front() == '\n';
             blanks_ += piece;
         } else {
             const std::string gap = has_break_ ? "\n" : blanks_;
-            result_ += mark_before_ + (is_empty_ ? "" : gap) + mark_behind_;
+            result_ += mark_before_ + (is_empty_ ? "" : gap) + mark_after_;
             result_ += piece;
             *this = Trimmer(std::move(result_));
         }
     }
 
-    std::string result() const { return is_empty_ ? "" : result_ + mark_before_ + mark_behind_; }
+    std::string result() const { return is_empty_ ? "" : result_ + mark_before_ + mark_after_; }
 
   private:
     explicit Trimmer(std::string begun) : result_(std::move(begun)), is_empty_(false) {}
@@ -79,7 +77,7 @@ class Trimmer {
     std::string mark_before_;
     std::string blanks_;
     bool has_break_ = false;
-    std::string mark_behind_;
+    std::string mark_after_;
 };
 
 }  // namespace
@@ -120,12 +118,12 @@ PlainText take_apart(std::string_view marked, std::size_t longest) {
         }
         plain.text += piece;
         if (style != LetterStyle()) {
-            const bool goes_on = !plain.runs.empty() && plain.runs.back().behind == at &&
+            const bool goes_on = !plain.runs.empty() && plain.runs.back().end == at &&
                                  plain.runs.back().style == style;
             if (!goes_on) {
                 plain.runs.push_back({at, at, style});
             }
-            plain.runs.back().behind = at + 1;
+            plain.runs.back().end = at + 1;
         }
         ++at;
     }

@@ -18,15 +18,15 @@ struct LetterStyle {
     bool operator==(const LetterStyle&) const = default;
 };
 
-/// Text in which marks change the style of what follows. Such texts can be joined: a text ends in
-/// the usual style.
+/// Text with marks that change the style of what follows. Such texts can be joined, because each
+/// ends in the default style.
 class StyledText {
   public:
-    /// Characters in UTF-8; controls but line feeds are left out.
+    /// Adds UTF-8 text; control characters other than line feeds are left out.
     void add(std::string_view text, const LetterStyle& style);
 
     /// The text with its marks, without empty lines and blanks at the ends of lines; empty when
-    /// there is nothing to see.
+    /// nothing is visible.
     std::string marked() const;
 
   private:
@@ -34,22 +34,22 @@ class StyledText {
     LetterStyle style_;
 };
 
-/// Letters of one style.
+/// A run of letters in one style.
 struct StyledRun {
-    std::size_t first = 0;   ///< counted in characters
-    std::size_t behind = 0;  ///< as above: the first one that is not a part of it
+    std::size_t first = 0;  ///< in characters
+    std::size_t end = 0;    ///< as above, the first one after the run
     LetterStyle style;
 
     bool operator==(const StyledRun&) const = default;
 };
 
-/// A text taken apart.
+/// A text without marks.
 struct PlainText {
     std::string text;
-    std::vector<StyledRun> runs;  ///< those that are not in the usual style
+    std::vector<StyledRun> runs;  ///< those that are not in the default style
 };
 
-/// Takes a marked text apart, up to so many bytes of what is to be seen.
+/// Separates a marked text from its marks, up to `longest` bytes of text.
 PlainText take_apart(std::string_view marked, std::size_t longest = SIZE_MAX);
 
 }  // namespace bundle

@@ -16,8 +16,8 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-/// Without the blanks around it, and without what joined files leave at the starts of lines and old
-/// systems at the end of a file: byte order marks and SUB.
+/// Without blanks around it, byte order marks, which joined files have inside, and SUB, with which
+/// old systems end a file.
 std::string_view trimmed(std::string_view text) {
     constexpr std::string_view kMark = "\xEF\xBB\xBF";
     constexpr std::string_view kBlanks = " \t\x1A";
@@ -38,7 +38,7 @@ bool is_number(std::string_view line) {
     return !line.empty() && std::all_of(line.begin(), line.end(), is_digit);
 }
 
-/// Takes one to `longest` digits from the start of `text`.
+/// Removes a number of up to `longest` digits from the start of `text`.
 std::optional<std::int64_t> take_number(std::string_view& text, std::size_t longest) {
     std::int64_t value = 0;
     std::size_t length = 0;
@@ -62,7 +62,7 @@ void take_blanks(std::string_view& text) {
     }
 }
 
-/// Takes a decimal fraction of a second: "5" and "500" are half of one.
+/// Removes a decimal fraction of a second: "5" and "500" are half a second.
 std::optional<std::int64_t> take_milliseconds(std::string_view& text) {
     const std::size_t before = text.size();
     auto value = take_number(text, 3);
@@ -72,7 +72,7 @@ std::optional<std::int64_t> take_milliseconds(std::string_view& text) {
     return value;
 }
 
-/// Takes "HH:MM:SS,mmm".
+/// Removes "HH:MM:SS,mmm".
 std::optional<std::int64_t> take_time(std::string_view& text) {
     const auto hours = take_number(text, 5);
     const bool has_minutes = hours && take(text, ":");
@@ -87,8 +87,8 @@ std::optional<std::int64_t> take_time(std::string_view& text) {
     return *hours * kHour + *minutes * 60 * kSecond + *seconds * kSecond + *fraction;
 }
 
-/// The cue without text that a timing line opens. What follows the times, as places on the screen,
-/// is passed over.
+/// The cue, without text, that a timing line starts. Anything after the times, such as a position,
+/// is ignored.
 std::optional<Cue> cue_of(std::string_view line) {
     take_blanks(line);
     const auto start = take_time(line);
@@ -102,8 +102,7 @@ std::optional<Cue> cue_of(std::string_view line) {
     return end ? std::optional(Cue{*start, *end, {}}) : std::nullopt;
 }
 
-/// Bytes of the line end at the start of `text`, which begins with CR or LF. Files that went
-/// through two conversions have CR CR LF.
+/// Length of the line end that `text` starts with. Files that were converted twice have CR CR LF.
 std::size_t end_length(std::string_view text) {
     return text.starts_with("\r\r\n") ? 3 : text.starts_with("\r\n") ? 2 : 1;
 }
@@ -121,18 +120,18 @@ Lines trimmed_lines(std::string_view text) {
     return lines;
 }
 
-/// How many empty lines follow the line at `at`.
+/// The number of empty lines after the line `at`.
 std::size_t gap_below(const Lines& lines, std::size_t at) {
-    std::size_t behind = at + 1;
-    while (behind < lines.size() && lines[behind].empty()) {
-        ++behind;
+    std::size_t next = at + 1;
+    while (next < lines.size() && lines[next].empty()) {
+        ++next;
     }
-    return behind - at - 1;
+    return next - at - 1;
 }
 
-/// Where the lines from `first` on end that belong to the cue before the times at `times`: above
-/// the number of the cue that begins there. In files with an empty line behind every line the
-/// number stands as far above the times as the text stands below them.
+/// The end of the text from `first` on, before the timing line at `times` and before its number. In
+/// files with an empty line after every line, the number is as far above the times as the text is
+/// below them.
 std::size_t end_of_text(const Lines& lines, std::size_t first, std::size_t times) {
     std::size_t end = times;
     while (end > first && lines[end - 1].empty()) {
@@ -161,7 +160,7 @@ std::string joined(const Lines& lines, std::size_t first, std::size_t end) {
 std::vector<Cue> read_subrip(std::string_view text) {
     const Lines lines = trimmed_lines(text);
     std::vector<Cue> cues;
-    std::size_t first = 0;  // behind the times of the last one of the cues
+    std::size_t first = 0;  // the line after the times of the last cue
     const auto finish = [&](std::size_t end) {
         if (!cues.empty()) {
             cues.back().text = joined(lines, first, end);

@@ -47,7 +47,7 @@ Result<std::vector<Cue>> read_subtitles(const std::string& path) {
     }
     auto cues = one_at_a_time(read_subrip(*text));
     if (cues.empty()) {
-        return failure_by(Cause::kSubtitles, "the subtitle file holds no subtitles in SubRip form");
+        return failure_by(Cause::kSubtitles, "the subtitle file has no subtitles in SubRip form");
     }
     return cues;
 }

@@ -8,10 +8,10 @@
 
 namespace bundle {
 
-/// Reads the cues of a subtitle file in SubRip form, in the usual encodings, ready for one track.
+/// Reads the cues of a SubRip file in any usual encoding, ready for one track.
 ///
-/// Fails for a file that can't be read, is larger than any subtitle file, is no text or holds no
-/// cue.
+/// Fails for a file that can't be read, is larger than any subtitle file, is not text or has no
+/// cues.
 Result<std::vector<Cue>> read_subtitles(const std::string& path);
 
 }  // namespace bundle

@@ -24,7 +24,7 @@ Result<std::string> recognised(std::string_view bytes) {
     return utf8_of(*text);
 }
 
-/// Without the NUL that some programs leave at the end.
+/// Without the NUL that some programs write at the end.
 std::string_view without_terminator(std::string_view text) {
     return text.substr(0, text.find_last_not_of('\0') + 1);
 }
@@ -40,7 +40,7 @@ Result<std::string> from_utf16(std::string_view bytes, const char* encoding) {
     return std::string(content);
 }
 
-/// The byte order of UTF-16 without a mark, told by where the first arrow of a cue lies.
+/// The byte order of UTF-16 without a mark, by the position of the first cue's arrow.
 const char* utf16_by_arrow(std::string_view bytes) {
     using namespace std::string_view_literals;
     const std::size_t at = bytes.find("-\0-\0>"sv);
@@ -50,7 +50,7 @@ const char* utf16_by_arrow(std::string_view bytes) {
     return at % 2 == 0 ? "UTF-16LE" : "UTF-16BE";
 }
 
-/// Bytes of the well-formed character at the start of `text`, 0 when there is none.
+/// Length of the well-formed character that `text` starts with, 0 if there is none.
 std::size_t character_length(std::string_view text) {
     const auto byte = [&text](std::size_t at) { return static_cast<unsigned char>(text[at]); };
     const unsigned char lead = byte(0);
@@ -61,7 +61,7 @@ std::size_t character_length(std::string_view text) {
     if (length == 0 || lead > 0xF4 || text.size() < length) {
         return 0;
     }
-    // The second byte also rules out overlong forms, surrogates and what lies beyond U+10FFFF.
+    // The second byte also rules out overlong forms, surrogates and values beyond U+10FFFF.
     const unsigned char lowest = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     const unsigned char highest = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
     if (byte(1) < lowest || byte(1) > highest) {

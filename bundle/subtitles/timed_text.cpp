@@ -9,19 +9,19 @@ namespace bundle {
 
 namespace {
 
-// The size and the face that ffmpeg gives to text without any.
+// ffmpeg's defaults.
 constexpr std::uint64_t kFontSize = 16;
 constexpr std::string_view kFontName = "Arial";
 constexpr std::uint64_t kFont = 1;
 
-// All samples are forced, which includes that some are (QuickTime File Format, subtitle media).
+// The flags for "some samples are forced" and "all are" (QuickTime File Format, subtitle media).
 constexpr std::uint64_t kForced = 0xC0000000;
 constexpr std::size_t kLongestText = 0xFFFF;
 constexpr std::uint64_t kMilliseconds = 1000;
-// As ffmpeg groups tracks: one group for each kind.
+// As in ffmpeg: one alternate group for each kind of track.
 constexpr std::uint64_t kSubtitleGroup = 3;
 
-/// What is shown for a while.
+/// A text and how long it is shown.
 struct Sample {
     std::string bytes;
     std::int64_t length_ms = 0;
@@ -31,7 +31,7 @@ std::string style_record(const StyledRun& run) {
     const LetterStyle& style = run.style;
     const std::uint64_t switches =
         (style.bold ? 1U : 0U) | (style.italic ? 2U : 0U) | (style.underlined ? 4U : 0U);
-    return number(run.first, 2) + number(run.behind, 2) + number(kFont, 2) + number(switches, 1) +
+    return number(run.first, 2) + number(run.end, 2) + number(kFont, 2) + number(switches, 1) +
            number(kFontSize, 1) + number(std::uint64_t{style.colour} << 8 | 0xFF, 4);
 }
 
@@ -55,7 +55,7 @@ std::vector<Sample> samples_of(const TextTrack& track) {
         samples.push_back({sample_of(cue.text), cue.end_ms - cue.start_ms});
         time = cue.end_ms;
     }
-    // Without it players take the end of the movie for that of the last cue.
+    // Else players show the last cue until the end of the movie.
     samples.push_back({number(0, 2), 0});
     return samples;
 }
@@ -67,7 +67,7 @@ std::string sample_entry(const TextTrack& track, const TextPlace& place) {
     const std::string fonts = box("ftab", number(1, 2) + number(kFont, 2) +
                                               number(kFontName.size(), 1) + std::string(kFontName));
     return box("tx3g", number(0, 6) + number(1, 2) + number(track.is_forced ? kForced : 0, 4) +
-                           number(0x01FF, 2) +  // in the middle, at the bottom
+                           number(0x01FF, 2) +  // centred, at the bottom
                            number(0, 4) + box_of_text + style_record({}) + fonts);
 }
 
@@ -103,7 +103,7 @@ std::string track_head(const TextTrack& track, const TrackSetting& setting, std:
                         fixed(setting.place.width) + fixed(setting.place.height));
 }
 
-/// Three letters in five bits each.
+/// Three letters of five bits each.
 std::uint64_t packed(const std::string& language) {
     std::uint64_t code = 0;
     for (const char letter : language) {

@@ -10,17 +10,16 @@ namespace bundle {
 
 namespace {
 
-constexpr std::size_t kBoxHead = 8;
 constexpr std::size_t kMvhdScale = 12;
 constexpr std::size_t kMvhdScaleOfVersion1 = 20;
 constexpr std::size_t kTkhdSizeFromEnd = 8;
 
-/// What the tracks need of an index.
+/// What the tracks need to know about an index.
 struct Index {
     std::uint32_t scale = 0;
     std::uint32_t next_id = 0;
     std::size_t next_id_at = 0;
-    std::size_t behind_tracks = 0;
+    std::size_t tracks_end = 0;
     int width = 0;
     int height = 0;
 };
@@ -56,7 +55,7 @@ std::optional<Index> read_index(std::string_view moov) {
             take_clock(index, moov, box->content);
         } else if (box->type == "trak") {
             take_size(index, moov, box->content);
-            index.behind_tracks = box->content.end;
+            index.tracks_end = box->content.end;
         }
     }
     const bool is_usable = index.scale > 0 && index.next_id > 0 && index.width > 0;
@@ -81,7 +80,7 @@ std::string with_text_tracks(const std::string& moov, const std::vector<TextTrac
     }
     std::string result = moov;
     result.replace(index->next_id_at, 4, number(setting.id, 4));
-    return result.insert(index->behind_tracks, more);
+    return result.insert(index->tracks_end, more);
 }
 
 MaybeFailure add_text_tracks(const std::string& path, const std::vector<TextTrack>& tracks) {

@@ -8,12 +8,12 @@
 
 namespace bundle {
 
-/// Adds subtitle tracks to a whole MP4 file, in place, at its end: the samples come where the index
-/// was, which is written again behind them. A failure may leave a damaged file: see `put_back`.
+/// Adds subtitle tracks to a complete MP4 file, in place: the samples replace the index at its end,
+/// and the new index follows them. A failure may leave a damaged file; see `put_back`.
 MaybeFailure add_text_tracks(const std::string& path, const std::vector<TextTrack>& tracks);
 
-/// The index with the tracks, whose samples begin at the place `samples_at` of the file and stand
-/// one behind the other. Empty when the index has no picture or no room for tracks.
+/// The index with the tracks, whose samples start at the offset `samples_at` of the file, one after
+/// another. Empty when the index has no picture or can't take tracks.
 std::string with_text_tracks(const std::string& moov, const std::vector<TextTrack>& tracks,
                              std::uint64_t samples_at);
 

@@ -8,7 +8,7 @@
 namespace bundle {
 namespace {
 
-TEST(Shortfall, IsToldAboveTwoSecondsAndTwoPercent) {
+TEST(Shortfall, IsReportedAboveTwoSecondsAndTwoPercent) {
     EXPECT_EQ(
         shortfall(100, 97.9),
         "The movie is truncated or damaged: the MP4 file has 97.9 of 100.0 seconds; 2.1 seconds "
@@ -16,7 +16,7 @@ TEST(Shortfall, IsToldAboveTwoSecondsAndTwoPercent) {
     EXPECT_NE(shortfall(10, 0), "");
 }
 
-TEST(Shortfall, IsNotToldForLess) {
+TEST(Shortfall, IsNotReportedForLess) {
     EXPECT_EQ(shortfall(10, 8.1), "");
     EXPECT_EQ(shortfall(1000, 981), "");
     EXPECT_EQ(shortfall(10, 30), "");
@@ -35,7 +35,7 @@ std::string refusal(const std::string& path, const ExpectedStreams& expected) {
     return duration ? "" : duration.failure().message;
 }
 
-TEST(Mp4Check, WantsThePictureAndTheStreams) {
+TEST(Mp4Check, RequiresThePictureAndTheStreams) {
     const TemporaryFolder folder;
     ASSERT_TRUE(make_movie_with_subtitles(folder / "movie.mp4"));
     const auto duration = check_mp4(folder / "movie.mp4", {false, 1});
@@ -50,7 +50,7 @@ TEST(Mp4Check, WantsThePictureAndTheStreams) {
               "the MP4 file is incomplete: it has no picture");
 }
 
-TEST(Mp4Check, TakesTheChaptersForNoPartOfTheMp4File) {
+TEST(Mp4Check, DoesNotCountChapters) {
     const TemporaryFolder folder;
     const std::string chapters =
         folder.write("chapters", ";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1\nSTART=0\nEND=9\n");
@@ -61,7 +61,7 @@ TEST(Mp4Check, TakesTheChaptersForNoPartOfTheMp4File) {
     EXPECT_NEAR(*duration, 1, 0.05);
 }
 
-TEST(Mp4Check, WantsAWholeMp4File) {
+TEST(Mp4Check, RequiresACompleteMp4File) {
     const TemporaryFolder folder;
     ASSERT_TRUE(make_movie_with_subtitles(folder / "movie.mp4"));
     const std::string whole = content_of(folder / "movie.mp4");
@@ -73,7 +73,7 @@ TEST(Mp4Check, WantsAWholeMp4File) {
     }
 }
 
-TEST(Mp4Check, TakesASoundTrackWithoutSamplesForNone) {
+TEST(Mp4Check, DoesNotCountAnEmptySoundTrack) {
     const TemporaryFolder folder;
     const std::string path = folder / "movie.mp4";
     ASSERT_TRUE(make_movie(path, "160x120", "25", "0.2", {"-c:v", "mpeg4"}));

@@ -151,7 +151,7 @@ TEST_F(Subtitles, AreAddedToThoseOfOthers) {
     EXPECT_EQ(handlers, (Names{"SubtitleHandler", "Vantreo subtitles"}));
 }
 
-TEST_F(Subtitles, LeaveTheMp4FileAsItIsAndANoteWhenTheyAreBroken) {
+TEST_F(Subtitles, LeaveTheMp4FileUnchangedAndANoteWhenTheyAreBroken) {
     const std::string before = content_of(mp4_);
     for (const std::string& broken :
          {folder_.write("empty.srt", ""), folder_.write("prose.srt", "Just some prose.\n"),
@@ -165,7 +165,7 @@ TEST_F(Subtitles, LeaveTheMp4FileAsItIsAndANoteWhenTheyAreBroken) {
     EXPECT_EQ(folder_.names(), (Names{"binary.srt", "empty.srt", "movie.mp4", "prose.srt"}));
 }
 
-TEST_F(Subtitles, LeaveAFileThatIsNoMp4FileAsItIs) {
+TEST_F(Subtitles, LeaveOtherFilesUnchanged) {
     const std::string text = folder_.write("movie.srt", kSubtitles);
     ASSERT_TRUE(run_ffmpeg({"-i", mp4_, "-c", "copy", folder_ / "movie.mkv"}));
     ASSERT_TRUE(run_ffmpeg({"-i", mp4_, "-c", "copy", folder_ / "MP4 file.mov"}));
@@ -217,7 +217,7 @@ TEST(SubtitleRequest, RefusesOtherArguments) {
     EXPECT_TRUE(tool.errors().starts_with("MP4Box: usage: "));
 }
 
-TEST(SubtitleArguments, PutTheTrackInThePlaceOfEarlierOnesBehindThoseOfOthers) {
+TEST(SubtitleArguments, ReplaceEarlierTracksAfterThoseOfOthers) {
     bundle::Mp4Facts facts;
     facts.subtitle_tracks = 2;
     facts.brand = "isom";

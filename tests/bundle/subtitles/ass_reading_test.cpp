@@ -45,7 +45,7 @@ TEST(AssReading, KeepsLinesAndBlanks) {
     EXPECT_EQ(shown("a\\Nb\\N\\N").text, "a\nb");
 }
 
-TEST(AssReading, KeepsWhatLettersLookLike) {
+TEST(AssReading, KeepsStylesWithinLines) {
     const PlainText plain = shown("a{\\i1}b{\\i0\\b700}c{\\b0\\u1}d{\\r}e{\\c&H0000FF&}f{\\c}g");
     EXPECT_EQ(plain.text, "abcdefg");
     EXPECT_EQ(plain.runs, (std::vector<StyledRun>{{1, 2, {false, true, false, 0xFFFFFF}},
@@ -71,7 +71,7 @@ TEST(AssReading, LeavesOutPlacesMovementsAndDrawings) {
     EXPECT_EQ(shown("{\\b1} \\N ").text, "-");
 }
 
-TEST(AssReading, KnowsCommentsFromBraces) {
+TEST(AssReading, DistinguishesCommentsFromBraces) {
     EXPECT_EQ(shown("a{note}b").text, "ab");
     EXPECT_EQ(shown("a{note}b", "Default", false).text, "a{note}b");
     EXPECT_EQ(shown("a{b").text, "a{b");
@@ -82,7 +82,7 @@ TEST(AssReading, ShowsTheSameThingOnce) {
     EXPECT_EQ(read_ass(kHead + line("a") + line("a") + line("b"), true).size(), 2U);
 }
 
-TEST(AssReading, PassesOverWhatItDoesNotKnow) {
+TEST(AssReading, SkipsWhatItDoesNotKnow) {
     const std::string script = kHead + line("{\\i1}One") + line("Two", "Sign");
     for (std::size_t length = 0; length < script.size(); ++length) {
         EXPECT_LE(read_ass(script.substr(0, length), true).size(), 2U);

@@ -18,7 +18,7 @@ TEST(AssText, KeepsColoursSizesAndFacesOfFonts) {
     EXPECT_EQ(ass_text("<font color=nonesuch>x</font></font>"), "x");
 }
 
-TEST(AssText, BeginsAllStylesAnewAtEachChange) {
+TEST(AssText, RestartsAllStylesAtEachChange) {
     EXPECT_EQ(ass_text("<i>a<b>b</b></i>c"), "{\\i1}a{\\i0}{\\i1}{\\b1}b{\\b0}{\\i0}{\\i1}{\\i0}c");
     EXPECT_EQ(ass_text("<font color=red>a<font color=lime>b</font>c</font>"),
               "{\\1c&H0000FF&}a{\\1c}{\\1c&H0000FF&}{\\1c&H00FF00&}b{\\1c}{\\1c&H0000FF&}c{\\1c}");

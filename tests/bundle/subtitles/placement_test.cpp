@@ -60,7 +60,7 @@ TEST(TextTrack, IsNotFoundInABrokenIndex) {
     EXPECT_FALSE(place_text_track(none, {}));
 }
 
-TEST(TextTrack, IsMissedInAFileThatIsNoMp4File) {
+TEST(TextTrack, IsNotFoundInOtherFiles) {
     const TemporaryFolder folder;
     EXPECT_TRUE(place_text_track_in(folder.write("text", "no movie at all, but long enough"), {}));
     EXPECT_TRUE(place_text_track_in(folder / "missing", {}));

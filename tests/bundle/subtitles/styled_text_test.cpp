@@ -10,7 +10,7 @@ using Runs = std::vector<StyledRun>;
 const LetterStyle kItalic{false, true, false, 0xFFFFFF};
 const LetterStyle kYellow{true, false, true, 0xFFFF00};
 
-TEST(StyledText, IsItsTextWithTheRunsThatAreNotUsual) {
+TEST(StyledText, HasRunsForAllButTheDefaultStyle) {
     StyledText text;
     text.add("a ", {});
     text.add("b\xC3\xA9", kItalic);

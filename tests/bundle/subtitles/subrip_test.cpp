@@ -36,20 +36,20 @@ TEST(SubRip, KeepsANumberThatIsText) {
               (Cues{{1000, 2000, "42"}, {3000, 4000, "43"}}));
 }
 
-TEST(SubRip, GoesWithoutNumbersAndKeepsTextBehindAnEmptyLine) {
+TEST(SubRip, NeedsNoNumbersAndKeepsTextAfterAnEmptyLine) {
     EXPECT_EQ(read_subrip("00:00:01,000 --> 00:00:02,000\nOne\n\nmore\n\n"
                           "00:00:03,000 --> 00:00:04,000\nTwo"),
               (Cues{{1000, 2000, "One\nmore"}, {3000, 4000, "Two"}}));
 }
 
-TEST(SubRip, LeavesOutWhatIsNoCue) {
+TEST(SubRip, SkipsEverythingButCues) {
     EXPECT_TRUE(read_subrip("").empty());
     EXPECT_TRUE(read_subrip("a --> b\n1:2 --> 3\n--> 00:00:01,000\n").empty());
     EXPECT_TRUE(read_subrip("00:00:01,000 --> 00:00:02,000\n \n").empty());
     EXPECT_TRUE(read_subrip("-1:00:01,000 --> 00:00:02,000\nText").empty());
 }
 
-TEST(SubRip, LeavesOutNumbersInFilesWithEmptyLinesBehindAllLines) {
+TEST(SubRip, LeavesOutNumbersInFilesWithEmptyLinesAfterAllLines) {
     const Cues cues{{1000, 2000, "One\ntwo"}, {3000, 4000, "42"}, {5000, 6000, "End"}};
     for (const char* end : {"\n\n", "\r\r\n", "\r\r\n\r\r\n", "\n \n"}) {
         std::string text;

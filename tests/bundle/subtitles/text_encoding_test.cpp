@@ -25,7 +25,7 @@ TEST(TextEncoding, ReadsUtf16BothWaysWithAndWithoutMark) {
     }
 }
 
-TEST(TextEncoding, TellsCentralFromWesternEuropeByTheLetters) {
+TEST(TextEncoding, DistinguishesCentralFromWesternEuropeByTheLetters) {
     EXPECT_EQ(text_of("Ksi\xB9\xBF\xEA nie wr\xF3\x63i ju\xBF do zamku."),
               "Ksi\xC4\x85\xC5\xBC\xC4\x99 nie wr\xC3\xB3\x63i ju\xC5\xBC do zamku.");
     EXPECT_EQ(text_of("Er h\xE4ngt dort, neben der T\xFCr. \x84Sch\xF6n\x93, wei\xDF."),
@@ -33,7 +33,7 @@ TEST(TextEncoding, TellsCentralFromWesternEuropeByTheLetters) {
               "wei\xC3\x9F.");
 }
 
-TEST(TextEncoding, TakesLettersOfForeignWordsForLessThanALanguagesOwn) {
+TEST(TextEncoding, CountsLettersOfForeignWordsForLess) {
     // "đ" and "č" would be "ð" and "è" in Western Europe: "gospoðo".
     EXPECT_EQ(text_of("Dobar dan, gospo\xF0o. \xC8"
                       "ekali smo cijelu no\xE6, \x9Eivi i zdravi."),
@@ -49,17 +49,17 @@ TEST(TextEncoding, KnowsBalticSetsThatTheDetectorDoesNot) {
         "minu\xC4\x8Di\xC5\xB3.");
 }
 
-TEST(TextEncoding, TellsUkrainianFromRussianKoi8) {
+TEST(TextEncoding, DistinguishesUkrainianFromRussianKoi8) {
     EXPECT_EQ(
         text_of("\xF7\xA6\xCE \xA7\xA7 \xC2\xC1\xDE\xC9\xD7."),
         "\xD0\x92\xD1\x96\xD0\xBD \xD1\x97\xD1\x97 \xD0\xB1\xD0\xB0\xD1\x87\xD0\xB8\xD0\xB2.");
 }
 
-TEST(TextEncoding, TellsLatin9ByALigatureInAWord) {
+TEST(TextEncoding, RecognisesLatin9ByALigatureInAWord) {
     EXPECT_EQ(text_of("Un v\xBDu sinc\xE8re"), "Un v\xC5\x93u sinc\xC3\xA8re");
 }
 
-TEST(TextEncoding, LooksOnlyAtLinesThatTellSomething) {
+TEST(TextEncoding, LooksOnlyAtLinesBeyondAscii) {
     std::string text;
     for (int line = 0; line < 20'000; ++line) {
         text += "nothing but plain letters\n";
@@ -86,7 +86,7 @@ TEST(TextEncoding, LeavesOutNulAtTheEnd) {
     EXPECT_EQ(text_of("\xFE\xFF\0a\0\0\0"s), "a");
 }
 
-TEST(TextEncoding, RefusesBytesThatAreNoText) {
+TEST(TextEncoding, RefusesBytesThatAreNotText) {
     EXPECT_EQ(text_of(std::string("a\0b\xE9", 4)), "refused");
 }
 

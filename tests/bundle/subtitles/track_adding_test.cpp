@@ -58,7 +58,7 @@ TEST_F(TextTracks, AreAddedToAWholeFile) {
     EXPECT_EQ(streams[streams.size() - 2]["disposition"]["default"], 0);
 }
 
-TEST_F(TextTracks, AreAddedBehindAnIndexThatComesFirst) {
+TEST_F(TextTracks, AreAddedAfterAnIndexThatComesFirst) {
     std::ifstream file(path_, std::ios::binary);
     const auto moov = find_moov(file);
     ASSERT_TRUE(moov);
