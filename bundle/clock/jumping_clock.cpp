@@ -13,6 +13,8 @@
 #include "clock/flv_clock.h"
 #include "clock/matroska_clock.h"
 #include "clock/stream_clock.h"
+#include "clock/transport_feed.h"
+#include "clock/transport_stream.h"
 
 namespace bundle {
 
@@ -38,6 +40,10 @@ std::int64_t size_of(int file) {
 
 std::optional<ClockPoint> first_time(std::string_view piece, bool is_flv, double tick) {
     return is_flv ? first_flv_time(piece) : first_matroska_time(piece, tick);
+}
+
+bool is_transport_stream(int file) {
+    return looks_like_transport_stream(read_piece(file, 0, kTransportHead));
 }
 
 void hand_on(int file, bool is_flv, EvenClock& clock, const ByteSink& sink) {
@@ -110,6 +116,9 @@ std::vector<std::string> JumpingClock::pipe_options(const std::string& format) {
 Result<PipeFeed> JumpingClock::start_feed(const UniqueFd& file) const {
     if (const auto parts = parts_in(file.get()); !parts.empty()) {
         return PipeFeed::start([&](const ByteSink& sink) { sink(part_list(parts, file.get())); });
+    }
+    if (is_transport_stream(file.get())) {
+        return PipeFeed::start([&](const ByteSink& sink) { hand_on_transport(file.get(), sink); });
     }
     EvenClock clock(longest_gap(has_audio));
     const bool is_flv = read_piece(file.get(), 0, kFlv.size()) == kFlv;

@@ -86,26 +86,30 @@ class EndsFinder {
 };
 
 std::optional<PacketEnds> ends_in(int file, const std::vector<ByteRange>& pieces,
-                                  const std::set<int>& wanted, const StopSignals& stop) {
+                                  const std::set<int>& wanted,
+                                  const std::vector<std::string>& options,
+                                  const StopSignals& stop) {
     const auto input = PipeFeed::start(file, pieces);
     if (!input) {
         return std::nullopt;
     }
     EndsFinder finder(wanted, pieces.size() > 1 ? pieces.front().to : 0);
-    const auto failure = read_packets(input->reader(), "stream_index,pts_time,duration_time,pos",
-                                      stop, [&finder](std::string_view line) { finder.add(line); });
+    const auto failure =
+        read_packets(input->reader(), options, "stream_index,pts_time,duration_time,pos", stop,
+                     [&finder](std::string_view line) { finder.add(line); });
     return failure ? std::nullopt : finder.ends();
 }
 
 }  // namespace
 
 std::optional<PacketEnds> packet_ends(const std::string& path, const std::set<int>& wanted,
+                                      const std::vector<std::string>& options,
                                       const StopSignals& stop) {
     const UniqueFd file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     const std::int64_t size = file_size(path);
     std::optional<PacketEnds> ends;
     for (const std::int64_t tail_size : kTails) {
-        ends = ends_in(file.get(), shortened(file.get(), size, tail_size), wanted, stop);
+        ends = ends_in(file.get(), shortened(file.get(), size, tail_size), wanted, options, stop);
         if ((ends && ends->wanted) || size <= kHead + tail_size || stop.received() != 0) {
             break;
         }
@@ -114,7 +118,7 @@ std::optional<PacketEnds> packet_ends(const std::string& path, const std::set<in
 }
 
 std::optional<double> end_of_part(int file, const ByteRange& part, const StopSignals& stop) {
-    const auto ends = ends_in(file, {part}, {}, stop);
+    const auto ends = ends_in(file, {part}, {}, {}, stop);
     return ends ? std::optional(ends->any) : std::nullopt;
 }
 

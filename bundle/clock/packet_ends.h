@@ -3,6 +3,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "core/stop_signals.h"
 #include "process/pipe_feed.h"
@@ -17,11 +18,13 @@ struct PacketEnds {
 
 /// Where the last packets of a movie end, for a file whose header does not tell: browser
 /// recordings, cut or broken-off streams, movies that share their file with something longer.
-/// `wanted` holds the numbers of streams. Empty when it can't be found.
+/// `wanted` holds the numbers of streams, `options` what ffprobe needs to see these streams. Empty
+/// when it can't be found.
 ///
 /// Only the first and the last megabytes are read, as one short movie, so that it takes no longer
 /// for a large file; in Matroska both are cut where a cluster (the unit that bears times) begins.
 std::optional<PacketEnds> packet_ends(const std::string& path, const std::set<int>& wanted,
+                                      const std::vector<std::string>& options,
                                       const StopSignals& stop);
 
 /// Where the last packet of a part of a file ends, by the clock of that part, which is a movie of

@@ -3,8 +3,10 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <set>
 #include <vector>
 
+#include "clock/transport_stream.h"
 #include "core/files.h"
 
 namespace bundle {
@@ -143,6 +145,59 @@ std::string piece_of(std::istream& file, std::int64_t at, std::size_t size) {
     return piece;
 }
 
+/// Reads the times of the picture, also where the number (PID) of its stream changes.
+class StreamReader {
+  public:
+    explicit StreamReader(const std::string& path) : file_(path, std::ios::binary) {}
+
+    std::optional<ClockPoint> first_time(std::int64_t place) {
+        std::optional<ClockPoint> point;
+        std::string piece;
+        for (const std::size_t size : kPieces) {
+            if (!point) {
+                piece = piece_of(file_, place, size);
+                point = known_time(piece);
+            }
+        }
+        point = point ? point : new_time(piece);
+        if (point) {
+            point->place += place;
+        }
+        return point;
+    }
+
+    std::size_t pids() const { return pids_.size(); }
+
+  private:
+    std::optional<ClockPoint> known_time(const std::string& piece) {
+        std::optional<ClockPoint> first;
+        for (int pid : pids_) {
+            const auto point = first_time_in(piece, pid);
+            if (point && (!first || point->place < first->place)) {
+                first = point;
+            }
+        }
+        return first;
+    }
+
+    /// Where a known stream has packets, but no times, the other ones are another programme.
+    std::optional<ClockPoint> new_time(const std::string& piece) {
+        if (std::any_of(pids_.begin(), pids_.end(),
+                        [&piece](int known) { return has_packet_of(piece, known); })) {
+            return std::nullopt;
+        }
+        int pid = -1;
+        const auto point = first_time_in(piece, pid);
+        if (point) {
+            pids_.insert(pid);
+        }
+        return point;
+    }
+
+    std::ifstream file_;
+    std::set<int> pids_;
+};
+
 /// Points spread over a movie of so many bytes and, so that its end is not guessed, near that.
 std::vector<ClockPoint> spread_points(std::int64_t size, const ReadClock& read) {
     std::vector<ClockPoint> points;
@@ -199,19 +254,11 @@ std::optional<double> length_without_jumps(std::int64_t size, const ReadClock& r
                             : std::nullopt;
 }
 
-std::optional<double> length_without_jumps(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    int pid = -1;
-    const ReadClock read = [&](std::int64_t place) {
-        std::optional<ClockPoint> point;
-        for (const std::size_t size : kPieces) {
-            if (!point && (point = first_time_in(piece_of(file, place, size), pid))) {
-                point->place += place;
-            }
-        }
-        return point;
-    };
-    return length_without_jumps(file_size(path), read);
+StreamLength length_of_stream(const std::string& path) {
+    StreamReader reader(path);
+    const ReadClock read = [&reader](std::int64_t place) { return reader.first_time(place); };
+    const auto length = length_without_jumps(file_size(path), read);
+    return {length, reader.pids() > 1};
 }
 
 }  // namespace bundle

@@ -25,9 +25,14 @@ using ReadClock = std::function<std::optional<ClockPoint>(std::int64_t place)>;
 std::optional<double> length_without_jumps(std::int64_t size, const ReadClock& read,
                                            double longest_gap = 10);
 
-/// The same for an MPEG transport or program stream in a file, by the times in its packets of
-/// pictures (ISO/IEC 13818-1, 2.4.3.6).
-std::optional<double> length_without_jumps(const std::string& path);
+/// What the clock of an MPEG transport or program stream shows.
+struct StreamLength {
+    std::optional<double> without_jumps;  ///< seconds; see `length_without_jumps`
+    bool changes_pid = false;             ///< the number of the picture's stream changes on the way
+};
+
+/// By the times in a file's packets of pictures (ISO/IEC 13818-1, 2.4.3.6).
+StreamLength length_of_stream(const std::string& path);
 
 /// The first time of a picture in a piece of such a stream; its place is in the piece. `pid` is
 /// that of the transport stream's packets to look at, -1 for any, and takes that of the one found.

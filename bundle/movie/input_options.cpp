@@ -4,9 +4,9 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "clock/transport_stream.h"
 #include "core/json_reading.h"
 #include "movie/read_limits.h"
-#include "movie/transport_stream.h"
 
 namespace bundle {
 

@@ -52,7 +52,7 @@ std::optional<std::string> sampled_shape(const std::string& path, const Movie& m
     }
     ShapeTimes shapes;
     const auto failure =
-        read_key_frames(input->reader(), movie.video.index,
+        read_key_frames(input->reader(), movie.video.index, movie.input_options,
                         "best_effort_timestamp_time,width,height,sample_aspect_ratio", stop,
                         [&shapes](std::string_view line) { shapes.add(line); });
     const auto end = movie.duration ? std::optional(movie.start + *movie.duration) : std::nullopt;

@@ -77,7 +77,7 @@ std::optional<double> measured_duration(const std::string& path, const Movie& mo
     if (movie.audio) {
         streams.insert(movie.audio->index);
     }
-    const auto ends = packet_ends(path, streams, stop);
+    const auto ends = packet_ends(path, streams, movie.input_options, stop);
     if (!ends) {
         return movie.duration;
     }
@@ -188,8 +188,9 @@ Result<Movie> find_movie(const std::string& path, const json& probed, const std:
     }
     const std::string format = text(member(probed, "format"), "format_name");
     if (movie && (format == "mpegts" || format == "mpeg")) {
-        const auto length = length_without_jumps(path);
-        movie->duration = length ? length : movie->duration;
+        const StreamLength length = length_of_stream(path);
+        movie->duration = length.without_jumps ? length.without_jumps : movie->duration;
+        movie->has_jumping_clock = length.changes_pid;
     }
     if (movie) {
         if (const auto length = JumpingClock{movie->audio.has_value()}.length(path, format)) {

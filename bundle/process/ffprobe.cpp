@@ -87,18 +87,19 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
     return parsed;
 }
 
-MaybeFailure read_packets(int input, const std::string& fields, const StopSignals& stop,
+MaybeFailure read_packets(int input, std::vector<std::string> more, const std::string& fields,
+                          const StopSignals& stop,
                           const std::function<void(std::string_view)>& on_packet) {
-    return read_lines(input, {"-show_entries", "packet=" + fields}, stop, on_packet);
+    more.insert(more.end(), {"-show_entries", "packet=" + fields});
+    return read_lines(input, more, stop, on_packet);
 }
 
-MaybeFailure read_key_frames(int input, int stream, const std::string& fields,
-                             const StopSignals& stop,
+MaybeFailure read_key_frames(int input, int stream, std::vector<std::string> more,
+                             const std::string& fields, const StopSignals& stop,
                              const std::function<void(std::string_view)>& on_frame) {
-    return read_lines(input,
-                      {"-skip_frame", "nokey", "-select_streams", std::to_string(stream),
-                       "-show_entries", "frame=" + fields},
-                      stop, on_frame);
+    more.insert(more.end(), {"-skip_frame", "nokey", "-select_streams", std::to_string(stream),
+                             "-show_entries", "frame=" + fields});
+    return read_lines(input, more, stop, on_frame);
 }
 
 }  // namespace bundle

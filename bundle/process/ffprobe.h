@@ -22,13 +22,15 @@ Result<nlohmann::json> probe_entries(const std::string& path, const std::string&
                                      std::int64_t most_read = 0);
 
 /// Calls `on_packet` with a line for each packet of the movie on the descriptor `input`: ffprobe's
-/// `packet` fields named in `fields`, in ffprobe's order, separated by commas.
-MaybeFailure read_packets(int input, const std::string& fields, const StopSignals& stop,
+/// `packet` fields named in `fields`, in ffprobe's order, separated by commas. `more` are further
+/// options.
+MaybeFailure read_packets(int input, std::vector<std::string> more, const std::string& fields,
+                          const StopSignals& stop,
                           const std::function<void(std::string_view)>& on_packet);
 
 /// The same for the key frames of a stream, with `frame` fields.
-MaybeFailure read_key_frames(int input, int stream, const std::string& fields,
-                             const StopSignals& stop,
+MaybeFailure read_key_frames(int input, int stream, std::vector<std::string> more,
+                             const std::string& fields, const StopSignals& stop,
                              const std::function<void(std::string_view)>& on_frame);
 
 }  // namespace bundle

@@ -1,6 +1,6 @@
 """Movies whose clocks do not start at zero are as long as what is shown."""
 
-from film_case import FilmCase, Path, frame_times, picture, tone
+from film_case import FilmCase, Path, frame_sums, frame_times, picture, tone
 from sound_measures import beeps, flashes
 from table import row
 
@@ -69,6 +69,27 @@ class Clocks(FilmCase):
                 with self.subTest(case):
                     self.check_whole(joined)
                 row(SECTION, case, "about 8 s, all of it in step within 40 ms; no failure note")
+
+    def test_joined_transport_streams_with_other_stream_numbers(self) -> None:
+        coding = ("-c:v", "mpeg2video", "-b:v", "1M", "-c:a", "mp2", "-mpegts_start_pid")
+        first = self.film("first.ts", *picture(3), *tone(3), *coding, 256)
+        for clock, offset in (("from zero", 0), ("going on", 3), ("an hour later", 3600)):
+            more = (512, "-output_ts_offset", offset)
+            size = "160x120" if offset > 3 else "256x144"
+            second = self.film("second.ts", *picture(6, size), *tone(6), *coding, *more)
+            joined = self.folder / "joined.ts"
+            joined.write_bytes(first.read_bytes() + second.read_bytes())
+            report = self.convert(joined)
+            self.assertIn(report.duration, ("00:00:08", "00:00:09"))
+            self.assertEqual(report.size, size)
+            times = frame_times(self.out)
+            self.assertAlmostEqual(len(times), 9 * 25, delta=1)
+            self.assertAlmostEqual(times[-1], 9, delta=0.1)
+            self.assertLess(max(b - a for a, b in zip(times, times[1:])), 0.1)
+            self.assertGreater(len(set(frame_sums(self.out, "trim=start=8"))), 20)
+            self.assertFalse(self.out.with_name("out.mp4.failed.txt").exists())
+            case = f"3 s of 160x120 and 6 s of {size} with other PIDs joined in TS, the clock {clock}"
+            row(SECTION, case, f"reported as {size}, about 9 s; the picture moves up to the end")
 
     def test_joined_wmv_of_two_kinds(self) -> None:
         coding = ("-c:v", "wmv2", "-c:a", "wmav2")

@@ -38,7 +38,7 @@ TEST(StreamClock, LeavesOutJumps) {
 TEST(StreamClock, TellsNothingWithoutPoints) {
     EXPECT_EQ(length_without_jumps(kSize, [](std::int64_t) { return std::optional<ClockPoint>(); }),
               std::nullopt);
-    EXPECT_EQ(length_without_jumps("/nonexistent"), std::nullopt);
+    EXPECT_EQ(length_of_stream("/nonexistent").without_jumps, std::nullopt);
 }
 
 TEST(StreamClock, ReadsTheTimesOfPictures) {

@@ -1,4 +1,4 @@
-#include "movie/transport_stream.h"
+#include "clock/transport_stream.h"
 
 #include <gtest/gtest.h>
 
@@ -33,6 +33,16 @@ TEST(TransportStream, IsNotFoundInLessThanTenPackets) {
     EXPECT_FALSE(looks_like_transport_stream("G"));
     EXPECT_FALSE(looks_like_transport_stream(packets(188).substr(0, 9 * 188)));
     EXPECT_TRUE(looks_like_transport_stream(packets(188).substr(0, 9 * 188 + 1)));
+}
+
+TEST(TransportStream, HasPacketsOfItsStreamsOnly) {
+    std::string piece = packets(192, 100);
+    piece[92 + 5 * 192 + 1] = '\x41';
+    piece[92 + 5 * 192 + 2] = '\x02';
+    EXPECT_TRUE(has_packet_of(piece, 0x1FFF));
+    EXPECT_TRUE(has_packet_of(piece, 0x102));
+    EXPECT_FALSE(has_packet_of(piece, 0x103));
+    EXPECT_FALSE(has_packet_of("", 0x1FFF));
 }
 
 TEST(TransportStream, IsNotFoundInOtherFiles) {
