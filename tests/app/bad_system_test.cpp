@@ -1,4 +1,4 @@
-// Systems on which not all is as it should be: the window opens and works all the same.
+// Faulty systems: the window opens and works anyway.
 
 #include <linux/capability.h>
 #include <sys/syscall.h>
@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 
 const wxString kRussian = L"русский язык";
 
-/// Makes permissions hold for root too, as long as it lives.
+/// Makes permissions apply to root too, during its lifetime.
 class OrdinaryRights {
   public:
     OrdinaryRights() {
@@ -58,7 +58,7 @@ class BadSystem : public FrameTest {
         std::ofstream(settings_file().utf8_string(), std::ios::binary) << bytes;
     }
 
-    /// The whole file as it is, byte for byte.
+    /// The content of the file.
     std::string settings_bytes() const { return content_of(settings_file().utf8_string()); }
 
     void choose_language(const wxString& language) {
@@ -111,7 +111,7 @@ TEST_F(BadSystem, SetsAHugeSettingsFileAside) {
     EXPECT_EQ(fs::file_size(config.file("Vantreo.ini.bad").utf8_string()), 1UL << 32U);
 }
 
-TEST_F(BadSystem, LivesWithAFolderInPlaceOfTheSettingsFile) {
+TEST_F(BadSystem, WorksWithAFolderInPlaceOfTheSettingsFile) {
     fs::create_directory(settings_file().utf8_string());
     start();
     frame->config_write("HowToMove", "false");
@@ -131,7 +131,7 @@ TEST_F(BadSystem, ReplacesAReadOnlySettingsFile) {
     EXPECT_EQ(stored("Language"), "English");
 }
 
-TEST_F(BadSystem, LeavesTheSettingsOfAReadOnlyFolderAsTheyAre) {
+TEST_F(BadSystem, LeavesTheSettingsOfAReadOnlyFolderUnchanged) {
     const std::string settings = "Language=Deutsch\nHowToMove=false\n";
     for (const bool isText : {true, false}) {
         const std::string bytes = isText ? settings : settings + '\0';
@@ -150,7 +150,7 @@ TEST_F(BadSystem, LeavesTheSettingsOfAReadOnlyFolderAsTheyAre) {
     }
 }
 
-TEST_F(BadSystem, LeavesASettingsFileThatMayNotBeReadAsItIs) {
+TEST_F(BadSystem, LeavesAnUnreadableSettingsFileUnchanged) {
     const std::string settings = "Language=Deutsch\n";
     write_settings(settings);
     fs::permissions(settings_file().utf8_string(), fs::perms::none);
@@ -164,7 +164,7 @@ TEST_F(BadSystem, LeavesASettingsFileThatMayNotBeReadAsItIs) {
     EXPECT_EQ(settings_bytes(), settings);
 }
 
-TEST_F(BadSystem, LivesWithAHomeThatCannotBeWritten) {
+TEST_F(BadSystem, WorksWithAnUnwritableHome) {
     const Environment home("HOME", "/proc/no/home");
     const Environment inIt("XDG_CONFIG_HOME", "/proc/no/home/.config");
     start();

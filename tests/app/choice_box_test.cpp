@@ -1,4 +1,4 @@
-// The two boxes of the Options page that take no typing.
+// The two boxes of the Options page that cannot be typed in.
 
 #include <gtk/gtk.h>
 #include <wx/combobox.h>
@@ -10,7 +10,7 @@ namespace {
 
 class ChoiceBoxes : public FrameTest {
   protected:
-    /// Expects that the pointer looks over the box's text as it does over the page.
+    /// Expects the same pointer over the box's text as over the page.
     static void expect_no_text_cursor(const wxComboBox* box) {
         GtkWidget* const entry = gtk_bin_get_child(GTK_BIN(box->GetHandle()));
         ASSERT_TRUE(gtk_widget_get_realized(entry));

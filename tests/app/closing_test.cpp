@@ -10,7 +10,7 @@ namespace {
 
 class Closing : public FrameTest {
   protected:
-    /// Closes like a person; true when the window goes away.
+    /// Closes as a user does; true when the window closes.
     bool close_window() {
         const wxWeakRef<Vantreo> window(frame);
         frame->Close();
@@ -34,7 +34,7 @@ TEST_F(Closing, AsksNothingWhileIdle) {
 TEST_F(Closing, AsksNothingWhileTheVersionScreenStands) {
     start();
     frame->checkingVersion = true;
-    frame->buttonConvert = nullptr;  // does not exist then
+    frame->buttonConvert = nullptr;  // does not exist on the version screen
     EXPECT_TRUE(close_window());
     EXPECT_TRUE(dialogs.shown.empty());
 }

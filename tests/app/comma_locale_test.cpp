@@ -1,4 +1,4 @@
-// A system whose locale writes a comma in its decimals.
+// A system whose locale has a decimal comma.
 
 #include <wx/button.h>
 #include <wx/gauge.h>
@@ -18,7 +18,7 @@ constexpr const char* kLocale = "de_DE.UTF-8";
 
 class CommaLocale : public FrameTest {
   protected:
-    /// The program takes the locale up at its start.
+    /// The program sets the locale on start.
     void SetUp() override {
         ASSERT_TRUE(locales.make(kLocale));
         PrivateLocales::environment("LANG", kLocale);

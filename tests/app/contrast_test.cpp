@@ -11,7 +11,7 @@ const wxColour kBlue(0, 0, 255);
 
 }  // namespace
 
-TEST(Contrast, IsThatOfTheGuidelinesExamples) {
+TEST(Contrast, MatchesTheGuidelinesExamples) {
     EXPECT_NEAR(contrast(kBlack, kWhite), 21.0, 0.001);
     EXPECT_NEAR(contrast(kWhite, kWhite), 1.0, 0.001);
     EXPECT_NEAR(contrast(wxColour(119, 119, 119), kWhite), 4.48, 0.005);
@@ -22,7 +22,7 @@ TEST(Contrast, LeavesAReadableColourAlone) {
     EXPECT_EQ(readable_on(kWhite, kBlue, kBlack), kBlue);
 }
 
-TEST(Contrast, TakesAnUnreadableColourOnlyAsFarToTheTextsAsNeeded) {
+TEST(Contrast, MovesAnUnreadableColourOnlyAsFarAsNeeded) {
     const wxColour link = readable_on(kDark, kBlue, kWhite);
     EXPECT_GE(contrast(link, kDark), 4.5);
     EXPECT_LT(contrast(link, kDark), 6.0);
@@ -30,7 +30,7 @@ TEST(Contrast, TakesAnUnreadableColourOnlyAsFarToTheTextsAsNeeded) {
     EXPECT_LT(link.Red(), 255);
 }
 
-TEST(Contrast, FallsBackOnTheTextsColourWhereNothingIsReadable) {
+TEST(Contrast, FallsBackToTheTextColourIfNothingIsReadable) {
     EXPECT_EQ(readable_on(kDark, kBlue, kBlack), kBlack);
 }
 

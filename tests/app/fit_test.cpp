@@ -1,5 +1,4 @@
-// Every text of the window finds its place: in each language, for each device, on each page, in
-// each state.
+// Every text of the window fits: in each language, for each device, on each page, in each state.
 
 #include <gtk/gtk.h>
 #include <wx/button.h>
@@ -94,7 +93,7 @@ class Fit : public FrameTest {
         close();
     }
 
-    /// `room` is what the control has, in pixels, before it is cut or meets its neighbour.
+    /// `room` is the control's available size in pixels.
     void expect_misfit_when_too_long(wxWindow& control, int room, size_t index) {
         frame->notebook->SetSelection(index);
         const wxString text = control.GetLabel();
@@ -122,7 +121,7 @@ class Fit : public FrameTest {
 
 }  // namespace
 
-TEST_F(Fit, EveryTextHasRoomInEveryLanguageForEveryDevice) {
+TEST_F(Fit, EveryTextFitsInEveryLanguageForEveryDevice) {
     start();
     const wxArrayString languages = frame->languages;
     close();
@@ -132,7 +131,7 @@ TEST_F(Fit, EveryTextHasRoomInEveryLanguageForEveryDevice) {
     }
 }
 
-TEST_F(Fit, EveryLanguageAndEveryDeviceHasRoomInItsBox) {
+TEST_F(Fit, EveryLanguageAndEveryDeviceFitsInItsBox) {
     start();
     frame->notebook->SetSelection(1);
     for (wxComboBox* box : {frame->comboboxLanguages, frame->comboboxOptimize}) {
@@ -143,14 +142,14 @@ TEST_F(Fit, EveryLanguageAndEveryDeviceHasRoomInItsBox) {
     }
 }
 
-TEST_F(Fit, EveryFontIsWrittenInAReadableSize) {
+TEST_F(Fit, EveryFontHasAReadableSize) {
     constexpr double kSmallest =
-        75;  // dots per inch; the longest texts of any font tried fit at 77
+        75;  // dots per inch; the longest texts of all tested fonts fit at 77
     start();
     EXPECT_GE(gdk_screen_get_resolution(gdk_screen_get_default()), kSmallest);
 }
 
-TEST_F(Fit, ALargerTextWouldNotHaveRoom) {
+TEST_F(Fit, ALargerTextWouldNotFit) {
     start();
     GdkScreen* const screen = gdk_screen_get_default();
     const double dpi = gdk_screen_get_resolution(screen);

@@ -1,4 +1,4 @@
-// The notebook as it stands after the start.
+// The notebook after the start.
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
@@ -97,7 +97,7 @@ TEST_F(Layout, CaptionsTheControls) {
     EXPECT_TRUE(frame->htmlAbout->ToText().Contains("Vantreo 1.24 for Linux"));
 }
 
-TEST_F(Layout, SpeaksFrenchOnAFrenchSystem) {
+TEST_F(Layout, IsFrenchOnAFrenchSystem) {
     wxSetEnv("LANG", "fr_FR.UTF-8");
     start();
     wxSetEnv("LANG", "C.UTF-8");
@@ -139,7 +139,7 @@ TEST_F(Layout, LinksToTheEnglishPagesInEveryOtherLanguage) {
               (Links{"http://127.0.0.1:9/Greetings", "http://127.0.0.1:9/Contact"}));
 }
 
-TEST_F(Layout, SortsTheLanguagesAndTakesNoTyping) {
+TEST_F(Layout, SortsTheLanguagesAndAllowsNoTyping) {
     start();
     const wxComboBox* box = frame->comboboxLanguages;
     ASSERT_EQ(box->GetCount(), 9U);
@@ -169,7 +169,7 @@ TEST_F(Layout, OffersTheThreeDevices) {
     EXPECT_EQ(frame->comboboxOptimize->GetSelection(), 1);
 }
 
-TEST_F(Layout, TakesTheFirstDeviceForAnIndexOutOfRange) {
+TEST_F(Layout, UsesTheFirstDeviceForAnIndexOutOfRange) {
     for (const wxString index : {"3", "-1", "iPad", "99999999999"}) {
         setting("Optimize", index);
         start();
@@ -200,7 +200,7 @@ TEST_F(Layout, ShowsTheStoredFolderAndFocusesTheList) {
     EXPECT_TRUE(wait_until([this] { return wxWindow::FindFocus() == frame->textMovies; }));
 }
 
-TEST_F(Layout, TakesFilesOnTheListAndTheField) {
+TEST_F(Layout, AcceptsFilesOnTheListAndTheField) {
     start();
     EXPECT_NE(dynamic_cast<DnDtextMovies*>(frame->textMovies->GetDropTarget()), nullptr);
     EXPECT_NE(dynamic_cast<DnDtextOutput*>(frame->textOutput->GetDropTarget()), nullptr);

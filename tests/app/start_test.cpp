@@ -1,4 +1,4 @@
-// From the first line of the program to the window, and the settings it starts from.
+// From the start of the program to the window, with different settings.
 
 #include <wx/display.h>
 #include <wx/utils.h>
@@ -51,14 +51,14 @@ TEST_F(Start, FollowsAFrenchSystem) {
     EXPECT_EQ(stored("Language"), L"Fran\u00e7ais");
 }
 
-TEST_F(Start, SpeaksEnglishOnASystemItDoesNotSpeak) {
+TEST_F(Start, FallsBackToEnglishForAnUnsupportedLanguage) {
     wxSetEnv("LANG", "ja_JP.UTF-8");
     start();
     EXPECT_EQ(frame->defaultLanguage, "English");
     EXPECT_EQ(stored("Language"), "English");
 }
 
-TEST_F(Start, LetsTheStoredLanguageWin) {
+TEST_F(Start, PrefersTheSavedLanguage) {
     wxSetEnv("LANG", "fr_FR.UTF-8");
     setting("Language", "Deutsch");
     start();

@@ -1,4 +1,4 @@
-// What each phase of a run shows.
+// What the window shows in each phase of a run.
 
 #include <wx/button.h>
 #include <wx/checkbox.h>
@@ -68,7 +68,7 @@ TEST_F(States, ConvertingDisablesTheInputsAndOffersCancel) {
     EXPECT_EQ(figures(), "0 0% 00:00:00 ??:??:??");
 }
 
-TEST_F(States, ConvertingTellsThePositionInAList) {
+TEST_F(States, ConvertingShowsThePositionInAList) {
     start();
     add({"a", "b", "c"});
     frame->layout_converting(2);
@@ -77,7 +77,7 @@ TEST_F(States, ConvertingTellsThePositionInAList) {
     EXPECT_EQ(status(), "Conversion in progress...");
 }
 
-TEST_F(States, ConvertingTellsNoPositionForASingleMovie) {
+TEST_F(States, ConvertingShowsNoPositionForASingleMovie) {
     start();
     add({"a"});
     frame->layout_converting(1);
@@ -86,7 +86,7 @@ TEST_F(States, ConvertingTellsNoPositionForASingleMovie) {
     EXPECT_EQ(status(), "Conversion in progress... Adding Subtitles");
 }
 
-TEST_F(States, SubtitleTellsThePositionAndLeavesTheRest) {
+TEST_F(States, SubtitleShowsThePositionAndKeepsTheRest) {
     start();
     add({"a", "b", "c"});
     frame->layout_converting(2);
@@ -157,7 +157,7 @@ TEST_F(States, ConvertedOpensNoPageUnlessAsked) {
     start();
     frame->layout_converted();
     run_pending_events();
-    // The page of the next call is the first one, so the one before opened none.
+    // The next call opens the first page, so this one opened none.
     frame->config_write("HowToMove", "true");
     frame->layout_converted();
     ASSERT_TRUE(wait_until([&] { return opened() != before; }));

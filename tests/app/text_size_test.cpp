@@ -1,4 +1,4 @@
-// The size of the window's texts, and of its dialogs', while the desktop changes its own.
+// The size of the window's and its dialogs' texts when the desktop changes its own.
 
 #include <gtk/gtk.h>
 #include <wx/button.h>
@@ -15,13 +15,13 @@
 
 namespace {
 
-constexpr int kAdwaitaButtonHeight = 34;  // in pixels, with a text of ordinary size
+constexpr int kAdwaitaButtonHeight = 34;  // in pixels, with text of the default size
 
 class TextSize : public FrameTest {
   protected:
     TextSize() { start(); }
 
-    /// What the texts of the pages measure: a person sees a change of any.
+    /// The sizes of the pages' texts: a change of any is visible.
     std::vector<wxSize> sizes() const {
         const GtkWidget* const check = checkbox_label();
         PangoLayout* const label = gtk_label_get_layout(GTK_LABEL(check));
@@ -36,7 +36,7 @@ class TextSize : public FrameTest {
         return found;
     }
 
-    /// What a new language, or a new theme, lets the boxes show.
+    /// Updates the boxes as a new language or a new theme does.
     void show_pages_again() const {
         wxSysColourChangedEvent event;
         frame->ProcessWindowEvent(event);
@@ -103,7 +103,7 @@ TEST_F(TextSize, StaysWhenTheDesktopsTextsGrow) {
 
 TEST_F(TextSize, StaysWhenTheDisplaysResolutionChanges) {
     const std::vector<wxSize> before = sizes();
-    // So does the toolkit on Wayland when the desktop's texts grow.
+    // The toolkit does the same on Wayland when the desktop's text size grows.
     gdk_screen_set_resolution(gdk_screen_get_default(), 144);
     run_pending_events();
     show_pages_again();

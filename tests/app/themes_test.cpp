@@ -97,7 +97,7 @@ std::string name_of(const testing::TestParamInfo<const char*>& theme) {
 
 }  // namespace
 
-TEST_P(Themes, LetEveryTextBeRead) {
+TEST_P(Themes, KeepEveryTextReadable) {
     ASSERT_TRUE(is_installed(GetParam()));
     start();
     add({"a.avi", "b.avi"});
@@ -107,23 +107,23 @@ TEST_P(Themes, LetEveryTextBeRead) {
         expect_readable(box);
 }
 
-TEST_P(Themes, LeaveEveryTextItsRoom) {
+TEST_P(Themes, FitEveryText) {
     ASSERT_TRUE(is_installed(GetParam()));
     for (const wxString& language :
          {wxString("English"), wxString("Deutsch"), wxString::FromUTF8("русский язык")})
         expect_fit(language);
 }
 
-TEST_P(Themes, ShowWhereAButtonBegins) {
+TEST_P(Themes, ShowTheEdgesOfButtons) {
     ASSERT_TRUE(is_installed(GetParam()));
     start();
     GtkWidget* const button = frame->buttonConvert->GetHandle();
-    // Past the rounded corner, and before the text.
+    // Between the rounded corner and the text.
     const wxRect edge(20, 0, 1, frame->buttonConvert->GetSize().y + 4);
     EXPECT_FALSE(drawing_in(frame->GetHandle(), button, edge).IsEmpty());
 }
 
-TEST_P(Themes, DrawACheckMarkAsHighAsWide) {
+TEST_P(Themes, DrawASquareCheckMark) {
     ASSERT_TRUE(is_installed(GetParam()));
     start();
     show_page(1);

@@ -14,9 +14,9 @@ TEST(Utf8, ReadsWellFormedText) {
     EXPECT_EQ(text_from_utf8("\xF4\x8F\xBF\xBF").length(), 1U) << "the last character";
 }
 
-TEST(Utf8, RefusesWhatTheToolkitWouldChokeOnLater) {
+TEST(Utf8, RejectsWhatTheToolkitWouldFailOnLater) {
     const char* const bad[] = {"a\xE9",              // Latin-1
-                               "\xC3",               // cut
+                               "\xC3",               // truncated
                                "\xC0\xAF",           // overlong
                                "\xE0\x8F\x88",       // overlong
                                "\xED\xB8\x96",       // a surrogate

@@ -1,4 +1,4 @@
-"""A strict reader of MP4 files: what their boxes say, and what is wrong with them."""
+"""A strict reader of MP4 files: their boxes, and what is wrong with them."""
 
 import struct
 from dataclasses import dataclass, field
@@ -77,7 +77,7 @@ class Track:
 
 
 def sample_places(table: Box) -> list[tuple[int, int]]:
-    """Where each chunk begins, and how many samples it has."""
+    """The position of each chunk, and its number of samples."""
     wide = table.all(b"co64")
     offsets = numbers((wide or table.all(b"stco"))[0].data, "Q" if wide else "I", 4)
     runs = numbers(table.one(b"stsc").data, "III", 4)
@@ -96,7 +96,7 @@ def sample_sizes(table: Box) -> list[int]:
 
 
 def outside(table: Box, media: list[tuple[int, int]]) -> int:
-    """How many samples lie outside the media data, or in no chunk."""
+    """The number of samples outside the media data or outside of all chunks."""
     sizes, at, wrong = sample_sizes(table), 0, 0
     for start, count in sample_places(table):
         for size in sizes[at : at + count]:

@@ -1,4 +1,4 @@
-"""What phones, cameras and TV recorders write."""
+"""Movies of phones, cameras and TV recorders."""
 
 import surgery
 from judge import Wanted
@@ -37,7 +37,7 @@ KINDS = [
         f"{IN} -pix_fmt yuv422p -c:v mpeg2video -q:v 3 -bf 2 -c:a pcm_s24le -f mxf $O",
     ),
     Kind(
-        "MXF two mono sounds.mxf",
+        "MXF two mono tracks.mxf",
         "ffmpeg",
         f"{IN} -c:v mpeg2video -q:v 3 -filter_complex '[1:a]channelsplit[l][r]' -map 0:v -map "
         "'[l]' "
@@ -68,7 +68,7 @@ KINDS = [
         wanted=Wanted(),
     ),
     Kind(
-        "DNxHR without sound.mxf",
+        "DNxHR without audio.mxf",
         "ffmpeg",
         f"{FF} -i $Y -pix_fmt yuv422p -c:v dnxhd -profile:v dnxhr_lb -f mxf $O",
         Pattern(320, 180),
@@ -251,7 +251,7 @@ KINDS = [
         Wanted(sound="any"),
     ),
     Kind(
-        "timecode and four mono sounds.mov",
+        "timecode and four mono tracks.mov",
         "ffmpeg",
         f"{IN} -pix_fmt yuv422p10le -c:v prores_ks -filter_complex '[1:a]channelsplit[l][r]' -map "
         "0:v -map '[l]' -map '[r]' -c:a pcm_s24le -timecode 01:00:00:00 $O",

@@ -1,4 +1,4 @@
-"""Old AVIs, WMV, Flash, RealMedia, pictures that move, and what screen recorders write."""
+"""AVI, WMV, Flash, RealMedia, animated pictures and screen recordings."""
 
 from judge import Wanted
 from kinds import FF, GST, IN, MENCODER, WAV, Y4M, Kind
@@ -46,7 +46,7 @@ KINDS = [
         "mencoder",
         f"{MENCODER} -ovc x264 -x264encopts crf=20:bframes=2 -oac mp3lame -o $O",
         SMALL,
-        # mencoder starts the sound as late as the picture is decoded.
+        # mencoder delays the audio by the picture's decoding delay.
         Wanted(starts=None),
     ),
     Kind(
@@ -95,7 +95,7 @@ KINDS = [
         wanted=Wanted(even=False),
     ),
     Kind(
-        "sound with delay.avi",
+        "audio with delay.avi",
         "mencoder",
         f"{MENCODER} -delay 0.5 -ovc lavc -lavcopts vcodec=mpeg4:vqscale=3 -oac mp3lame -o $O",
         SMALL,
@@ -254,14 +254,14 @@ KINDS = [
         Wanted(sound="any"),
     ),
     Kind(
-        "a little picture and sound.avi",
+        "a little picture and audio.avi",
         "ffmpeg",
         f"{IN} -c:v mpeg4 -q:v 3 -c:a libmp3lame $O",
         Pattern(seconds=0.4, period=0.4, sound_seconds=1),
         Wanted(length=1),
     ),
     Kind(
-        "one frame without sound.mp4",
+        "one frame without audio.mp4",
         "ffmpeg",
         f"{FF} -i $Y {X264} $O",
         Pattern(seconds=0.04),
@@ -289,14 +289,14 @@ KINDS = [
         Pattern(rate="1", seconds=20, period=5),
     ),
     Kind(
-        "sound longer than the picture.mp4",
+        "audio longer than the picture.mp4",
         "ffmpeg",
         f"{IN} {X264} {AAC} $O",
         Pattern(sound_seconds=4),
         Wanted(length=4),
     ),
     Kind(
-        "sound shorter than the picture.mkv",
+        "audio shorter than the picture.mkv",
         "ffmpeg",
         f"{IN} {X264} {AAC} $O",
         Pattern(sound_seconds=2),

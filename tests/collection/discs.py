@@ -1,4 +1,4 @@
-"""DVDs, Video CDs and what stands on tapes."""
+"""DVDs, Video CDs and tapes."""
 
 import surgery
 from judge import Wanted
@@ -34,14 +34,14 @@ KINDS = [
         PAL,
     ),
     Kind(
-        "film with 3 to 2 pulldown.mpg",
+        "movie with 3 to 2 pulldown.mpg",
         "mjpegtools",
         f"cd $D; {FF} -i $Y -c:v mpeg2video -q:v 3 -bf 0 f.m2v; {SURGERY} pull_down f.m2v v.m2v; "
         "twolame --quiet $W a.mp2; mplex -v 0 -f 8 -o $O v.m2v a.mp2",
         Pattern(352, 480, aspect="20:11", rate="24000/1001"),
     ),
     Kind(
-        "film with 3 to 2 pulldown.mkv",
+        "movie with 3 to 2 pulldown.mkv",
         "mkvmerge",
         f"cd $D; {FF} -i $Y -c:v mpeg2video -q:v 3 -bf 0 f.m2v; {SURGERY} pull_down f.m2v v.m2v; "
         "twolame --quiet $W a.mp2; mplex -v 0 -f 8 -o a.mpg v.m2v a.mp2; mkvmerge -q -o $O a.mpg",

@@ -1,4 +1,4 @@
-"""Measures what an MP4 file shows and plays against the pattern that its movie was made of."""
+"""Compares the picture and audio of an MP4 file with the pattern that its movie was made from."""
 
 import math
 import re
@@ -20,17 +20,17 @@ WINDOW = 0.002
 
 @dataclass
 class Wanted:
-    """What should come out, where it is not what the pattern says."""
+    """The expected result, where it differs from the pattern."""
 
     shown: float | None = None  # width to height
     length: float | None = None
     frames: int | None = None
-    first: int = 0  # the first number to be seen
-    starts: float | None = 0  # when it is seen; None for whenever
+    first: int = 0  # the first visible number
+    starts: float | None = 0  # its time; None for any
     even: bool = True  # numbers follow their times
-    jumps: bool = False  # backwards, by the movie's own word
-    late: float = 0  # the sound, by the movie's own word
-    sound: str = "stereo"  # stereo, mono, any (its level is not judged), none
+    jumps: bool = False  # backwards, according to the movie
+    late: float = 0  # the audio, according to the movie
+    sound: str = "stereo"  # stereo, mono, any (its level is not checked), none
     colour: int | None = COLOUR
     refused: str = ""  # what the console says instead of a conversion
 
@@ -72,7 +72,7 @@ def disc_box(grey: numpy.ndarray) -> tuple[int, int]:
 
 
 def beeps(played: Played) -> list[int]:
-    """The samples at which beeps begin."""
+    """The samples at which beeps start."""
     step = max(1, int(WINDOW * played.sound_rate))
     loud = numpy.abs(played.sound).max(axis=1)
     peaks = loud[: len(loud) // step * step].reshape(-1, step).max(axis=1)
@@ -208,7 +208,7 @@ def judge_length(found: Judgement, pattern: Pattern, wanted: Wanted, mp4, report
 
 
 def drop_held(found: Judgement, played: Played) -> None:
-    """A picture that begins late may be preceded by its first frame."""
+    """A picture that starts late may be preceded by its first frame."""
     first = played.frames[0]
     while len(played.frames) > 1 and played.frames[1][1].number == first[1].number:
         played.frames.pop(0)

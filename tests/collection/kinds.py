@@ -15,15 +15,15 @@ IN = f"{FF} -i $Y -i $W"
 GST = "gst-launch-1.0 -q -e"
 MENCODER = "mencoder -really-quiet -noskip -mc 0 $Y -audiofile $W"
 SURGERY = f"/usr/bin/python3 -B {Path(__file__).with_name('surgery.py')}"
-# What GStreamer reads the pattern with.
+# GStreamer elements that read the pattern.
 Y4M = "filesrc location=$Y ! y4mdec"
 WAV = "filesrc location=$W ! wavparse ! audioconvert ! audioresample"
 
 
 @dataclass
 class Kind:
-    """`make` is a shell command with $Y and $W (the pattern's pictures and sound), $D (a folder for
-    what lies between) and $O (the movie); `surgery` changes the movie's bytes after that."""
+    """`make` is a shell command with $Y and $W (the pattern's pictures and audio), $D (a folder for
+    intermediate files) and $O (the movie); `surgery` changes the movie's bytes after that."""
 
     name: str
     maker: str

@@ -1,4 +1,4 @@
-"""What mkvmerge and others make of Matroska."""
+"""Matroska files by mkvmerge and others."""
 
 from judge import Wanted
 from kinds import FF, GST, IN, WAV, Y4M, Kind
@@ -48,7 +48,7 @@ KINDS = [
         wanted=Wanted(even=False, length=1),
     ),
     Kind(
-        "sound 200 ms earlier.mkv",
+        "audio 200 ms earlier.mkv",
         "mkvmerge",
         f"{IN} {X264} -c:a libmp3lame $D/a.mkv; {FF} -itsoffset 0.2 -i $W -c:a libmp3lame "
         "$D/b.mka; "
@@ -200,7 +200,7 @@ KINDS = [
         Pattern(720, 480, aspect="8:9", interlace="b", rate="30000/1001", seconds=1),
     ),
     Kind(
-        "leading sound, picture later.mkv",
+        "leading audio, picture later.mkv",
         "ffmpeg",
         f"{FF} -itsoffset 1 -i $Y -i $W {X264} -c:a aac $O",
         wanted=Wanted(starts=1, length=4),

@@ -1,5 +1,5 @@
 """The pattern that every movie of the collection shows: a disc, four colour patches, a frame number
-in bits, and flashes with beeps. Pictures as YUV4MPEG, sound as WAV."""
+in bits, and flashes with beeps. Pictures as YUV4MPEG, audio as WAV."""
 
 import math
 import struct
@@ -24,7 +24,7 @@ GREY, WHITE, BLACK = (90, 90, 90), (250, 250, 250), (10, 10, 10)
 
 @dataclass(frozen=True)
 class Pattern:
-    """What is drawn; `period` is the time between flashes in seconds."""
+    """The parameters; `period` is the time between flashes in seconds."""
 
     width: int = 160
     height: int = 120

@@ -1,5 +1,5 @@
-"""Plays an MP4 file with GStreamer's own demultiplexer, openh264 and faad: pictures and sound with
-their times, none of ffmpeg's libraries."""
+"""Plays an MP4 file with GStreamer's own demultiplexer, openh264 and faad: pictures and audio with
+their times, without ffmpeg's libraries."""
 
 from dataclasses import dataclass, field
 from pathlib import Path
@@ -21,14 +21,14 @@ SOUND = (
     "d.audio_0 ! queue max-size-time=0 max-size-bytes=0 max-size-buffers=0 ! aacparse ! faad ! "
     "audioconvert ! audio/x-raw,format=F32LE,layout=interleaved ! appsink name=sound sync=false"
 )
-# faad gives nothing for its first packet, and what follows gets that packet's time.
+# faad outputs nothing for its first packet, and gives its time to the second one.
 SWALLOWED = 1024
 DEADLINE = 15 * Gst.SECOND
 
 
 @dataclass
 class Played:
-    """Frames as (time, RGB array), sound as samples by channels with the time of the first."""
+    """Frames as (time, RGB array), audio as samples by channels with the time of the first."""
 
     frames: list = field(default_factory=list)
     sound: numpy.ndarray | None = None
@@ -71,7 +71,7 @@ def read_sound(sink: object, played: Played) -> None:
 
 
 def play(path: Path, has_sound: bool, look) -> Played:
-    """Plays the file; of each picture only what `look` makes of it is kept."""
+    """Plays the file; keeps only the result of `look` for each picture."""
     played = Played()
     words = f"filesrc name=source ! qtdemux name=d {PICTURE} {SOUND if has_sound else ''}"
     pipeline = Gst.parse_launch(words)

@@ -40,7 +40,7 @@ KINDS = [
         f"{FF} -i $Y -filter_complex 'split[a][b];[a]palettegen[p];[b][p]paletteuse' -c:v smc $O",
         wanted=Wanted(sound="none", colour=60),
     ),
-    Kind("Photo JPEG with float sound.mov", "ffmpeg", f"{IN} -c:v mjpeg -q:v 3 -c:a pcm_f32be $O"),
+    Kind("Photo JPEG with float audio.mov", "ffmpeg", f"{IN} -c:v mjpeg -q:v 3 -c:a pcm_f32be $O"),
     Kind(
         "ProRes 4444 with alpha.mov",
         "ffmpeg",

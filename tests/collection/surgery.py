@@ -1,4 +1,4 @@
-"""Changes of a movie's bytes that no tool at hand makes."""
+"""Changes to a movie's bytes that no available tool makes."""
 
 import struct
 import sys
@@ -14,7 +14,7 @@ def box(name: bytes, *parts: bytes) -> bytes:
 
 
 def split(data: bytes) -> list[tuple[bytes, bytes]]:
-    """Names and contents of the boxes in a row."""
+    """Names and contents of consecutive boxes."""
     boxes, at = [], 0
     while at + 8 <= len(data):
         size, name = struct.unpack_from(">I4s", data, at)
@@ -43,7 +43,7 @@ def change(data: bytes, path: list[bytes], do) -> bytes:
 
 
 def movie_end(data: bytes, do) -> bytes:
-    """Changes "moov", which has to be the last box, so that no place of media moves."""
+    """Changes "moov", which must be the last box, so that the media data does not move."""
     assert split(data)[-1][0] == b"moov", [name for name, _ in split(data)]
     return change(data, [b"moov"], do)
 
@@ -54,7 +54,7 @@ def is_kind(track: bytes, kind: bytes) -> bool:
 
 
 def change_tracks(kind: bytes, path: list[bytes], do):
-    """Of the content of "moov": what lies at the path in its tracks of one kind."""
+    """The boxes at the path in the tracks of one kind, from the content of "moov"."""
 
     def changed(moov: bytes) -> bytes:
         return join(
@@ -68,7 +68,7 @@ def change_tracks(kind: bytes, path: list[bytes], do):
 
 
 def add_telemetry(data: bytes) -> bytes:
-    """A track of a camera's measurements, made of the sound's packets."""
+    """A camera's telemetry track, made from the audio packets."""
     entry = box(b"gpmd", bytes(6), b"\0\1")
     replaced = [
         ([b"mdia", b"hdlr"], lambda body: body[:8] + b"meta" + bytes(12) + b"GoPro MET\0"),
@@ -121,7 +121,7 @@ def in_picture_entry(do):
 
 
 def label_dolby_vision(data: bytes) -> bytes:
-    """Profile 8.4: an ordinary picture with what makes more of it beside."""
+    """Profile 8.4: an ordinary picture with enhancement data."""
     label = box(b"dvvC", bytes([1, 0, 8 << 1, 0b00001101, 0x40]), bytes(19))
     return movie_end(data, in_picture_entry(lambda name, body: (name, body + label)))
 
@@ -140,7 +140,7 @@ def crop_picture(data: bytes) -> bytes:
 
 
 def show_wide(data: bytes) -> bytes:
-    """The track's size says 4:3 of a narrow picture, and nothing else does."""
+    """Only the track's size says that a narrow picture is 4:3."""
 
     def wide(body: bytes) -> bytes:
         return body[:-8] + struct.pack(">II", 320 << 16, 240 << 16)
@@ -149,19 +149,19 @@ def show_wide(data: bytes) -> bytes:
 
 
 def call_protected(data: bytes) -> bytes:
-    """The picture as a shop's protection calls it."""
+    """The picture's codec name as a shop's protection sets it."""
     return movie_end(data, in_picture_entry(lambda name, body: (b"drmi", body)))
 
 
 def call_outside(data: bytes) -> bytes:
-    """The media are said to be in another file, of which there is none."""
+    """The index refers to another file for the media, which does not exist."""
     body = bytes(7) + b"\1" + box(b"url ", bytes(4), b"file:///elsewhere/movie.mov\0")
     path = [b"mdia", b"minf", b"dinf", b"dref"]
     return movie_end(data, change_tracks(b"vide", path, lambda _: body))
 
 
 def two_edits(data: bytes) -> bytes:
-    """Seconds 2 to 3 first, then 0 to 1, of picture and sound alike."""
+    """Seconds 2 to 3 first, then 0 to 1, of picture and audio."""
 
     def edits(scale: int):
         values = struct.pack(">II", 0, 2)
@@ -177,7 +177,7 @@ def two_edits(data: bytes) -> bytes:
 
 
 def compress_index(data: bytes) -> bytes:
-    """ "moov" as old QuickTime deflates it."""
+    """ "moov" as old QuickTime compresses it."""
 
     def deflated(moov: bytes) -> bytes:
         whole = box(b"moov", moov)
@@ -188,7 +188,7 @@ def compress_index(data: bytes) -> bytes:
 
 
 def open_mdat(data: bytes) -> bytes:
-    """The media at the end without its size, as a camera leaves it that writes its index first."""
+    """The media data at the end without a size, as from a camera that writes its index first."""
     at = data.rindex(b"mdat", 0, len(data))
     return data[: at - 4] + bytes(4) + data[at:]
 
@@ -198,7 +198,7 @@ def pad_packets(data: bytes) -> bytes:
 
 
 def video_cd_sectors(data: bytes) -> bytes:
-    """A program stream in the sectors that a Video CD's file consists of."""
+    """A program stream in the sectors of a Video CD's file."""
     sectors = b""
     for number, at in enumerate(range(0, len(data), 2324)):
         seconds, frame = divmod(number + 150, 75)
@@ -216,7 +216,7 @@ def chunk(name: bytes, *parts: bytes) -> bytes:
 
 
 def dv_type_1(data: bytes) -> bytes:
-    """PAL DV as one stream of picture and sound, as cameras' software wrote it first."""
+    """PAL DV as one stream of picture and audio, as early camera software wrote it."""
     frames = [data[at : at + 144000] for at in range(0, len(data), 144000)]
     main = struct.pack(
         "<14I", 40000, 3600000, 0, 0x810, len(frames), 0, 1, 144000, 720, 576, 0, 0, 0, 0
@@ -238,7 +238,7 @@ def dv_type_1(data: bytes) -> bytes:
 
 
 def without_aspect(data: bytes) -> bytes:
-    """Without "pasp"; what is known of the shape elsewhere is for the caller."""
+    """Without "pasp"; the caller handles other information on the shape."""
     bare = in_picture_entry(
         lambda name, body: (
             name,
@@ -272,8 +272,8 @@ def mirror(data: bytes) -> bytes:
 
 
 def pull_down(data: bytes) -> bytes:
-    """MPEG-2 of 24 frames a second without B-frames, flagged as DVDs do it: shown in 59.94 fields,
-    three and two of a frame in turn."""
+    """MPEG-2 of 24 frames a second without B-frames, flagged as on DVDs: shown in 59.94 fields,
+    three and two per frame in turn."""
     cycle = [(1, 1), (0, 0), (0, 1), (1, 0)]
     stream, at, number = bytearray(data), 0, 0
     while (at := stream.find(b"\0\0\1", at)) >= 0 and at + 9 < len(stream):

@@ -50,7 +50,7 @@ TEST(Commands, AddsSubtitlesInPlace) {
               "\"/out/movie.mp4\"");
 }
 
-TEST(Commands, HandOverAnyPathAsOneArgumentUnchanged) {
+TEST(Commands, PassAnyPathUnchangedAsOneArgument) {
     const wxArrayString probe = arguments(probe_command(kHostile));
     ASSERT_EQ(probe.size(), 3U);
     EXPECT_EQ(probe[2], kHostile);

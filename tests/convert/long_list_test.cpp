@@ -1,4 +1,4 @@
-// A list of hundreds of movies: what the process needs does not grow with the movies done.
+// A list of hundreds of movies: the process does not grow with the number of converted movies.
 
 #include <wx/button.h>
 #include <wx/listbox.h>
@@ -12,8 +12,8 @@
 namespace {
 
 #ifdef __SANITIZE_ADDRESS__
-// There a process takes its time to start, and what is freed is kept for a while: the order, the
-// descriptors and the leak check at the end count.
+// Under a sanitizer, processes start slowly and freed memory is kept for a while: only the order,
+// the descriptors and the leak check at the end count.
 constexpr size_t kMovies = 205;
 constexpr size_t kLate = 200;
 constexpr double kLargestGrowth = 10.0;
@@ -24,7 +24,7 @@ constexpr double kLargestGrowth = 1.1;
 #endif
 constexpr size_t kEarly = 100;
 
-/// What the process uses at one moment.
+/// What the process uses at a given time.
 struct Use {
     long pages = 0;  ///< resident memory
     long descriptors = 0;
@@ -63,14 +63,13 @@ class LongList : public FrameTest {
         return steps;
     }
 
-    /// Keeps what is used when `movie` comes to its turn; several may have passed since the last
-    /// look.
+    /// Records what is used when `movie` starts; several may have passed since the last record.
     static void note(std::optional<Use>& use, size_t now, size_t movie) {
         if (!use && now >= movie)
             use = current_use();
     }
 
-    /// Goes on to the end of the run.
+    /// Continues to the end of the run.
     void watch_run() {
         EXPECT_TRUE(wait_until(
             [&] {
@@ -100,7 +99,7 @@ class LongList : public FrameTest {
 
 }  // namespace
 
-TEST_F(LongList, IsConvertedInOrderByOneToolAtATimeWithinTheSameMeans) {
+TEST_F(LongList, IsConvertedInOrderByOneToolAtATimeWithoutGrowth) {
     start();
     list_movies();
     press(frame->buttonConvert);

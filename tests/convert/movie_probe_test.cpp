@@ -1,4 +1,4 @@
-// What a job makes of its probe's report.
+// How a job processes its probe's report.
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 class MovieProbe : public testing::Test {
   protected:
-    /// The report of an ordinary film with that size, rate and duration.
+    /// The report of an ordinary movie with that size, rate and duration.
     static wxString report(const wxString& size = "1280x720", const wxString& rate = "25",
                            const wxString& duration = "00:00:20.00") {
         return wxString::Format(
@@ -62,14 +62,14 @@ TEST_F(MovieProbe, PreparesTheTranscode) {
     EXPECT_EQ(job.confirm, "");
 }
 
-TEST_F(MovieProbe, TakesTheCodecTimeBaseForTheRate) {
+TEST_F(MovieProbe, UsesTheCodecTimeBaseAsTheRate) {
     Movie job(listener, movies.file("a.avi"), out.path(), 0);
     process(job, report("1280x720", "47.95"));
     EXPECT_EQ(job.fps, 47.95);
     EXPECT_EQ(job.fps_max, 30.0);
 }
 
-TEST_F(MovieProbe, RejectsWhatIsNoMovie) {
+TEST_F(MovieProbe, RejectsFilesThatAreNotMovies) {
     const wxString bad[] = {"",
                             "x.avi: Invalid data found when processing input\n",
                             report("1280x720", "0"),
@@ -136,9 +136,9 @@ TEST_F(MovieProbe, FindsTheSubtitlesBesideTheMovie) {
                                       ":hdlr=sbtl\" \"" + out.file("movie.mp4") + "\"");
 }
 
-TEST_F(MovieProbe, TakesNoSubtitlesOfAnotherName) {
+TEST_F(MovieProbe, IgnoresSubtitlesOfAnotherName) {
     movies.write("other.srt");
-    movies.write("movie.SRT");  // found only where the file system ignores case
+    movies.write("movie.SRT");  // found only if the file system ignores case
     out.write("movie.srt");
     Movie job(listener, movies.file("movie.avi"), out.path(), 0);
     process(job, report());

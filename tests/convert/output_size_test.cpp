@@ -22,7 +22,7 @@ TEST(OutputSize, MakesTheComputedSideEven) {
     EXPECT_EQ(output_size({720, 404}, 0), (FrameSize{480, 268}));
 }
 
-TEST(OutputSize, ReckonsInSinglePrecision) {
+TEST(OutputSize, ComputesInSinglePrecision) {
     EXPECT_EQ(output_size({486, 405}, 0), (FrameSize{480, 398}));
 }
 
@@ -44,7 +44,7 @@ TEST(OutputSize, TreatsASquareMovieLikeAPortraitOne) {
     EXPECT_EQ(output_size({480, 480}, 0), (FrameSize{480, 480}));
 }
 
-TEST(OutputSize, TakesAnUnknownDeviceForTheFirst) {
+TEST(OutputSize, TreatsAnUnknownDeviceAsTheFirst) {
     EXPECT_EQ(output_size({1280, 720}, 5), (FrameSize{480, 270}));
     EXPECT_EQ(output_size({1280, 720}, -1), (FrameSize{480, 270}));
 }

@@ -29,12 +29,12 @@ TEST(ParseProbe, ReadsDurationSizeAndRate) {
     EXPECT_EQ(facts.fps, 25.0);
 }
 
-TEST(ParseProbe, TakesTheLastRateForTheFrameRate) {
+TEST(ParseProbe, UsesTheLastRateAsTheFrameRate) {
     EXPECT_EQ(facts_with_rates("23.98 fps, 23.98 tbr, 1k tbn, 47.95 tbc").fps, 47.95);
     EXPECT_EQ(facts_with_rates("59.94 tbr, 90k tbn, 59.94 tbc").fps, 59.94);
 }
 
-TEST(ParseProbe, TakesTheLeadingNumberOfAFraction) {
+TEST(ParseProbe, UsesTheLeadingNumberOfAFraction) {
     EXPECT_EQ(facts_with_rates("30000/1001 tbc").fps, 30000.0);
 }
 
@@ -66,7 +66,7 @@ TEST(ParseProbe, ReadsASizeUpToABlankACommaOrASlash) {
     }
 }
 
-TEST(ParseProbe, TakesTheSizeOfTheLastVideoStream) {
+TEST(ParseProbe, UsesTheSizeOfTheLastVideoStream) {
     const ProbeFacts facts = parse_probe(
         kReport + "    Stream #0.2: Video: mjpeg, yuvj420p, 640x360 , 90k tbr, 90k tbn, 90 tbc\n");
     EXPECT_EQ(facts.width, 640);
@@ -93,7 +93,7 @@ TEST(ParseProbe, FindsNothingWithoutADuration) {
     EXPECT_EQ(facts.fps, 0.0);
 }
 
-TEST(ParseProbe, DoesNotReadTheReportOfTodaysTool) {
+TEST(ParseProbe, DoesNotReadTheReportOfTheCurrentFfmpeg) {
     wxString report = kReport;
     report.Replace("#0.", "#0:");
     EXPECT_EQ(parse_probe(report).width, 0);
@@ -127,7 +127,7 @@ TEST(ParseTranscode, ReadsPastARecordWhoseBeginningIsMissing) {
     EXPECT_EQ(parse_transcoded_seconds("me=30.04 bitrate= 1\rtime=31.10 bitrate= 1\r"), 31);
 }
 
-TEST(ParseTranscode, DoesNotReadTheTimeOfTodaysTool) {
+TEST(ParseTranscode, DoesNotReadTheTimeOfTheCurrentFfmpeg) {
     EXPECT_FALSE(parse_transcoded_seconds("time=00:00:30.04 bitrate= 336.5kbits/s"));
     EXPECT_FALSE(parse_transcoded_seconds(""));
 }
@@ -143,14 +143,14 @@ TEST(ParseMux, DoesNotLimitThePercentage) {
     EXPECT_EQ(parse_muxed_percent("ISO File Writing: | | (450/1000)"), 450);
 }
 
-TEST(ParseMux, FindsNothingInACutLine) {
+TEST(ParseMux, FindsNothingInATruncatedLine) {
     const wxString line = "ISO File Writing: |==| (45/";
     for (size_t length = 0; length < line.length(); ++length)
         EXPECT_FALSE(parse_muxed_percent(line.Left(length))) << "cut at " << length;
     EXPECT_EQ(parse_muxed_percent(line), 45);
 }
 
-TEST(ProgressParsing, TakesANumberThatIsTooLargeForTheLargest) {
+TEST(ProgressParsing, ClampsANumberThatIsTooLarge) {
     EXPECT_EQ(parse_transcoded_seconds("time=99999999999999999999.00 bitrate="), 2147483647);
     EXPECT_EQ(parse_transcoded_seconds("time=4294967296.00 bitrate="), 2147483647);
     EXPECT_EQ(parse_muxed_percent("ISO File Writing: (4294967300/1)"), 2147483647);

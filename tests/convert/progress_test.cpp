@@ -1,4 +1,4 @@
-// From a tool's output to the figures in the window.
+// From a tool's output to the values in the window.
 
 #include <wx/gauge.h>
 #include <wx/stattext.h>
@@ -31,7 +31,7 @@ class Progress : public FrameTest {
 
 }  // namespace
 
-TEST_F(Progress, ReckonsThePercentageFromTheTimeWritten) {
+TEST_F(Progress, ComputesThePercentageFromTheTimeWritten) {
     job->mode = "convert";
     transcoder->millis = 10999;
     job->OnFFmpegUpdate("frame= 1 fps=1 q=2.0 size= 1kB time=30.04 bitrate= 1.0kbits/s\r");
@@ -45,14 +45,14 @@ TEST_F(Progress, ReckonsThePercentageFromTheTimeWritten) {
     EXPECT_EQ(frame->gaugeProgress->GetValue(), 25);
 }
 
-TEST_F(Progress, KeepsTheExactShareOfAPercent) {
+TEST_F(Progress, KeepsTheFractionOfAPercent) {
     job->mode = "convert";
     job->OnFFmpegUpdate("time=50.99 bitrate=");
     EXPECT_EQ(job->percent, 41);
     EXPECT_FLOAT_EQ(job->percent_exact, 100.0F * 50.0F / 120.0F);
 }
 
-TEST_F(Progress, CutsTheExactShareAndNotARoundedOne) {
+TEST_F(Progress, TruncatesTheExactValueAndNotARoundedOne) {
     job->mode = "convert";
     job->duration = 10;
     job->OnFFmpegUpdate("time=7.00 bitrate=");
@@ -97,7 +97,7 @@ TEST_F(Progress, ShowsTheMuxersOwnPercentage) {
     EXPECT_EQ(frame->gaugeProgress->GetValue(), 45);
 }
 
-TEST_F(Progress, FallsToZeroWhenTheMuxerTellsNothing) {
+TEST_F(Progress, FallsToZeroWhenTheMuxerReportsNothing) {
     job->mode = "subtitle";
     job->OnFFmpegUpdate("ISO File Writing: |====    | (45/100)\r");
     job->OnFFmpegUpdate("");
@@ -122,7 +122,7 @@ TEST_F(Progress, IsIgnoredInAnyOtherMode) {
     }
 }
 
-TEST_F(Progress, TakesTheElapsedTimeOfEachStepFromItsOwnTool) {
+TEST_F(Progress, UsesTheElapsedTimeOfEachStepsOwnTool) {
     frame->movies = {job.get()};
     transcoder->millis = 11000;
     muxer->millis = 3000;

@@ -55,7 +55,7 @@ TEST_F(Queue, ProbesAllMoviesBeforeItConvertsThem) {
     EXPECT_EQ(frame->GetTitle(), "100% - Vantreo");
 }
 
-TEST_F(Queue, HandsTheToolsTheirExactCommandLines) {
+TEST_F(Queue, PassesTheToolsTheirExactCommandLines) {
     setting("Optimize", "2");
     start();
     movies.write("a b.srt");
@@ -102,7 +102,7 @@ TEST_F(Queue, ShowsTheSubtitleStep) {
     ASSERT_TRUE(wait_until([this] { return status() == kCompleted; }));
 }
 
-TEST_F(Queue, TellsNoPositionWhileItProbes) {
+TEST_F(Queue, ShowsNoPositionWhileItProbes) {
     start();
     add({"a.avi", "b.avi"});
     press(frame->buttonConvert);
@@ -157,7 +157,7 @@ TEST_F(Queue, StopsAtTheFirstBadMovieAndConvertsNothing) {
     EXPECT_EQ(frame->textMovies->GetCount(), 3U);
 }
 
-TEST_F(Queue, TakesADismissedErrorForAnAcknowledgedOne) {
+TEST_F(Queue, TreatsADismissedErrorAsAcknowledged) {
     start();
     dialogs.answers = {wxID_CANCEL};
     ASSERT_TRUE(run({"bad.avi"}, kCanceled));
@@ -174,7 +174,7 @@ TEST_F(Queue, ChangesNoStateWhenTheErrorIsNotAcknowledged) {
     EXPECT_EQ(status(), "Conversion in progress...");
 }
 
-TEST_F(Queue, TellsABadOutputFolderAndAMovieOntoItself) {
+TEST_F(Queue, ReportsABadOutputFolderAndAMovieOntoItself) {
     setting("Output", out.file("none"));
     start();
     dialogs.answers = {wxID_OK, wxID_OK};
@@ -202,7 +202,7 @@ TEST_F(Queue, AsksBeforeOverwritingAndStopsAfterNo) {
     EXPECT_EQ(file_text(out.file("b.mp4")), "precious");
 }
 
-TEST_F(Queue, GoesOnAfterAnyOtherAnswerToTheOverwriteQuestion) {
+TEST_F(Queue, ContinuesAfterAnyOtherAnswerToTheOverwriteQuestion) {
     start();
     dialogs.answers = {wxID_YES, wxID_HELP};
     for (const size_t converted : {1U, 2U}) {
@@ -212,7 +212,7 @@ TEST_F(Queue, GoesOnAfterAnyOtherAnswerToTheOverwriteQuestion) {
     }
 }
 
-TEST_F(Queue, TakesADismissedOverwriteQuestionForNo) {
+TEST_F(Queue, TreatsADismissedOverwriteQuestionAsNo) {
     start();
     out.write("a.mp4", "precious");
     dialogs.answers = {wxID_CANCEL};
@@ -220,7 +220,7 @@ TEST_F(Queue, TakesADismissedOverwriteQuestionForNo) {
     EXPECT_EQ(steps(), Steps{"probe a.avi"});
 }
 
-TEST_F(Queue, OverwritesWithoutAskingWhenTold) {
+TEST_F(Queue, OverwritesWithoutAskingIfThatIsSet) {
     setting("Overwrite", "false");
     start();
     out.write("a.mp4");
@@ -228,7 +228,7 @@ TEST_F(Queue, OverwritesWithoutAskingWhenTold) {
     EXPECT_TRUE(dialogs.shown.empty());
 }
 
-TEST_F(Queue, GoesOnUnlessTheCancelIsConfirmed) {
+TEST_F(Queue, ContinuesUnlessTheCancelIsConfirmed) {
     start();
     start_run({"a.avi"});
     dialogs.answers = {wxID_NO, wxID_CANCEL, wxID_HELP};
@@ -258,7 +258,7 @@ TEST_F(Queue, StopsTheToolWhenTheCancelIsConfirmed) {
     EXPECT_EQ(status(), kCanceled);
 }
 
-TEST_F(Queue, LeavesTheKeyboardWithTheButtonThatCanceled) {
+TEST_F(Queue, KeepsTheFocusOnTheButtonThatCanceled) {
     start();
     start_run({"a.avi"});
     frame->buttonConvert->SetFocus();
@@ -301,7 +301,7 @@ TEST_F(Queue, LetsTheMuxerFinishWhenItIsCanceled) {
     EXPECT_EQ(steps().size(), 4U);
 }
 
-TEST_F(Queue, DoesNotGoOnBelowAnOpenQuestion) {
+TEST_F(Queue, DoesNotContinueDuringAnOpenQuestion) {
     start();
     start_run({"a.avi"});
     const Movie* const job = frame->movies[0];
@@ -311,12 +311,12 @@ TEST_F(Queue, DoesNotGoOnBelowAnOpenQuestion) {
         ASSERT_TRUE(wait_until([&] { return job->ffmpeg->Ended(); }));
         EXPECT_EQ(status(), "Conversion in progress...");
     };
-    // The hook stands for ShowModal, so the box counts as open while it is asked.
+    // The hook replaces ShowModal, so the box counts as open while the hook runs.
     press(frame->buttonConvert);
     EXPECT_TRUE(wait_until([this] { return status() == kCompleted; }));
 }
 
-TEST_F(Queue, GoesOnInOrderWhenAPostponedEndAsksAgain) {
+TEST_F(Queue, ContinuesInOrderWhenAPostponedEndAsksAgain) {
     start();
     Steps done;
     const auto note = [&](const wxString& step) { return [&done, step] { done.push_back(step); }; };
@@ -339,7 +339,7 @@ TEST_F(Queue, GoesOnInOrderWhenAPostponedEndAsksAgain) {
     EXPECT_EQ(done, (Steps{"asks", "answered", "next", "came below the second"}));
 }
 
-TEST_F(Queue, ForgetsAnEndThatCameBelowAConfirmedCancel) {
+TEST_F(Queue, ForgetsAnEndDuringAConfirmedCancel) {
     start();
     start_run({"a.avi"});
     const Movie* const job = frame->movies[0];
@@ -373,7 +373,7 @@ TEST_F(Queue, StartsAgainAfterACancel) {
     EXPECT_TRUE(wait_until([this] { return status() == kCompleted; }));
 }
 
-TEST_F(Queue, TakesFolderAndDeviceFromTheWindow) {
+TEST_F(Queue, UsesTheFolderAndDeviceOfTheWindow) {
     start();
     Folder other;
     frame->textOutput->SetValue(other.path());
@@ -382,13 +382,13 @@ TEST_F(Queue, TakesFolderAndDeviceFromTheWindow) {
     EXPECT_TRUE(calls()[1].EndsWith(" -s 960x540 " + other.file("a.mp4")));
 }
 
-TEST_F(Queue, ReportsAMissingFFmpegAndProbesAllTheSame) {
+TEST_F(Queue, ReportsAMissingFFmpegAndStillProbes) {
     start();
     remove_tool("ffmpeg");
     dialogs.answers = {wxID_OK, wxID_OK};
     ASSERT_TRUE(run({"a.avi"}, kCanceled));
     EXPECT_EQ(message(0), "Error: Can't find FFmpeg. Please reinstall Vantreo.");
-    // The probe that was started all the same ends without a report.
+    // The probe was started anyway and ends without a report.
     ASSERT_TRUE(wait_until([this] { return dialogs.shown.size() == 2; }));
     EXPECT_EQ(message(1), movies.file("a.avi") + ":\n" + kBadMovie);
     EXPECT_EQ(status(), kCanceled);
@@ -424,7 +424,7 @@ TEST_F(Queue, IgnoresTheLateProbeOfAnEarlierRun) {
     remove_tool("MP4Box");
     dialogs.answers = {wxID_OK};
     add({"a.avi"});
-    press(frame->buttonConvert);  // its probe goes on behind the message
+    press(frame->buttonConvert);  // its probe continues behind the message
     restore_tool("MP4Box");
     press(frame->buttonConvert);
     ASSERT_TRUE(wait_until([this] { return status() == kCompleted; }));
@@ -432,7 +432,7 @@ TEST_F(Queue, IgnoresTheLateProbeOfAnEarlierRun) {
     EXPECT_EQ(dialogs.shown.size(), 1U);
 }
 
-TEST_F(Queue, KeepsAJobWhoseMuxerRunsOnPastTheNextRun) {
+TEST_F(Queue, KeepsAJobWhoseMuxerOutlastsTheNextRun) {
     start();
     movies.write("a.srt");
     hold("MP4Box");

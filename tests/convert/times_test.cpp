@@ -26,13 +26,13 @@ TEST(Times, ReadsHoursMinutesAndSeconds) {
     EXPECT_EQ(Movie::duration_to_seconds("99:59:59"), 359999);
 }
 
-TEST(Times, WeighsFewerPartsFromTheHoursDown) {
+TEST(Times, ReadsFewerPartsAsHoursFirst) {
     EXPECT_EQ(Movie::duration_to_seconds("2"), 7200);
     EXPECT_EQ(Movie::duration_to_seconds("2:5"), 7500);
     EXPECT_EQ(Movie::duration_to_seconds(""), 0);
 }
 
-TEST(Times, CutsMillisecondsOffToWholeSeconds) {
+TEST(Times, TruncatesMillisecondsToSeconds) {
     EXPECT_EQ(Movie::millis_to_seconds(0), 0);
     EXPECT_EQ(Movie::millis_to_seconds(999), 0);
     EXPECT_EQ(Movie::millis_to_seconds(1000), 1);
@@ -62,7 +62,7 @@ TEST(Times, EstimatesFromTheExactPercentage) {
     EXPECT_EQ(remaining(60, 0.01F), ">24h");
 }
 
-TEST(Times, ReckonsTheRateInSinglePrecision) {
+TEST(Times, ComputesTheRateInSinglePrecision) {
     EXPECT_EQ(remaining(5, 62.5F), "00:00:02");
 }
 
@@ -75,7 +75,7 @@ TEST(Times, ShowsNothingRemainingAtTheEnd) {
     EXPECT_EQ(job.time_remaining(-1, -1), "00:00:00") << "the whole percentage decides";
 }
 
-TEST(Times, JudgesTheFirstSecondsByTheGivenTimeButReckonsWithTheJobs) {
+TEST(Times, ChecksTheFirstSecondsByTheGivenTimeButEstimatesWithTheJobs) {
     Movie job(listener, "", "", 0);
     job.elapsed = 10;
     job.percent = 25;

@@ -1,4 +1,4 @@
-// Tools that behave badly: the window stays alive and tells what the run has come to.
+// Misbehaving tools: the window stays responsive and shows the state of the run.
 
 #include <signal.h>
 #include <wx/button.h>
@@ -21,7 +21,7 @@ const wxString kCanceled = "Conversion canceled";
 const wxString kHalf =
     "frame=   1 fps=  1 q=2.0 size=       1kB time=60.00 bitrate=   1.0kbits/s\r";
 
-/// More than a pipe holds; a probe's report is read at its end only, so it never comes to it.
+/// More than a pipe can hold; a probe's report is read only at its end, which never comes.
 const wxString kEndless('x', std::size_t{1} << 20U);
 
 class ToolFaults : public FrameTest {
@@ -29,7 +29,7 @@ class ToolFaults : public FrameTest {
     void flood(const wxString& tool = "ffmpeg") { doubles.write("flood" + tool); }
     void stop_flood(const wxString& tool = "ffmpeg") { doubles.remove("flood" + tool); }
 
-    /// The longest turn of the event loop within `seconds`, in milliseconds.
+    /// The longest iteration of the event loop within `seconds`, in milliseconds.
     static long longest_turn(double seconds) {
         wxStopWatch turn;
         long longest = 0;
@@ -53,7 +53,7 @@ class ToolFaults : public FrameTest {
         return wait_until([&] { return status() == state && !running(); }, 15.0);
     }
 
-    /// A confirmed cancel ends the tool and starts nothing more.
+    /// A confirmed cancel ends the tool and starts no other.
     void expect_cancel() {
         const Movie* const job = frame->movies[frame->movieIndex];
         const size_t before = steps().size();
@@ -94,7 +94,7 @@ TEST_F(ToolFaults, AFloodOfProgressKeepsTheWindowAlive) {
     EXPECT_EQ(frame->GetTitle(), "100% - Vantreo");
 }
 
-TEST_F(ToolFaults, AFloodOfRubbishIsCanceled) {
+TEST_F(ToolFaults, AFloodOfGarbageIsCanceled) {
     start();
     convert_prints(wxString('x', 5000));
     flood();
@@ -197,7 +197,7 @@ TEST_F(ToolFaults, AMuxerThatIsKilledCountsAsDone) {
     EXPECT_EQ(frame->labelPercent->GetLabel(), "100%");
 }
 
-TEST_F(ToolFaults, AProbeThatIsKilledIsNoMovie) {
+TEST_F(ToolFaults, AKilledProbeCountsAsNoMovie) {
     start();
     report(kEndless);
     dialogs.answers = {wxID_OK};

@@ -1,4 +1,4 @@
-"""Converts two sample movies through the program's real window, as a person would.
+"""Converts two sample movies through the program's real window, as a user would.
 
     demo.py FOLDER
 
@@ -85,7 +85,7 @@ def main() -> None:
         convert(make_sources(sources), output)
         faults = find_faults(output)
         for result in output.iterdir():
-            # Files of an earlier demo are replaced, and only now that there are new ones.
+            # Replace files of an earlier demo only now that there are new ones.
             shutil.copyfile(result, folder / result.name)
     except (NotSeen, OSError) as fault:
         sys.exit(f"demo: {fault}")

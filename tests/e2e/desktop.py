@@ -1,4 +1,4 @@
-"""The program's window in a desktop session, seen and driven from outside.
+"""Watches and drives the program's window in a desktop session from outside.
 
 To be used inside tests/with_session. Places are those of the display in which the session is nested,
 in its pixels. On a Wayland session the accessibility bus counts places from the corner of a window's
@@ -34,13 +34,13 @@ SESSION = os.environ["VANTREO_SESSION"]
 BACKEND = os.environ["VANTREO_BACKEND"]
 SCALE = float(os.environ.get("VANTREO_SCALE", "1"))
 SIZE = 770, 385
-# Whether the session adds a title bar of its own to the size that a program asks for.
+# Whether the session adds its own title bar to the size that a program asks for.
 DRAWS_TITLE_BARS = SESSION in ("sway", "kwin")
-# The rows at the top where a desktop has a panel, which may name the program.
+# The rows at the top where a desktop has a panel, which may show the program's name.
 PANEL = round(40 * SCALE) if SESSION in ("gnome", "gnome-x11", "xfce") else 0
-# Between two parts of a desktop with a panel, as it builds itself up.
+# The delay between two parts of a desktop with a panel while it starts.
 BUILD_UP_SECONDS = 2
-# What the program needs to run in the session. On X11 a session's scale is that of its programs.
+# The program's environment in the session. On X11 a session's scale is that of its programs.
 ENVIRONMENT = {"GDK_BACKEND": BACKEND}
 if BACKEND == "x11":
     ENVIRONMENT["GDK_SCALE"] = str(round(SCALE))
@@ -53,12 +53,12 @@ DISPLAY_TITLE_BAR = 60 * SCALE
 CHANNELS = 3
 # How often, and for how long each, a click is tried.
 CLICKS, CLICK_SECONDS = 3, 4
-# How much brighter than the desktop a window's pixel is at the least, of 255.
+# How much brighter than the desktop a window's pixel must be, of 255.
 FAINT = 8
 
 
 class Box(NamedTuple):
-    """Columns left to right and rows top to bottom, without the last ones."""
+    """Columns left to right and rows top to bottom, excluding the last ones."""
 
     left: int
     top: int
@@ -83,7 +83,7 @@ class Box(NamedTuple):
 
 
 def display_rows() -> list[bytes]:
-    """The display as it is now: the bytes of its pixels."""
+    """The current bytes of the display's pixels."""
     screen = Gdk.get_default_root_window()
     picture = picture_of(0, 0, screen.get_width(), screen.get_height())
     data, stride = picture.get_pixels(), picture.get_rowstride()
@@ -92,9 +92,9 @@ def display_rows() -> list[bytes]:
 
 
 def move_pointer_to_middle() -> None:
-    """By way of the corner, where every compositor agrees with the display.
+    """Moves through the corner, where every compositor agrees with the display.
 
-    weston adds up the pointer's ways, and may have missed where it was at the start.
+    weston adds up pointer motions and may have missed the initial position.
     """
     screen = Gdk.get_default_root_window()
     xdotool("mousemove", 0, 0)
@@ -103,7 +103,7 @@ def move_pointer_to_middle() -> None:
 
 @cache
 def empty_desktop() -> list[bytes]:
-    """The display without a window. To be called before the first window is opened."""
+    """Records the display without a window. Call before the first window is opened."""
     move_pointer_to_middle()
     rows, since = [], 0.0
 
@@ -112,7 +112,7 @@ def empty_desktop() -> list[bytes]:
         last, rows = rows, display_rows()
         if last != rows:
             since = time.monotonic()
-        # Most nested sessions begin with a black window.
+        # Most nested sessions start with a black window.
         has_begun = BACKEND == "x11" or SESSION == "kwin" or any(map(any, rows))
         return has_begun and time.monotonic() - since > (BUILD_UP_SECONDS if PANEL else REST_SECONDS)
 
@@ -121,7 +121,7 @@ def empty_desktop() -> list[bytes]:
 
 
 def window_box() -> Box | None:
-    """Where the display shows a window, without its shadow; None where it shows none."""
+    """The place of the window on the display, without its shadow; None if there is none."""
     tops, lefts, rights = [], [], []
     for y, (empty, row) in enumerate(zip(empty_desktop(), display_rows())):
         if row == empty or y < PANEL:
@@ -135,14 +135,14 @@ def window_box() -> Box | None:
 
 
 def wait_for_empty_desktop() -> None:
-    """Waits until no window of an earlier program is seen any longer; some fade when they close."""
+    """Waits until no window of an earlier program is visible; some fade out."""
     empty_desktop()
     move_pointer_to_middle()
     wait_for(lambda: window_box() is None, "a desktop without a window")
 
 
 def find_window() -> Box | None:
-    """Where a window of the right size is seen; None where there is none."""
+    """The place of a window of the right size; None if there is none."""
     box = window_box()
     if box is None:
         return None
@@ -152,7 +152,7 @@ def find_window() -> Box | None:
 
 
 def label_pixels(box: Box) -> bytes:
-    """What a window there shows in its middle, where the check screen has its label."""
+    """The middle of a window there, where the check screen has its label."""
     rows, middle = round(80 * SCALE), (box.top + box.bottom) // 2
     edge = round(10 * SCALE)
     width = box.size[0] - 2 * edge
@@ -169,7 +169,7 @@ def sees_text() -> bool:
 
 
 def boxes(control: Atspi.Accessible) -> Iterator[tuple[str, Box]]:
-    """What is shown inside the control: each name, or role, and its place in its window's surface."""
+    """The visible children of the control: name or role, and place in the window's surface."""
     for child in descendants(control):
         if has_state(child, Atspi.StateType.SHOWING):
             box = Box.of(child.get_extents(Atspi.CoordType.WINDOW))
@@ -185,7 +185,7 @@ class DesktopWindow(Vantreo):
 
     def _wait_until_usable(self) -> None:
         super()._wait_until_usable()
-        # Where it is clicked before it is painted, the click goes elsewhere.
+        # A click before it is painted goes elsewhere.
         wait_for(lambda: self._is_at_rest(), "a window that stays where it is")
 
     @property
@@ -199,7 +199,7 @@ class DesktopWindow(Vantreo):
 
     @property
     def parts(self) -> Box:
-        """The title bar, where GTK draws one, and what is below it, in the window's surface."""
+        """The title bar, if GTK draws one, and the rest, in the window's surface."""
         children = [self.frame.get_child_at_index(i) for i in range(self.frame.get_child_count())]
         found = [Box.of(child.get_extents(Atspi.CoordType.WINDOW)) for child in children]
         lefts, tops, rights, bottoms = zip(*found)
@@ -209,7 +209,7 @@ class DesktopWindow(Vantreo):
     def size(self) -> tuple[int, int]:
         """Its size in its own pixels, with the title bar.
 
-        Without that where a Wayland session draws it: there a program cannot know how high it is.
+        If a Wayland session draws it, without: a program cannot know its height there.
         """
         if DRAWS_TITLE_BARS:
             return self.parts.size
@@ -220,7 +220,7 @@ class DesktopWindow(Vantreo):
 
     @property
     def off_centre(self) -> tuple[float, float]:
-        """How far its middle is from that of the display."""
+        """The distance of its centre from the display's."""
         screen = Gdk.get_default_root_window()
         x, y = (self.box.left + self.box.right) / 2, (self.box.top + self.box.bottom) / 2
         return abs(x - screen.get_width() / 2), abs(y - screen.get_height() / 2)
@@ -234,7 +234,7 @@ class DesktopWindow(Vantreo):
         pictures, and loses a click before. It looks again whenever the pointer moves.
         """
         parts, place = self.parts, Box.of(control.get_extents(Atspi.CoordType.WINDOW))
-        # Borders and a title bar that GTK does not draw are outside of the parts.
+        # Borders and a title bar that GTK does not draw are not part of it.
         border = (self.box.size[0] - round(parts.size[0] * SCALE)) / 2
         x = self.box.left + border + ((place.left + place.right) / 2 - parts.left) * SCALE
         y = self.box.bottom - border - (parts.bottom - (place.top + place.bottom) / 2) * SCALE
@@ -255,7 +255,7 @@ class DesktopWindow(Vantreo):
 
     def enter_path(self, path: Path) -> None:
         if SESSION == "none":
-            # The newest window; nobody else gives it the keys.
+            # The newest window; nothing else gives it the keyboard focus.
             self.wait_for_dialog()
             search = ("xdotool", "search", "--onlyvisible", "--maxdepth", "1", "--name", ".*")
             windows = subprocess.run(search, check=True, stdout=subprocess.PIPE, text=True).stdout
@@ -263,7 +263,7 @@ class DesktopWindow(Vantreo):
         super().enter_path(path)
 
     def outside(self) -> list[str]:
-        """What is not inside the window, of all that its pages show."""
+        """All controls of its pages that are not inside the window."""
         found = []
         for page in (Page.OPTIONS, Page.ABOUT, Page.CONVERT):
             self.show_page(page)

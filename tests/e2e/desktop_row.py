@@ -44,7 +44,7 @@ def save_picture(suffix: str) -> None:
 
 
 def shows_check_screen() -> bool:
-    """Whether the check screen is seen while a site keeps the program waiting."""
+    """Whether the check screen is visible while a site keeps the program waiting."""
     may_answer = threading.Event()
     with SiteServer(send_after(may_answer, http_reply())) as server:
         environment = ENVIRONMENT | {"VANTREO_SITE": server.address}
@@ -75,7 +75,7 @@ def converts(window: DesktopWindow, folder: Path) -> bool:
 
 def main() -> None:
     folder = Path(tempfile.mkdtemp(dir=Path.home()))
-    write_settings(Path("/media"))  # no temporary folder's name in the picture
+    write_settings(Path("/media"))  # keep the temporary folder's name out of the picture
     empty_desktop()
     check = shows_check_screen()
     with DesktopWindow() as window:

@@ -1,9 +1,9 @@
-"""Drives the program's real window from outside, as a person does.
+"""Drives the program's real window from outside, as a user does.
 
-What the window shows is read from the accessibility bus; everything that is done to it is done with
-the pointer and the keyboard. To be used inside tests/with_display.
+It reads the window from the accessibility bus and acts on it with the pointer and the keyboard. Use it
+inside tests/with_display.
 
-The bus's client library remembers what it has read, so the cache is cleared before each reading.
+The bus's client library caches what it reads, so the cache is cleared before each reading.
 """
 
 import contextlib
@@ -25,13 +25,13 @@ gi.require_version("Gdk", "3.0")
 from gi.repository import Atspi, Gdk, GdkPixbuf, GLib  # noqa: E402
 
 BUILD = Path(os.environ["VANTREO_BUILD"])
-# What starts the program: the launcher of the build, or the command of an installed program.
+# The command that starts the program: the launcher of the build, or an installed command.
 LAUNCHER = os.environ.get("VANTREO_COMMAND", BUILD / "bin" / "vantreo")
 DRAG_SOURCE = Path(__file__).with_name("drag_source.py")
 POLL_SECONDS = 0.04
 # Longer than the toolkit takes to fade a control from one state to another.
 REST_SECONDS = 0.3
-# Longer than the toolkit lets the two clicks of a double click be apart.
+# Longer than the toolkit's double-click time.
 DOUBLE_CLICK_SECONDS = 0.45
 # From the right edge of a combo box to the middle of its arrow.
 ARROW_PIXELS = 8
@@ -40,14 +40,14 @@ Value = TypeVar("Value")
 
 
 class NotSeen(AssertionError):
-    """Something did not show before its deadline."""
+    """Something did not appear before its deadline."""
 
 
 def wait_for(condition: Callable[[], Value], what: str, seconds: float = 15) -> Value:
-    """Returns the condition's first true value; raises NotSeen(what) when the time is over."""
+    """Returns the condition's first true value; raises NotSeen(what) at the deadline."""
     deadline = time.monotonic() + seconds
     while True:
-        # A control may vanish while it is being read.
+        # A control may disappear while it is being read.
         with contextlib.suppress(GLib.Error):
             if value := condition():
                 return value
@@ -94,7 +94,7 @@ def type_text(text: str) -> None:
 
 
 def place_on_screen(control: Atspi.Accessible) -> Atspi.Rect:
-    """Where the control is, once it has been laid out: before, the bus tells no real place."""
+    """The control's place, once it is laid out: before, the bus reports a wrong one."""
 
     def place() -> Atspi.Rect | None:
         box = control.get_extents(Atspi.CoordType.SCREEN)
@@ -112,7 +112,7 @@ _last_click = 0.0
 
 
 def click_at(x: int, y: int, times: int = 1) -> None:
-    """Clicks, far enough from the click before to make no double click of the two."""
+    """Clicks, long enough after the last click not to make a double click."""
     time.sleep(max(0, _last_click + DOUBLE_CLICK_SECONDS - time.monotonic()))
     click_at_once(x, y, times)
 
@@ -143,7 +143,7 @@ def has_state(control: Atspi.Accessible, state: Atspi.StateType) -> bool:
 
 
 def picture_of(x: int, y: int, width: int, height: int) -> GdkPixbuf.Pixbuf:
-    """That part of the screen, as it is now."""
+    """A screenshot of that part of the screen."""
     return Gdk.pixbuf_get_from_window(Gdk.get_default_root_window(), x, y, width, height)
 
 
@@ -163,17 +163,17 @@ class Program:
         processors: int | None = 1,
     ) -> None:
         """Starts the program in `folder`, or the current one, with these additions to the
-        environment. What it has to complain about goes to `console`, or to that of the test.
+        environment. Its error stream goes to `console`, or to that of the test.
 
         It gets one processor, so that a conversion lasts about as long on every machine; with None
         it gets them all.
         """
-        # At its first key the display changes its keyboard, whereupon the window manager lets go of
-        # its keys for a moment. It has them back before it takes up the program's window.
+        # At its first key the display changes its keyboard, and the window manager releases
+        # its key grabs for a moment. It has them back before it manages the program's window.
         press_key("Shift_L")
         usable = list(os.sched_getaffinity(0))
         chosen = random.sample(usable, processors or len(usable))
-        # The bus tells places in units of the program, each that many pixels wide and high.
+        # The bus reports places in the program's units, each that many pixels wide and high.
         self.scale = int((environment or {}).get("GDK_SCALE", 1))
         self._clickable_dialog: Atspi.Accessible | None = None
         self.started = time.monotonic()
@@ -196,7 +196,7 @@ class Program:
         self._kill()
 
     def _wait_until_usable(self) -> None:
-        """For a window that takes more than a started program."""
+        """For windows that need more than a started program."""
 
     @property
     def pid(self) -> int:
@@ -233,7 +233,7 @@ class Program:
 
     @property
     def dialog(self) -> Atspi.Accessible | None:
-        """The dialog or message box in front of the window, once it takes input."""
+        """The dialog or message box in front of the window, once it accepts input."""
         for window in self._windows():
             if window.get_role() != Atspi.Role.FRAME and has_state(window, Atspi.StateType.ACTIVE):
                 return window
@@ -241,7 +241,7 @@ class Program:
 
     @property
     def is_ready(self) -> bool:
-        """Whether the window takes input, and stands where the program moves it after it shows."""
+        """Whether the window accepts input and is where the program moves it after it appears."""
         x, y = middle(self.frame)
         screen = Gdk.get_default_root_window()
         off = abs(x * self.scale - screen.get_width() // 2)
@@ -255,7 +255,7 @@ class Program:
 
     @property
     def focused_control(self) -> Atspi.Accessible | None:
-        """The control of the window that has the keyboard."""
+        """The control of the window that has the focus."""
         frame = self.frame
         frame.clear_cache()
         return next((c for c in descendants(frame) if has_state(c, Atspi.StateType.FOCUSED)), None)
@@ -263,7 +263,7 @@ class Program:
     def picture_inside(self) -> GdkPixbuf.Pixbuf | None:
         """The window without its frame, as the screen shows it now; None before it appears.
 
-        Works while the program answers nobody, as long as no other window stands beside it.
+        Works while the program does not answer, as long as there is no other window.
         """
         for window in Gdk.Screen.get_default().get_window_stack():
             _, x, y = window.get_origin()
@@ -289,11 +289,11 @@ class Program:
     # ---- dialogs ---------------------------------------------------------------------------------
 
     def wait_for_keyboard_dialog(self) -> Atspi.Accessible:
-        """The dialog once it takes keys."""
+        """The dialog once it accepts keys."""
         return wait_for(lambda: self.dialog, "a dialog")
 
     def wait_for_dialog(self) -> Atspi.Accessible:
-        """The dialog once it takes clicks as well, which may be part of a double click before."""
+        """The dialog once it also accepts clicks, which it ignores within the double-click time."""
         dialog = self.wait_for_keyboard_dialog()
         if dialog != self._clickable_dialog:
             time.sleep(DOUBLE_CLICK_SECONDS)
@@ -301,7 +301,7 @@ class Program:
         return dialog
 
     def leave_dialog(self) -> None:
-        """Waits for a dialog and leaves it with Escape."""
+        """Waits for a dialog and closes it with Escape."""
         self.wait_for_keyboard_dialog()
         press_key("Escape")
         self.wait_for_no_dialog()
@@ -311,7 +311,7 @@ class Program:
         wait_for(lambda: self.dialog is None, "the end of the dialog")
 
     def wait_for_active(self) -> None:
-        """Waits until the window takes input and no dialog that has been left lies over it."""
+        """Waits until the window accepts input and no closed dialog covers it."""
         wait_for(lambda: has_state(self.frame, Atspi.StateType.ACTIVE), "an active window")
 
     def dialog_button(self, name: str) -> Atspi.Accessible:
@@ -360,7 +360,7 @@ class Vantreo(Program):
     def _control(
         self, role: Atspi.Role, index: int = 0, page: Page = Page.CONVERT
     ) -> Atspi.Accessible:
-        """The page's control of that role and place among its like."""
+        """The page's control with that role and index."""
         panel = self._pages[page]
         panel.clear_cache()
         controls = map(panel.get_child_at_index, range(panel.get_child_count()))
@@ -436,7 +436,7 @@ class Vantreo(Program):
         return self._control(Atspi.Role.SCROLL_PANE, 0, Page.ABOUT)
 
     def links(self, box: Atspi.Accessible) -> list[Atspi.Accessible]:
-        """The links of an HTML box, as one reads them."""
+        """The links of an HTML box, in reading order."""
         box.clear_cache()
         return [c for c in descendants(box) if c.get_role() == Atspi.Role.LINK]
 
@@ -492,26 +492,26 @@ class Vantreo(Program):
 
     @property
     def gauge(self) -> float:
-        """How much of the progress bar is filled, from 0 to 1."""
+        """The filled share of the progress bar, from 0 to 1."""
         return Atspi.Value.get_current_value(self.progress_bar)
 
     @property
     def is_running(self) -> bool:
         return self.convert_button.get_name() == "Cancel"
 
-    # ---- what a person does ----------------------------------------------------------------------
+    # ---- what a user does ------------------------------------------------------------------------
 
     def open_page(self, page: Page) -> None:
         click(self._tabs()[page])
         self._wait_for_page(page)
 
     def open_next_page(self, page: Page) -> None:
-        """Goes on by the keyboard to `page`, which must be the one after the page that is shown."""
+        """Switches with the keyboard to `page`, which must be the one after the current page."""
         press_key("ctrl+Next")
         self._wait_for_page(page)
 
     def open_previous_page(self, page: Page) -> None:
-        """The same backwards."""
+        """The same, to the page before."""
         press_key("ctrl+Prior")
         self._wait_for_page(page)
 
@@ -549,7 +549,7 @@ class Vantreo(Program):
         click(self.convert_button)
 
     def convert(self) -> None:
-        """Converts the movies of the list; the run must end well."""
+        """Converts the movies of the list; the run must succeed."""
         self.press_convert()
         self.wait_for_status("Conversion completed!", 60)
 
@@ -599,7 +599,7 @@ class Vantreo(Program):
         ) as source:
 
             def expect(word: str) -> None:
-                # The source ends, with another word, when nothing happens for long.
+                # After a timeout, the source ends with another word.
                 if (told := source.stdout.readline().strip()) != word:
                     raise NotSeen(f'not seen in the drag: "{word}", but "{told}"')
 

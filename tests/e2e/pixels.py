@@ -1,4 +1,4 @@
-"""Looks for what pictures of the window show and the accessibility bus does not tell."""
+"""Finds in screenshots of the window what the accessibility bus does not report."""
 
 from collections import Counter
 from itertools import groupby
@@ -12,7 +12,7 @@ from gi.repository import Gtk, Pango  # noqa: E402
 
 Colour = tuple[int, int, int]
 
-# How the program draws its texts.
+# The font of the program's texts.
 FONT, DPI = "Sans 10", 85
 # Longer than any stroke of a letter.
 SHORTEST_UNDERLINE = 20
@@ -21,7 +21,7 @@ ABOVE_UNDERLINE = 3
 
 
 class Drawing(NamedTuple):
-    """What stands out from a picture's background: where, and in which colours."""
+    """What differs from a picture's background: where, and in which colours."""
 
     background: Colour
     left: int
@@ -42,7 +42,7 @@ def rows_of(picture: GdkPixbuf.Pixbuf) -> list[list[Colour]]:
 
 
 def find_drawing(picture: GdkPixbuf.Pixbuf) -> Drawing | None:
-    """What the picture shows on its background, which is its commonest colour; None for nothing."""
+    """What the picture shows on its background, its most common colour; None if nothing."""
     rows = rows_of(picture)
     counts = Counter()
     for row in rows:
@@ -65,7 +65,7 @@ def find_drawing(picture: GdkPixbuf.Pixbuf) -> Drawing | None:
 
 
 def width_of(words: str) -> int:
-    """How many columns of pixels a text takes where the program draws it."""
+    """The width of a text in pixels, as the program draws it."""
     Gtk.Settings.get_default().set_property("gtk-xft-dpi", DPI * 1024)
     layout = Gtk.Label().create_pango_layout(words)
     layout.set_font_description(Pango.FontDescription(FONT))

@@ -1,4 +1,4 @@
-"""Sample movies, made on the spot, and the facts of the movies that come out."""
+"""Makes sample movies, and describes MP4 files."""
 
 import json
 import subprocess
@@ -54,7 +54,7 @@ def unhurried_ffmpeg(folder: Path) -> Path:
 
 
 def describe(path: Path) -> str:
-    """One line about a movie: video, size, frame rate, duration, audio and subtitle track."""
+    """One line about an MP4 file: video, size, frame rate, duration, audio and subtitle track."""
     probe = subprocess.run(
         ["ffprobe", "-v", "error", "-show_streams", "-show_format", "-of", "json", f"file:{path}"],
         check=True,

@@ -1,4 +1,4 @@
-"""A web server on loopback that answers as a test tells it."""
+"""A web server on loopback whose answers a test defines."""
 
 import contextlib
 import socket
@@ -27,7 +27,7 @@ def send_after(signal: threading.Event, reply: bytes) -> Answer:
 
 
 def send_and_stay(reply: bytes) -> Answer:
-    """Leaves the connection open until the other side has gone or the server ends."""
+    """Keeps the connection open until the other side closes it or the server ends."""
 
     def answer(connection: socket.socket) -> None:
         connection.sendall(reply)
@@ -37,13 +37,13 @@ def send_and_stay(reply: bytes) -> Answer:
 
 
 def stay_silent(connection: socket.socket) -> None:
-    """Says nothing until the other side has gone or the server ends."""
+    """Sends nothing until the other side closes the connection or the server ends."""
     while connection.recv(1024):
         pass
 
 
 def drip(reply: bytes) -> Answer:
-    """Sends a byte a second until the other side has gone or the server ends."""
+    """Sends a byte a second until the other side closes the connection or the server ends."""
 
     def answer(connection: socket.socket) -> None:
         connection.settimeout(1)
@@ -57,7 +57,7 @@ def drip(reply: bytes) -> Answer:
 
 
 class SiteServer:
-    """Takes one connection after the other; a context manager."""
+    """Accepts one connection after the other; a context manager."""
 
     def __init__(self, answer: Answer) -> None:
         self._answer = answer
@@ -89,7 +89,7 @@ class SiteServer:
 
     def _serve(self) -> None:
         while not self.ending.is_set():
-            # Either side may go at any time.
+            # Either side may close at any time.
             with contextlib.suppress(OSError), self._listener.accept()[0] as self._connection:
                 self.accepted.append(time.monotonic())
                 with self._connection.makefile("r", encoding="ascii", newline="\r\n") as head:

@@ -16,7 +16,7 @@ class Cancel(WindowCase):
         self.result = self.output / "movie.mp4"
 
     def open_running(self) -> Vantreo:
-        """The window in the midst of a conversion that lasts much longer than any test."""
+        """The window during a conversion that lasts much longer than any test."""
         movie = make_long_movie(self.movies / "movie.mkv")
         window = self.open_window(**self.unhurried())
         window.drop([movie], window.movie_list)
@@ -30,7 +30,7 @@ class Cancel(WindowCase):
         self.assertEqual(window.status, "Conversion in progress...")
         self.assertTrue(window.is_running)
 
-    def test_no_to_canceling_goes_on(self) -> None:
+    def test_no_to_canceling_continues_the_run(self) -> None:
         window = self.open_running()
         window.press_convert()
 
@@ -66,7 +66,7 @@ class Cancel(WindowCase):
         self.assertEqual(processes("ffmpeg"), [])
         wait_for(lambda: self.output_names() == [], "a clean output folder")
 
-    def test_the_list_and_the_field_take_nothing_during_a_run(self) -> None:
+    def test_the_list_and_the_field_accept_nothing_during_a_run(self) -> None:
         window = self.open_running()
         movies = window.movies
         click(window.movie_entry(0))

@@ -1,4 +1,4 @@
-"""The two boxes of the Options page that take no typing."""
+"""The two boxes of the Options page that cannot be typed in."""
 
 import time
 import unittest
@@ -19,7 +19,7 @@ from driver import (
 )
 from window_case import WindowCase
 
-# From the box's left edge into its text, and to where the arrow begins.
+# From the box's left edge into its text, and to its arrow.
 TEXT_PIXELS = 30
 ARROW_BUTTON_PIXELS = 24
 # From the edge of the box, which shows the focus, to its text.
@@ -88,7 +88,7 @@ class ChoiceBoxes(WindowCase):
         window.choose(window.device_box, "iPad")
         wait_for(lambda: self.read_settings()["Optimize"] == "2", "the chosen device")
 
-    def test_a_box_that_has_the_keyboard_shows_no_caret_and_no_selection(self) -> None:
+    def test_a_focused_box_shows_no_caret_and_no_selection(self) -> None:
         window = self.open_window()
         window.open_next_page(Page.OPTIONS)
         first, second = self.boxes(window)
@@ -108,7 +108,7 @@ class ChoiceBoxes(WindowCase):
         window.picture()
         self.assertEqual(focused, {self.text_picture(first)})
 
-        # Nor after keys and clicks that move a caret in other boxes.
+        # Also after keys and clicks that would move a caret.
         before = self.text_picture(second)
         press_key("Home")
         press_key("shift+Right")

@@ -1,4 +1,4 @@
-"""What the program leaves on its console."""
+"""What the program writes to its console."""
 
 import tempfile
 import unittest
@@ -9,7 +9,7 @@ from window_case import WindowCase
 
 
 class Console(WindowCase):
-    def test_an_ordinary_day_leaves_nothing_on_the_console(self) -> None:
+    def test_normal_use_writes_nothing_to_the_console(self) -> None:
         movie = make_movie(self.movies / "movie.mkv", 3)
         movie.with_suffix(".srt").write_text(SUBTITLES)
         with tempfile.TemporaryFile() as console:
@@ -32,7 +32,7 @@ class Console(WindowCase):
             self.assertEqual(console.read().decode(), "")
 
     def converted(self) -> str:
-        """Converts the movies in their folder, well or not; what the console holds then."""
+        """Converts the movies in their folder, successfully or not; returns the console output."""
         with tempfile.TemporaryFile() as console:
             window = self.enterContext(Vantreo(console=console))
             window.drop(sorted(self.movies.glob("*.mkv")), window.movie_list)
@@ -41,13 +41,13 @@ class Console(WindowCase):
             console.seek(0)
             return console.read().decode()
 
-    def test_a_step_that_fails_is_told_on_the_console(self) -> None:
+    def test_a_failed_step_is_reported_on_the_console(self) -> None:
         movie = make_movie(self.movies / "movie.mkv", 1)
         movie.with_suffix(".srt").write_text("no subtitles")
         self.assertRegex(self.converted(), r"\AMP4Box: .*movie\.srt.*\n\Z")
         self.assertEqual(self.output_names(), ["movie.mp4", "movie.mp4.failed.txt"])
 
-    def test_where_nothing_can_be_written_the_console_tells(self) -> None:
+    def test_the_console_reports_where_the_failure_note_went(self) -> None:
         self.write_settings(Output="/proc")
         make_movie(self.movies / "movie.mkv", 1)
         where, what = self.converted().splitlines()

@@ -1,4 +1,4 @@
-"""What comes out of a run."""
+"""The results of a run."""
 
 import subprocess
 import unittest

@@ -12,9 +12,9 @@ from window_case import SETTINGS, WindowCase
 class Demo(WindowCase):
     def setUp(self) -> None:
         super().setUp()
-        SETTINGS.unlink()  # like a person's first start
+        SETTINGS.unlink()  # like a user's first start
 
-    def test_leaves_its_files_and_touches_no_other(self) -> None:
+    def test_writes_its_files_and_changes_no_other(self) -> None:
         other = self.output / "other.mp4"
         other.write_text("kept")
         (self.output / "movie.mp4").write_text("from an earlier run")
@@ -28,7 +28,7 @@ class Demo(WindowCase):
             picture = GdkPixbuf.Pixbuf.new_from_file(str(self.output / name))
             self.assertEqual((picture.get_width(), picture.get_height()), (770, 385))
 
-    def test_names_everything_that_is_missing(self) -> None:
+    def test_reports_everything_that_is_missing(self) -> None:
         faults = "\n".join(demo.find_faults(self.output))
         for name in (*demo.MOVIES, *demo.PICTURES):
             self.assertIn(name, faults)

@@ -1,4 +1,4 @@
-"""The program in the desktop session that the test runs in."""
+"""The program in the test's desktop session."""
 
 import os
 import signal
@@ -31,12 +31,12 @@ STUCK_SECONDS = 5
 
 
 class Desktop(WindowCase):
-    def test_a_whole_conversion_in_a_window_that_is_seen_whole(self) -> None:
+    def test_a_whole_conversion_in_a_completely_visible_window(self) -> None:
         movie = make_movie(self.movies / "movie.mkv", 2)
         window = self.enterContext(DesktopWindow())
         self.assertEqual(window.size, SIZE)
         self.assertEqual(window.outside(), [])
-        if BACKEND == "x11":  # elsewhere the session chooses
+        if BACKEND == "x11":  # elsewhere the session chooses the position
             self.assertLess(window.off_centre[0], ROUNDING)
             self.assertLess(window.off_centre[1], PANEL + ROUNDING)
 
@@ -68,10 +68,10 @@ class ChoiceBoxes(WindowCase):
 
 
 class CheckScreen(WindowCase):
-    """Where the site is asked, the program answers nobody: all is read from pictures."""
+    """During the request the program does not answer: everything is read from screenshots."""
 
     def start(self) -> tuple[Program, threading.Event]:
-        """The program once the site is asked, and what lets the site answer."""
+        """The program during the request, and a function that lets the site answer."""
         may_answer = threading.Event()
         server = self.enterContext(SiteServer(send_after(may_answer, SAME)))
         self.addCleanup(may_answer.set)
@@ -81,7 +81,7 @@ class CheckScreen(WindowCase):
         wait_for(lambda: server.request_lines, "the request")
         return program, may_answer
 
-    def test_it_is_seen_while_the_site_is_asked_and_has_answered(self) -> None:
+    def test_it_is_visible_during_the_request_and_after_the_answer(self) -> None:
         _, may_answer = self.start()
         wait_for(sees_text, "the check screen", 4)
         box = find_window()
@@ -89,8 +89,8 @@ class CheckScreen(WindowCase):
         may_answer.set()
         wait_for(lambda: GREEN in label_pixels(box), "the answer", 2)
 
-    @unittest.skipUnless(BACKEND == "wayland", "nobody draws an X11 display but itself")
-    def test_a_display_that_has_stopped_does_not_hold_the_start(self) -> None:
+    @unittest.skipUnless(BACKEND == "wayland", "an X11 display draws itself")
+    def test_a_stopped_display_does_not_delay_the_start(self) -> None:
         program, may_answer = self.start()
         compositor = int(os.environ["VANTREO_COMPOSITOR"])
         os.kill(compositor, signal.SIGSTOP)

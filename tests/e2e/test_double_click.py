@@ -1,4 +1,4 @@
-"""Double clicks and held keys: what they open must not be answered by their rest."""
+"""Double clicks and held keys: they must not answer the boxes that they open."""
 
 import tempfile
 import time
@@ -24,7 +24,7 @@ from driver import (
 from samples import make_long_movie, make_movie
 from window_case import WindowCase
 
-# The program has drawn a window a little before it is seen.
+# The program draws a window shortly before it is visible.
 QUICK_SECONDS = 0.3
 ATTEMPTS = 10
 Place = tuple[int, int]
@@ -35,7 +35,7 @@ def shown_windows() -> int:
 
 
 def around(place: Place) -> bytes:
-    """What the screen shows there."""
+    """A screenshot of that place."""
     x, y = place
     return picture_of(x - 12, y - 6, 24, 12).get_pixels()
 
@@ -105,7 +105,7 @@ class DoubleClick(WindowCase):
         self.assertEqual(result.read_text(), "kept")
         self.assertFalse(window.is_running)
 
-        # A click that belongs to no double click answers.
+        # A click that is not part of a double click answers.
         window.press_convert()
         window.answer("Yes")
         window.wait_for_status("Conversion completed!", 60)
@@ -154,9 +154,9 @@ class DoubleClick(WindowCase):
         wait_for(lambda: window.movies == [str(movie)], "the chosen movie")
         wait_for(lambda: window.output_folder == str(self.movies), "the chosen folder")
 
-    # ---- one click is meant ----------------------------------------------------------------------
+    # ---- one click is intended -------------------------------------------------------------------
 
-    def test_a_double_click_on_convert_just_starts(self) -> None:
+    def test_a_double_click_on_convert_only_starts_the_run(self) -> None:
         window = self.open_with_movie(long=True)
         click(window.convert_button, times=2)
         wait_for(lambda: window.gauge > 0, "progress")
@@ -193,7 +193,7 @@ class DoubleClick(WindowCase):
             wait_for(until, what)
             time.sleep(1)
 
-    def test_a_held_key_on_convert_just_starts(self) -> None:
+    def test_a_held_key_on_convert_only_starts_the_run(self) -> None:
         window = self.open_with_movie(long=True)
         for key in ("Return", "KP_Enter", "space"):
             with self.subTest(key):
@@ -223,7 +223,7 @@ class DoubleClick(WindowCase):
         window.enter_path(movie)
         wait_for(lambda: window.movies == [str(movie)], "the chosen movie")
 
-    def test_a_key_that_is_pressed_again_is_taken_again(self) -> None:
+    def test_a_key_that_is_pressed_again_works_again(self) -> None:
         window = self.open_running()
         Atspi.Component.grab_focus(window.convert_button)
         for _ in range(2):

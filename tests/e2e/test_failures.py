@@ -1,4 +1,4 @@
-"""What a person sees of steps that fail while the window says that all is done."""
+"""What a user sees of failed steps although the window reports completion."""
 
 import json
 import subprocess
@@ -12,7 +12,7 @@ from samples import ffmpeg, make_movie
 from window_case import WindowCase
 
 SERVICE = Path(__file__).with_name("notification_service.py")
-# A movie of ten seconds of which half is there; its header says how long it was.
+# Half of a movie of ten seconds; its header still has the whole length.
 TRUNCATED = ("half.avi", ())
 
 
@@ -42,7 +42,7 @@ class Failures(WindowCase):
         return [json.loads(line) for line in self.shown.read_text().splitlines()]
 
     def on_screen(self) -> list[str]:
-        """What the notifications say that no later one has replaced."""
+        """The texts of the notifications that no later one has replaced."""
         replaced = {one["replaces"] for one in self.notifications()}
         return [
             f"{one['summary']}\n{one['body']}"
@@ -51,7 +51,7 @@ class Failures(WindowCase):
         ]
 
     def wait_for_notification(self, *words: str) -> str:
-        """Waits until a notification says all these words; what it says."""
+        """Waits for a notification with all these words; returns its text."""
 
         def found() -> str | None:
             return next((text for text in self.on_screen() if all(w in text for w in words)), None)
@@ -59,7 +59,7 @@ class Failures(WindowCase):
         return wait_for(found, f"a notification of {words}")
 
     def mount(self, name: str, options: str) -> Path:
-        """A small file system of its own in the output folder."""
+        """Mounts a small file system in the output folder."""
         place = self.output / name
         place.mkdir()
         subprocess.run(["mount", "-t", "tmpfs", "-o", options, "tmpfs", place], check=True)
@@ -118,7 +118,7 @@ class Failures(WindowCase):
     def said(self) -> str:
         return Path(self.console.name).read_text()
 
-    def test_each_movie_leaves_a_notification_and_a_note(self) -> None:
+    def test_each_movie_leaves_a_notification_and_a_failure_note(self) -> None:
         self.console = self.enterContext(tempfile.NamedTemporaryFile())
         good = make_movie(self.movies / "good.mkv", 1)
         window = self.enterContext(Vantreo(console=self.console))

@@ -1,4 +1,4 @@
-"""Home and settings folders whose names have letters beyond ASCII, under any locale."""
+"""Home and settings folders with non-ASCII names, in any locale."""
 
 import tempfile
 import unittest
@@ -7,7 +7,7 @@ from pathlib import Path
 from driver import click, wait_for
 from window_case import WindowCase, make_locales
 
-# What LANG holds; the languages are Latvian (in an encoding that is not UTF-8), one that is not
+# Values of LANG; the languages are Latvian (in an encoding that is not UTF-8), one that is not
 # installed, and Turkish, whose small "I" is not "i".
 SYSTEMS = ["C.UTF-8", "C", "POSIX", "", "lv_LV.ISO-8859-13", "pt_BR.UTF-8", "tr_TR.UTF-8"]
 

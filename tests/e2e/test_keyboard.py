@@ -1,4 +1,4 @@
-"""The window without a pointer: with the keyboard, and as a screen reader tells it."""
+"""The window without a pointer: with the keyboard, and as a screen reader sees it."""
 
 import unittest
 
@@ -30,18 +30,18 @@ def labels(control: Atspi.Accessible) -> str:
 
 
 def spoken(control: Atspi.Accessible) -> str:
-    """How a screen reader names the control: by its label, or else by its own name."""
+    """The control's name for a screen reader: its label, or else its own name."""
     return labels(control) or control.get_name()
 
 
 def focused(window: Vantreo) -> str:
-    """How the control that has the keyboard is named; "" while none has."""
+    """The name of the focused control; "" if none has the focus."""
     control = window.focused_control
     return spoken(control) if control else ""
 
 
 class ScreenReader(WindowCase):
-    def test_every_control_says_what_it_is_for(self) -> None:
+    def test_every_control_has_a_meaningful_name(self) -> None:
         for language in ("English", "Français", "русский язык"):
             with self.subTest(language):
                 self.write_settings(Language=language)
@@ -79,7 +79,7 @@ class ScreenReader(WindowCase):
         self.assertEqual(window.subtitle_box.get_name(), html_words("htmlSubtitle", language))
         self.assertIn(html_words("htmlAboutYouLike", language), window.about_box.get_name())
 
-    def test_the_bar_tells_what_is_going_on(self) -> None:
+    def test_the_bar_describes_the_progress(self) -> None:
         movie = make_movie(self.movies / "movie.mkv", 60, size="640x480", grain=20)
         window = self.open_window()
         window.drop([movie], window.movie_list)
@@ -94,7 +94,7 @@ class Keyboard(WindowCase):
             wait_for(lambda: focused(window) == name, f'the focus on "{name}"')
             press_key("Tab")
 
-    def test_tab_goes_through_the_controls_in_reading_order(self) -> None:
+    def test_tab_visits_the_controls_in_reading_order(self) -> None:
         window = self.open_window()
         self.assert_tab_goes_through(window, [text(key) for key in CONVERT_PAGE])
         self.close_window(window)
@@ -109,7 +109,7 @@ class Keyboard(WindowCase):
         links = [text("htmlAboutTranslations_2").strip(), SITE + "Contact"]
         self.assert_tab_goes_through(window, [*links, text("buttonDonate")])
 
-    def test_the_list_has_the_keyboard_at_the_start(self) -> None:
+    def test_the_list_has_the_initial_focus(self) -> None:
         window = self.open_window()
         wait_for(lambda: has_state(window.movie_list, Atspi.StateType.FOCUSED), "the focused list")
 
@@ -125,7 +125,7 @@ class Keyboard(WindowCase):
                 window.wait_for_no_dialog()
                 self.close_window(window)
 
-    def test_delete_removes_a_movie_and_the_arrows_choose_it(self) -> None:
+    def test_the_arrows_select_a_movie_and_delete_removes_it(self) -> None:
         paths = [self.movies / name for name in ("a.avi", "b.avi", "c.avi")]
         for path in paths:
             path.touch()

@@ -15,7 +15,7 @@ def convert_caption(language: str, device: str) -> str:
 
 
 def shown_texts(window: Vantreo) -> dict[str, str]:
-    """Every translated text of the window that the accessibility bus tells, by its key."""
+    """Every translated text of the window on the accessibility bus, by its key."""
     titles = dict(zip(("panelConvert", "panelOptions", "panelAbout"), window.page_titles))
     return titles | {
         "buttonMovies": window.movies_button.get_name(),
@@ -41,7 +41,7 @@ class Languages(WindowCase):
         self.assertEqual(shown, expected)
         self.assertEqual(window.language_box.get_name(), language)
 
-    def test_a_chosen_language_relabels_the_window_and_stays(self) -> None:
+    def test_a_chosen_language_relabels_the_window_and_is_saved(self) -> None:
         before = "English"
         for language in [*LANGUAGES[1:], before]:
             with self.subTest(language):
@@ -59,7 +59,7 @@ class Languages(WindowCase):
                 self.close_window(window)
             before = language
 
-    def test_the_first_start_takes_the_language_of_the_system(self) -> None:
+    def test_the_first_start_uses_the_language_of_the_system(self) -> None:
         # None of these locales is installed.
         for locale, language in {
             "fr_FR.UTF-8": "Français",
@@ -75,7 +75,7 @@ class Languages(WindowCase):
 
 
 class Options(WindowCase):
-    def test_the_chosen_device_is_named_and_stays(self) -> None:
+    def test_the_chosen_device_is_shown_and_saved(self) -> None:
         window = self.open_window()
         self.assertEqual(window.device_box.get_name(), PHONE)
         window.open_page(Page.OPTIONS)
@@ -90,7 +90,7 @@ class Options(WindowCase):
         self.assertEqual(window.convert_button.get_name(), caption)
 
     def assert_checked(self, window: Vantreo, overwrite: bool, how_to_move: bool) -> None:
-        """The boxes and the settings file must both tell that, the file at once."""
+        """The boxes and the settings file must both have that state, the file at once."""
 
         def checked() -> tuple[bool, ...]:
             boxes = window.overwrite_check, window.how_to_move_check

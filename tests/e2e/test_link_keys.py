@@ -1,4 +1,4 @@
-"""The links of the HTML boxes without a pointer: with the keyboard, and as a screen reader finds
+"""The links of the HTML boxes without a pointer: with the keyboard, and as a screen reader sees
 them."""
 
 import unittest
@@ -9,7 +9,7 @@ from pixels import Colour, contrast, is_blue, rows_of
 from texts import html_words
 from window_case import SITE, WindowCase
 
-# By the Web Content Accessibility Guidelines: what a mark of the focus needs to be seen.
+# The contrast that the Web Content Accessibility Guidelines require of a focus mark.
 VISIBLE = 3
 
 Place = tuple[int, int]
@@ -17,7 +17,7 @@ Rows = list[list[Colour]]
 
 
 def reached_around(walls: set[Place], width: int, height: int) -> set[Place]:
-    """The places of a picture that are reached from around it, not across the walls."""
+    """The places of a picture that can be reached from its edges without crossing the walls."""
     reached, next_places = set(), [(-1, -1)]
     while next_places:
         x, y = place = next_places.pop()
@@ -50,7 +50,7 @@ class LinkKeys(WindowCase):
             wait_for(lambda: window.focused_control not in (None, focus), "the focus elsewhere")
         self.fail(f"no focus on {control.get_name()}")
 
-    def test_screen_readers_are_given_each_link_with_its_text_and_address(self) -> None:
+    def test_screen_readers_get_each_link_with_its_text_and_address(self) -> None:
         for language, prefix in (("English", ""), ("Français", "FR/"), ("русский язык", "")):
             with self.subTest(language):
                 self.write_settings(Language=language)
@@ -93,7 +93,7 @@ class LinkKeys(WindowCase):
         self.close_window(window)
         self.assertEqual(self.opened_pages(), followed)
 
-    def test_the_pages_are_changed_from_a_focused_link(self) -> None:
+    def test_the_pages_can_be_changed_from_a_focused_link(self) -> None:
         window = self.open_window()
         self.go_to(window, wait_for(lambda: self.all_links(window), "links")[0])
         window.open_next_page(Page.ABOUT)
@@ -126,7 +126,7 @@ class LinkKeys(WindowCase):
         self.assert_mark(rows_of(plain), rows_of(wait_for(marked, "a mark of the focus")))
 
     def assert_mark(self, plain: Rows, marked: Rows) -> None:
-        """The mark can be seen, and goes all around the words of the link."""
+        """The mark must be visible and surround the link's text."""
         (background, _), *_ = Counter(colour for row in plain for colour in row).most_common(1)
         mark = {
             (x, y)

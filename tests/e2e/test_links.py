@@ -27,7 +27,7 @@ class Links(WindowCase):
         return list(dict.fromkeys(addresses))
 
     def next_page(self) -> str:
-        """The one address that the browser has been given since the last call."""
+        """The only address that the browser was given since the last call."""
         pages = self.wait_for_pages(self.pages_seen + 1)[self.pages_seen :]
         self.assertEqual(len(pages), 1, pages)
         self.pages_seen += 1
@@ -87,7 +87,7 @@ class Links(WindowCase):
         self.assertEqual(len(self.opened_pages()), self.pages_seen)
 
     def assert_browser_gets(self, variable: str, value: str) -> None:
-        """The browser of a German window sees the variable as the window was given it."""
+        """The browser of a German window gets the variable as the window was started with it."""
         self.write_settings(Language="Deutsch")
         for environment in ({}, {variable: value}):
             with self.subTest(**environment):

@@ -1,4 +1,4 @@
-"""What only pictures tell: the HTML boxes belong to their pages, and their words can be read."""
+"""What only screenshots show: HTML boxes blend into their pages, and their texts are readable."""
 
 import os
 import unittest
@@ -10,9 +10,9 @@ from window_case import WindowCase
 
 THEMES = ("Adwaita", "Adwaita:dark", "HighContrast")
 SCALE = int(os.environ.get("SCALE", 1))
-# What a text needs to be readable, by the Web Content Accessibility Guidelines (AA).
+# The contrast that the Web Content Accessibility Guidelines (AA) require of text.
 READABLE = 4.5
-# So many pixels around a box must have the colour of its background; further off begins the next.
+# So many pixels around a box must have its background colour; beyond, the next control starts.
 MARGIN = SCALE
 
 
@@ -65,7 +65,7 @@ class Look(WindowCase):
         window.open_next_page(Page.OPTIONS)
         self.look_at_page(window, [window.translations_box, window.subtitle_box], texts=False)
         window.open_next_page(Page.ABOUT)
-        # To the title: the mark of a focused link has the colour of the texts.
+        # Focus the title: the mark of a focused link has the colour of the texts.
         press_key("shift+Tab")
         self.look_at_page(window, [window.about_box], texts=True)
         self.close_window(window)
@@ -74,7 +74,7 @@ class Look(WindowCase):
         self, window: Vantreo, boxes: list[Atspi.Accessible], texts: bool
     ) -> None:
         picture = window.picture()
-        # The lower right corner is bare on each page.
+        # The lower right corner is empty on each page.
         page_colour = rows_of(picture)[-20 * SCALE][-20 * SCALE]
         for box in boxes:
             part = self.picture_around(window, picture, box)

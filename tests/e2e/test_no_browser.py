@@ -1,4 +1,4 @@
-"""The pages that the window opens, where no browser can be started."""
+"""The pages that the window opens, if no browser can be started."""
 
 import shutil
 import tempfile
@@ -12,7 +12,7 @@ from samples import make_movie
 from site_server import SiteServer, http_reply, send
 from window_case import WindowCase
 
-# A closed port: the pages are named, and nothing is asked of them.
+# A closed port: the addresses are shown, and nothing is requested.
 SITE = "http://127.0.0.1:9/"
 PROGRAMS = ("sh", "taskset", "killall", "ffmpeg", "ffprobe")
 
@@ -26,7 +26,7 @@ class NoBrowser(WindowCase):
         self.programs.mkdir()
         for name in PROGRAMS:
             (self.programs / name).symlink_to(str(shutil.which(name)))
-        # All that the toolkit needs of the system, and no program that opens pages.
+        # Everything that the toolkit needs, and no program that opens pages.
         share = folder / "share"
         share.mkdir()
         for entry in Path("/usr/share").iterdir():
@@ -107,7 +107,7 @@ class NoBrowser(WindowCase):
         self.assert_shows(program, "Download", server.address)
         self.assertEqual(program.wait_for_end(), 0)
 
-    def test_a_desktop_without_its_own_helpers_is_no_different(self) -> None:
+    def test_a_desktop_without_helpers_behaves_the_same(self) -> None:
         for desktop in ("GNOME", "KDE"):
             with self.subTest(desktop):
                 window = self.open_without_browser(XDG_CURRENT_DESKTOP=desktop)

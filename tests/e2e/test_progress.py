@@ -13,7 +13,7 @@ UNKNOWN = "??:??:??"
 
 
 class Shown(NamedTuple):
-    at: float  # seconds since the press of the button
+    at: float  # seconds since the button was pressed
     title: str
     percent: int
     gauge: float
@@ -49,7 +49,7 @@ def watch(window: Vantreo) -> list[Shown]:
 
 
 class Progress(WindowCase):
-    def test_percent_and_times_move_once_a_second(self) -> None:
+    def test_percent_and_times_change_once_a_second(self) -> None:
         movie = make_long_movie(self.movies / "movie.mkv")
         window = self.open_window(**self.unhurried())
         window.drop([movie], window.movie_list)

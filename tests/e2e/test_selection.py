@@ -1,4 +1,4 @@
-"""Movies come into the list and out of it; the output folder is chosen and remembered."""
+"""Movies are added and removed; the output folder is selected and saved."""
 
 import time
 import unittest
@@ -14,7 +14,7 @@ USER_DIRS = SETTINGS.with_name("user-dirs.dirs")
 
 class Selection(WindowCase):
     def make_files(self, *names: str) -> list[Path]:
-        """Any files will do: they are looked into only when a run begins."""
+        """Any files work: they are read only when a run starts."""
         paths = [self.movies / name for name in names]
         for path in paths:
             path.touch()
@@ -157,7 +157,7 @@ class Dialogs(WindowCase):
                 window.leave_dialog()
                 self.close_window(window)
 
-    def test_the_programs_folder_is_no_place_beside_the_files(self) -> None:
+    def test_the_file_dialog_does_not_list_the_programs_folder(self) -> None:
         window = self.open_window()
         for button in window.movies_button, window.output_button:
             click(button)
@@ -168,7 +168,7 @@ class Dialogs(WindowCase):
             self.assertNotIn(BUILD.name, places)
             window.leave_dialog()
 
-    def test_a_relative_output_folder_is_not_taken_for_one_in_the_programs(self) -> None:
+    def test_a_relative_output_folder_is_not_looked_up_in_the_programs(self) -> None:
         movie = make_movie(self.movies / "movie.mkv", 1)
         window = self.open_window()
         window.drop([movie], window.movie_list)

@@ -32,7 +32,7 @@ BUTTONS = {
 
 
 def shown_names(control: Atspi.Accessible, role: Atspi.Role) -> list[str]:
-    """The names of the controls of that role inside another one that can be seen."""
+    """The names of the visible controls of that role inside another one."""
     return [
         c.get_name()
         for c in descendants(control)
@@ -41,7 +41,7 @@ def shown_names(control: Atspi.Accessible, role: Atspi.Role) -> list[str]:
 
 
 def press(button: Atspi.Accessible) -> None:
-    """Presses a button of the page that is shown with the keyboard, for which no click has to wait."""
+    """Presses a button of the current page with the keyboard, which needs no delay as clicks do."""
     Atspi.Component.grab_focus(button)
     wait_for(lambda: has_state(button, Atspi.StateType.FOCUSED), f"the focused {button.get_name()}")
     press_key("Return")
@@ -90,7 +90,7 @@ class ToolkitTexts(WindowCase):
             self.assert_file_dialog(window, language)
             window.leave_dialog()
 
-    def test_the_texts_have_the_stored_language_from_the_start(self) -> None:
+    def test_the_texts_have_the_saved_language_on_start(self) -> None:
         for system, language in ("de_DE", "Português"), ("fr_FR", "Deutsch"), ("fr_FR", "English"):
             with self.subTest(language):
                 self.write_settings(Language=language)

@@ -1,4 +1,4 @@
-"""The version check at the start, against a web site of each test's own."""
+"""The version check on start, against each test's own web site."""
 
 import socket
 import threading
@@ -42,7 +42,7 @@ BUTTON = (210, 145, 300, 45)
 
 SHOWN_SECONDS = 0.5
 BEFORE_CLOSING_SECONDS = 3
-# From the request to a usable window: after an answer, with other tests beside it, and when the
+# From the request to a usable window: after an answer, with other tests running, and after the
 # program gives up.
 ANSWERED_SECONDS = 4.5
 SOONEST_GIVEN_UP_SECONDS, LATEST_GIVEN_UP_SECONDS = 4, 6.5
@@ -57,14 +57,14 @@ SAME = http_reply(release_text("1.24"))
 
 
 def find_label(program: Program) -> Drawing | None:
-    """What the window shows down to the check screen's label; None before it appears."""
+    """The window's upper part with the check screen's label; None before it appears."""
     if picture := program.picture_inside():
         return find_drawing(picture.new_subpixbuf(0, 0, picture.get_width(), LABEL_BOTTOM + 1))
     return None
 
 
 def shows_pages(program: Program) -> bool:
-    """Whether the window shows the pages' titles, which stand above the check screen's label."""
+    """Whether the window shows the pages' titles, which are above the check screen's label."""
     drawing = find_label(program)
     return drawing is not None and drawing.background != (0, 0, 0) and drawing.top < LABEL_TOP
 
@@ -74,7 +74,7 @@ class VersionCase(WindowCase):
         return self.enterContext(SiteServer(answer))
 
     def start(self, site: str, **environment: str) -> Program:
-        """The program, asking that site; it ends with the test."""
+        """The program with that site; it ends with the test."""
         return self.enterContext(Program(environment={"VANTREO_SITE": site} | environment))
 
     def wait_for_label(self, program: Program, words: str, is_green: bool) -> None:
@@ -173,7 +173,7 @@ class Answers(VersionCase):
         self.assertTrue(has_state(button, Atspi.StateType.IS_DEFAULT))
         self.close_window(program)
 
-    def test_a_newer_version_is_heard_of_through_the_proxy(self) -> None:
+    def test_a_newer_version_is_found_through_the_proxy(self) -> None:
         for name in ("http_proxy", "HTTP_PROXY"):
             with self.subTest(name):
                 proxy = self.serve(send(NEWER))
@@ -186,7 +186,7 @@ class Answers(VersionCase):
                 )
                 self.close_window(program)
 
-    def test_a_site_that_the_environment_excepts_is_asked_without_the_proxy(self) -> None:
+    def test_no_proxy_is_used_for_a_site_that_the_environment_excludes(self) -> None:
         proxy = self.serve(send(NEWER))
         window = self.open_window(
             VANTREO_SITE="http://no-such-name.invalid/", http_proxy=proxy.host, no_proxy=".invalid"
@@ -194,7 +194,7 @@ class Answers(VersionCase):
         self.close_window(window)
         self.assertEqual(proxy.accepted, [])
 
-    def test_a_newer_version_is_offered_at_once_though_the_connection_stays_open(self) -> None:
+    def test_a_newer_version_is_offered_at_once_although_the_connection_stays_open(self) -> None:
         server = self.serve(send_and_stay(NEWER))
         program, _ = self.start_with_newer_version(server.address, "English")
         wait_for(lambda: server.answered, "the end of the connection")
@@ -208,7 +208,7 @@ class Answers(VersionCase):
             "an empty page": http_reply(),
             "no answer": b"",
             "an error": http_reply(release_text("1.25"), "500 Internal Server Error"),
-            "a newer version behind 10 MB": http_reply(filler + release_text("1.25")),
+            "a newer version after 10 MB": http_reply(filler + release_text("1.25")),
             "an older version before 10 MB": http_reply(release_text("1.23") + filler),
         }.items():
             with self.subTest(what):
@@ -218,7 +218,7 @@ class Answers(VersionCase):
                 self.close_window(window)
         self.assertEqual(self.opened_pages(), [])
 
-    def test_a_redirect_is_not_followed_nor_this_machine_asked_through_a_proxy(self) -> None:
+    def test_a_redirect_is_not_followed_and_this_machine_needs_no_proxy(self) -> None:
         target, proxy = self.serve(send(NEWER)), self.serve(send(NEWER))
         server = self.serve(send(http_reply("", "302 Found", f"Location: {target.address}")))
         window = self.open_window(
@@ -230,14 +230,14 @@ class Answers(VersionCase):
         self.assertEqual(target.accepted + proxy.accepted, [])
 
     def test_a_site_that_cannot_be_reached_leads_to_the_window(self) -> None:
-        # Bound and not listening: refused, and no other program's.
+        # Bound but not listening: refused, and not used by another program.
         with socket.socket() as closed:
             closed.bind(("127.0.0.1", 0))
             window = self.open_window(VANTREO_SITE=f"http://127.0.0.1:{closed.getsockname()[1]}/")
             self.assertLess(time.monotonic() - window.started, ANSWERED_SECONDS)
             self.close_window(window)
 
-    def test_closing_while_the_site_is_asked_ends_the_program_after_that(self) -> None:
+    def test_closing_during_the_request_ends_the_program_afterwards(self) -> None:
         may_answer = threading.Event()
         self.addCleanup(may_answer.set)
         for what, answer in {
@@ -254,9 +254,9 @@ class Answers(VersionCase):
 
 
 class Times(VersionCase):
-    """What has to be measured on a machine that does nothing else."""
+    """Measurements that need an otherwise idle machine."""
 
-    def test_the_screen_is_seen_while_the_site_is_asked_and_has_answered(self) -> None:
+    def test_the_screen_is_visible_during_the_request_and_after_the_answer(self) -> None:
         for language in ("English", "Français"):
             with self.subTest(language):
                 self.write_settings(Language=language)
@@ -286,7 +286,7 @@ class Times(VersionCase):
         self.assertLess(ended, BEFORE_CLOSING_SECONDS + 1.5)
 
     def test_more_presses_open_no_more_pages_and_do_not_prolong_the_wait(self) -> None:
-        # The program answers nobody while it waits: the button's place has to be known.
+        # The program does not answer while it waits, so the button's place must be known.
         def double_click(button: Atspi.Accessible) -> None:
             click(button, times=2)
 
@@ -298,7 +298,7 @@ class Times(VersionCase):
 
         self.assert_in_time(double_click, click_again, press_again, click_again, press_again)
 
-    def test_closing_during_the_wait_ends_the_program_as_well(self) -> None:
+    def test_closing_during_the_wait_ends_the_program_too(self) -> None:
         self.assert_in_time(click, lambda _: press_key("alt+F4"))
 
     def test_closing_instead_of_fetching_does_not_ask(self) -> None:

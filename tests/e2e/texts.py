@@ -21,7 +21,7 @@ _TEXTS = {key: dict(zip(LANGUAGES, cells)) for key, *cells in _RECORDS}
 
 
 def text(key: str, language: str = "English") -> str:
-    """The text of that key; the English one where the language has none."""
+    """The text of that key, in English if the language has none."""
     return _TEXTS[key][language] or _TEXTS[key]["English"]
 
 

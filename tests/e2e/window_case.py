@@ -1,4 +1,4 @@
-"""The common ground of the tests that drive the window."""
+"""The base class of the tests that drive the window."""
 
 import os
 import shutil
@@ -13,7 +13,7 @@ from samples import unhurried_ffmpeg
 SETTINGS = Path(os.environ["XDG_CONFIG_HOME"]) / "Vantreo.ini"
 BROWSER_LOG = Path(os.environ["BROWSER_LOG"])
 BROWSER_ENVIRONMENT = BROWSER_LOG.with_name(f"{BROWSER_LOG.name}.environment")
-# The address of the product web site, for a program that a test gives no other.
+# The product web site for programs whose test sets no other.
 SITE = os.environ["VANTREO_SITE"]
 
 
@@ -30,7 +30,7 @@ def make_locales(test_case: type[unittest.TestCase], *locales: tuple[str, str]) 
 
 
 class WindowCase(unittest.TestCase):
-    """Each test has a folder for its movies, an output folder and settings of its own."""
+    """Each test has its own movie folder, output folder and settings."""
 
     def setUp(self) -> None:
         folder = Path(tempfile.mkdtemp(dir=Path.home()))
@@ -55,7 +55,7 @@ class WindowCase(unittest.TestCase):
         return self.enterContext(Vantreo(folder, environment))
 
     def unhurried(self) -> dict[str, str]:
-        """The environment in which a long movie is converted slowly and at little expense."""
+        """An environment in which a long movie is converted slowly, with little processor time."""
         return {"VANTREO_FFMPEG": str(unhurried_ffmpeg(self.movies.parent))}
 
     def close_window(self, window: Program) -> None:
@@ -63,7 +63,7 @@ class WindowCase(unittest.TestCase):
         self.assertEqual(window.wait_for_end(), 0)
 
     def opened_pages(self) -> list[str]:
-        """The addresses that the browser has been given in this test."""
+        """The addresses that the browser was given in this test."""
         return BROWSER_LOG.read_text().splitlines()
 
     def seen_by_browser(self, variable: str) -> str | None:
@@ -72,7 +72,7 @@ class WindowCase(unittest.TestCase):
         return dict(entry.split("=", 1) for entry in variables if entry).get(variable)
 
     def wait_for_pages(self, count: int) -> list[str]:
-        """Waits until the browser has been given that many addresses; returns all."""
+        """Waits until the browser was given that many addresses; returns all."""
         wait_for(lambda: len(self.opened_pages()) >= count, f"{count} pages in the browser")
         return self.opened_pages()
 

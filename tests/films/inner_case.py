@@ -1,12 +1,12 @@
-"""What the tests of subtitles inside movies need: making such movies, and reading the tracks that
-come out."""
+"""Helpers for the tests of subtitles inside movies: they make such movies and read the resulting
+tracks."""
 
 import re
 import struct
 import subprocess
 from pathlib import Path
 
-from film_case import DEADLINE, SMALL, FilmCase, picture, tone
+from movie_case import DEADLINE, SMALL, MovieCase, picture, tone
 
 def stamp(seconds: float) -> str:
     milliseconds = round(seconds * 1000)
@@ -22,7 +22,7 @@ def srt(*cues: tuple[float, float, str]) -> str:
 
 
 def boxes(content: bytes, *path: str) -> list[bytes]:
-    """The contents of all boxes that the names lead to."""
+    """The contents of all boxes at this path."""
     if not path:
         return [content]
     found, at = [], 0
@@ -34,7 +34,7 @@ def boxes(content: bytes, *path: str) -> list[bytes]:
     return found
 
 
-class InnerCase(FilmCase):
+class InnerCase(MovieCase):
     def text(self, name: str, content: str | bytes) -> Path:
         path = self.folder / name
         path.write_bytes(content if isinstance(content, bytes) else content.encode())
@@ -43,10 +43,10 @@ class InnerCase(FilmCase):
     def with_texts(
         self, name: str, texts: list[Path], *more: object, seconds: float = 2, rate: int = 25
     ) -> Path:
-        """A movie with a tone and these texts, copied as they are."""
+        """A movie with a tone and these texts, copied unchanged."""
         inputs = [word for text in texts for word in ("-i", text)]
         maps = [word for at in range(len(texts) + 2) for word in ("-map", at)]
-        return self.film(
+        return self.movie(
             name,
             *(*picture(seconds, rate=rate), *tone(seconds), *inputs, *maps, *SMALL),
             *("-c:s", "copy", *more),
@@ -71,7 +71,7 @@ class InnerCase(FilmCase):
         return int(hours) * 3600 + int(minutes) * 60 + float(rest.replace(",", "."))
 
     def heads(self) -> list[tuple[bool, int]]:
-        """Of each text track whether it is enabled, and its display flags."""
+        """For each text track, whether it is enabled and its display flags."""
         tracks = boxes(self.out.read_bytes(), "moov", "trak")
         found = []
         for track in tracks:

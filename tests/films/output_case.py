@@ -1,5 +1,5 @@
-"""What the tests of outputs need: the two tools as the program starts them, what they leave behind,
-and places that can fail."""
+"""Helpers for the tests of outputs: they start the two tools as the program does, and provide
+places that fail."""
 
 import os
 import resource
@@ -9,7 +9,7 @@ import uuid
 from collections.abc import Callable
 from pathlib import Path
 
-from film_case import DEADLINE, FFMPEG, OPTIONS, TOOLS, FilmCase, picture, probe, tone
+from movie_case import DEADLINE, FFMPEG, OPTIONS, TOOLS, MovieCase, picture, probe, tone
 
 MP4BOX = TOOLS / "MP4Box"
 CUES = "1\n00:00:00,200 --> 00:00:00,700\nOne\n\n2\n00:00:01,000 --> 00:00:01,500\nTwo\n"
@@ -26,7 +26,7 @@ exit $status
 
 
 def can_mount() -> bool:
-    """Whether this machine lets a user have mounts of his own."""
+    """Whether this machine allows mounts in a user namespace."""
     words = ["unshare", "-Ur", "--mount", "mount", "-t", "tmpfs", "tmpfs", "/mnt"]
     return subprocess.run(words, stderr=subprocess.DEVNULL, check=False).returncode == 0
 
@@ -35,8 +35,8 @@ def transcoding(source: Path, out: Path, size: str = "160x120") -> list[str]:
     return [str(FFMPEG), "-y", "-i", str(source), *OPTIONS, "-s", size, str(out)]
 
 
-def adding(text: Path, film: Path) -> list[str]:
-    return [str(MP4BOX), "-add", f"{text}:hdlr=sbtl", str(film)]
+def adding(text: Path, movie: Path) -> list[str]:
+    return [str(MP4BOX), "-add", f"{text}:hdlr=sbtl", str(movie)]
 
 
 def note_of(out: Path) -> Path:
@@ -48,7 +48,7 @@ def names(folder: Path) -> list[str]:
 
 
 def small_files() -> None:
-    """No file may grow beyond 20,000 bytes, as under a quota."""
+    """Limits files to 20,000 bytes, like a quota."""
     resource.setrlimit(resource.RLIMIT_FSIZE, (20_000, 20_000))
 
 
@@ -62,7 +62,7 @@ def eventually(condition: Callable[[], object]) -> bool:
 
 
 class Started:
-    """A running command whose descendants can be found by a mark in their environment."""
+    """A running command whose descendants are found by a variable in their environment."""
 
     def __init__(self, words: list[str], **variables: str) -> None:
         self.mark = f"FILMS_MARK={uuid.uuid4().hex}"
@@ -76,7 +76,7 @@ class Started:
         )
 
     def all(self) -> dict[int, str]:
-        """The running processes by their numbers: the first words of their command lines."""
+        """The running processes: the first word of each command line, by process id."""
         found = {}
         for entry in Path("/proc").iterdir():
             try:
@@ -87,7 +87,7 @@ class Started:
         return {pid: os.fsdecode(word) for pid, word in found.items()}
 
     def number_of(self, *endings: str) -> int | None:
-        """The process whose program's name ends so and is none of the bundle's tools."""
+        """The process whose program has one of these endings and is not one of our tools."""
         for pid, word in self.all().items():
             if word.endswith(endings) and not word.startswith(str(TOOLS)):
                 return pid
@@ -107,30 +107,30 @@ class Started:
             pass
 
     def end(self) -> tuple[int, str]:
-        """Waits for the end of it all: the exit status and what was said."""
+        """Waits until all processes have ended; returns the exit status and the error output."""
         _, errors = self.process.communicate(timeout=DEADLINE)
         assert eventually(lambda: not self.all()), f"left running: {self.all()}"
         return self.process.returncode, errors.decode("utf-8", "replace").replace("\r", "\n")
 
 
-class OutputCase(FilmCase):
+class OutputCase(MovieCase):
     def setUp(self) -> None:
         super().setUp()
         self.place = self.folder / "place"
         self.place.mkdir()
-        self.out = self.place / "film.mp4"
-        self.text = self.folder / "film.srt"
+        self.out = self.place / "movie.mp4"
+        self.text = self.folder / "movie.srt"
         self.text.write_text(CUES, encoding="utf-8")
-        self.source = self.folder / "film.avi"
+        self.source = self.folder / "movie.avi"
 
     def make_source(self, seconds: float = 1, size: str = "160x120") -> Path:
-        return self.film(
-            "film.avi", *picture(seconds, size), *tone(seconds), "-c:v", "mpeg4", "-q:v", 5
+        return self.movie(
+            "movie.avi", *picture(seconds, size), *tone(seconds), "-c:v", "mpeg4", "-q:v", 5
         )
 
-    def make_film(self, path: Path) -> bytes:
-        """A film as the first step makes it; what is in it."""
-        self.film("made.mp4", *picture(2), *tone(2), "-c:v", "libx264", "-f", "ipod")
+    def make_mp4(self, path: Path) -> bytes:
+        """Makes an MP4 file like the first step's; returns its content."""
+        self.movie("made.mp4", *picture(2), *tone(2), "-c:v", "libx264", "-f", "ipod")
         (self.folder / "made.mp4").rename(path)
         return path.read_bytes()
 
@@ -147,8 +147,8 @@ class OutputCase(FilmCase):
         return done.returncode, done.stderr.decode("utf-8", "replace").replace("\r", "\n")
 
     def run_in(self, size: str, words: list[str], **more: str) -> tuple[int, str, Path]:
-        """Runs the words with a file system of `size` as `self.place`, seeded with what lies there;
-        the status, what was said, and the folder with what it held at the end."""
+        """Runs the words with a file system of `size` mounted at `self.place`, with the same
+        content; returns the status, the error output, and a folder with the final content."""
         after = self.folder / "after"
         after.mkdir()
         seed = self.folder / "seed"
@@ -163,8 +163,8 @@ class OutputCase(FilmCase):
         self.assertNotEqual(status, 99, said)
         return status, said, after
 
-    def assert_whole_film(self, path: Path, seconds: float) -> None:
-        film = probe(path)
-        kinds = {stream["codec_type"] for stream in film["streams"]}
+    def assert_whole_mp4(self, path: Path, seconds: float) -> None:
+        movie = probe(path)
+        kinds = {stream["codec_type"] for stream in movie["streams"]}
         self.assertTrue({"video", "audio"} <= kinds, kinds)
-        self.assertAlmostEqual(float(film["format"]["duration"]), seconds, delta=0.2)
+        self.assertAlmostEqual(float(movie["format"]["duration"]), seconds, delta=0.2)

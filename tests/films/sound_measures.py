@@ -1,4 +1,4 @@
-"""What can be heard in a film: how loud each tone is on each side, and where a tone is torn."""
+"""Measures the level of each tone on each side, breaks in a tone, flashes and beeps."""
 
 import math
 import re
@@ -6,13 +6,13 @@ import subprocess
 from array import array
 from pathlib import Path
 
-from film_case import DEADLINE
+from movie_case import DEADLINE
 
 RATE = 8000
 
 
 def samples(path: Path, rate: int, *options: str) -> array:
-    """The decoded samples of the first sound, from -1 to 1."""
+    """The decoded samples of the first audio stream, from -1 to 1."""
     done = subprocess.run(
         ["ffmpeg", "-nostdin", "-v", "error", "-i", path, "-map", "0:a:0", *options]
         + ["-ar", str(rate), "-f", "f32le", "-"],
@@ -24,7 +24,7 @@ def samples(path: Path, rate: int, *options: str) -> array:
 
 
 def level(wave: array, pitch: int) -> float:
-    """The amplitude of one tone in samples of a whole number of its waves."""
+    """The amplitude of one tone in samples that cover whole periods of it."""
     angle = 2 * math.pi * pitch / RATE
     real = sum(value * math.cos(angle * at) for at, value in enumerate(wave))
     imaginary = sum(value * math.sin(angle * at) for at, value in enumerate(wave))
@@ -32,8 +32,8 @@ def level(wave: array, pitch: int) -> float:
 
 
 def levels(path: Path, *pitches: int, after: float = 0) -> list[list[float]]:
-    """The amplitudes of these tones, each some hundreds of Hz, on the left and on the right, in the
-    middle of the second that begins `after` so many."""
+    """The amplitudes of these tones, each a multiple of 100 Hz, on the left and on the right, in
+    the middle of the second that starts at `after`."""
     both = samples(path, RATE, "-ac", "2")
     start = int(2 * RATE * after) + RATE // 2
     return [
@@ -43,8 +43,8 @@ def levels(path: Path, *pitches: int, after: float = 0) -> list[list[float]]:
 
 
 def tears(path: Path, pitch: int) -> int:
-    """How many waves of a pure tone that lasts through all of a film are not as long as the others,
-    within 5 %."""
+    """The number of periods of a pure tone, which lasts for the whole movie, that are off by more
+    than 5 %."""
     rate = 44100
     wave = samples(path, rate, "-ac", "1")
     wave = wave[rate // 10 : -rate // 10]
@@ -56,10 +56,10 @@ def tears(path: Path, pitch: int) -> int:
 
 
 def flashes(path: Path) -> list[float]:
-    """When a black picture turns white, in seconds."""
+    """The times when a black picture turns white, in seconds."""
     filters = "signalstats,metadata=print:key=lavfi.signalstats.YAVG:file=-"
     found, time, was_light = [], 0.0, False
-    for line in _told(path, "-an", "-vf", filters):
+    for line in _output(path, "-an", "-vf", filters):
         if match := re.search(r"pts_time:([0-9.]+)", line):
             time = float(match[1])
         if match := re.search(r"YAVG=([0-9.]+)", line):
@@ -71,14 +71,18 @@ def flashes(path: Path) -> list[float]:
 
 
 def beeps(path: Path) -> list[float]:
-    """When silence of a fifth of a second or more ends, in seconds; that at the end of a film does
-    not count."""
-    lines = _told(path, "-vn", "-af", "silencedetect=n=-30dB:d=0.2")
+    """The times when beeps start, in seconds, in a movie that ends with silence."""
+    return silence_ends(path)[:-1]
+
+
+def silence_ends(path: Path) -> list[float]:
+    """The times when silence of at least 0.2 s ends, in seconds."""
+    lines = _output(path, "-vn", "-af", "silencedetect=n=-30dB:d=0.2")
     matches = [re.search(r"silence_end: ([0-9.]+)", line) for line in lines]
-    return [float(match[1]) for match in matches if match][:-1]
+    return [float(match[1]) for match in matches if match]
 
 
-def _told(path: Path, *options: str) -> list[str]:
+def _output(path: Path, *options: str) -> list[str]:
     done = subprocess.run(
         ["ffmpeg", "-nostdin", "-hide_banner", "-i", path, *options, "-f", "null", "-"],
         stdout=subprocess.PIPE,

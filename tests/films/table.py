@@ -1,9 +1,9 @@
-"""The table of films and faults, docs/films.md: every case that the tests here make, and what the
-tools made of it. Each test hands over what it measured, each test run leaves its part in the build
-folder, and when all parts are there they are joined.
+"""The table of movies and faults, docs/films.md: every case that the tests here create, and the
+result. Each test adds the rows that it measured, each test program writes its part to the build
+folder, and the parts are joined.
 
     table.py check PARTS DOCUMENT NAME...   compares the joined table with the document
-    table.py write PARTS DOCUMENT NAME...   replaces the document by it
+    table.py write PARTS DOCUMENT NAME...   replaces the document with it
 
 PARTS is the folder with the parts, each NAME one of them.
 """
@@ -16,34 +16,34 @@ import sys
 from pathlib import Path
 
 SECTIONS = [
-    "The film that comes in",
-    "The file that goes out",
+    "The movie",
+    "The MP4 file",
     "Subtitles",
     "Subtitles inside the movie",
     "The program around them",
 ]
 
 INTRODUCTION = """\
-# Films and faults
+# Movies and faults
 
-What the tools in `bundle/` make of the films and faults that the world holds. Each line is a case
-that a test in `tests/films` makes with public tools and hands to the real tools as the program
-would; the right-hand column is what was measured. The tests write this table and fail when it
-differs from this file; `cmake --build --preset release --target films-table` runs them and puts
-their table here. [A collection of movies](collection.md) shows how movies from many makers come out.
+How the tools in `bundle/` handle all kinds of movies and faults. Each row is a case that a test in
+`tests/films` creates with public tools and passes to the real tools as the program does; the
+right-hand column is the measured result. The tests generate this table and fail if it differs from
+this file; `cmake --build --preset release --target films-table` runs them and updates it.
+[A collection of movies](collection.md) shows the results for movies from many makers.
 """
 
 _rows: list[tuple[str, str, str | None]] = []
 
 
 def row(section: str, case: str, outcome: str) -> None:
-    """Adds a line. The outcome is what was measured, in words that are the same in every run."""
+    """Adds a row. The outcome is the measured result, worded the same in every run."""
     assert section in SECTIONS, section
     _rows.append((section, case, outcome))
 
 
 def unmeasured(section: str, case: str) -> None:
-    """Says that this machine cannot make the case: its line in the document stays as it is."""
+    """Marks a case that this machine cannot create: its row in the document stays."""
     _rows.append((section, case, None))
 
 
@@ -62,7 +62,7 @@ def _cell(text: str) -> str:
 
 
 def _known_lines(document: Path) -> dict[str, str]:
-    """The lines of the document by the beginning that names their case."""
+    """The rows of the document, by their first cell."""
     lines = document.read_text(encoding="utf-8").splitlines() if document.exists() else []
     return {line[: line.index(" | ", 2) + 3]: line for line in lines if line.startswith("| ")}
 

@@ -1,4 +1,4 @@
-"""Makes subtitles in teletext (ETSI EN 300 706, in a transport stream as in EN 300 472)."""
+"""Makes teletext subtitles (ETSI EN 300 706, in a transport stream as in EN 300 472)."""
 
 import struct
 from pathlib import Path
@@ -47,7 +47,7 @@ def _pes(time: float, units: bytes) -> bytes:
 
 
 def _packet(count: int, pes: bytes) -> bytes:
-    """A packet with all of a PES packet."""
+    """A transport packet with a whole PES packet."""
     assert len(pes) == PACKET - 4, len(pes)
     return bytes((0x47, 0x40 | TEXT >> 8, TEXT & 255, 0x10 | count & 15)) + pes
 
@@ -62,7 +62,7 @@ def _checksum(data: bytes) -> bytes:
 
 
 def _with_text(table: bytes) -> bytes:
-    """The packet of the programme's table with one more stream, in German on page 888."""
+    """The program map table's packet with a teletext stream added, in German on page 888."""
     length = int.from_bytes(table[6:8], "big") & 0xFFF
     section = table[5 : 8 + length - 4] + b"\x06\xe2\x00\xf0\x07\x56\x05ger\x10\x88"
     section = section[:1] + struct.pack(">H", 0xB000 | len(section) + 1) + section[3:]
@@ -70,7 +70,7 @@ def _with_text(table: bytes) -> bytes:
 
 
 def _time_of(packet: bytes) -> float | None:
-    """When the picture that begins in the packet is shown."""
+    """The presentation time of the picture that starts in the packet."""
     at = 4 + (1 + packet[4] if packet[3] & 0x20 else 0)
     if not packet[1] & 0x40 or not packet[at + 7] & 0x80:
         return None
@@ -79,8 +79,8 @@ def _time_of(packet: bytes) -> float | None:
 
 
 def add_teletext(movie: Path, start: float, events: list[Event]) -> None:
-    """Adds a stream of teletext to a transport stream of ffmpeg's whose clock starts at `start`: at
-    each time in seconds a text, or none."""
+    """Adds a teletext stream to a transport stream of ffmpeg's whose clock starts at `start`, with
+    a text, or none, at each time in seconds."""
     data = movie.read_bytes()
     result, waiting, count = b"", list(events), 0
     for at in range(0, len(data), PACKET):

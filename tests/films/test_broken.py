@@ -1,4 +1,4 @@
-"""Sources that are no films come to a clear end, and soon."""
+"""Sources that are not movies fail soon and with a clear message."""
 
 import os
 import random
@@ -6,10 +6,10 @@ import subprocess
 import sys
 import time
 
-from film_case import FFMPEG, FilmCase, frame_times, picture, tone
+from movie_case import FFMPEG, MovieCase, frame_times, picture, tone
 from table import row, unmeasured
 
-SECTION = "The film that comes in"
+SECTION = "The movie"
 LIMIT = 10
 CENC = ["-c:v", "libx264", "-encryption_scheme", "cenc-aes-ctr"]
 CENC += ["-encryption_key", "76a6c65c5ea762046bd749a2e632ccbb"]
@@ -26,9 +26,9 @@ sys.exit(subprocess.run(sys.argv[2:]).returncode)
 """
 
 
-class Broken(FilmCase):
+class Broken(MovieCase):
     def ends(self, path: object, name: str = "", **more: object) -> str:
-        """Report and conversion end in time with one message that names it; what they say."""
+        """Report and conversion fail in time with one message that names the file; returns it."""
         said = set()
         self.out.write_text("old")
         for run in (self.ask, lambda path, **more: self.transcode(path, 160, 120, **more)):
@@ -48,7 +48,7 @@ class Broken(FilmCase):
     def check(self, case: str, path: object, **more: object) -> None:
         row(SECTION, case, self.ends(path, **more))
 
-    def test_what_is_no_film(self) -> None:
+    def test_files_that_are_not_movies(self) -> None:
         folder = self.folder / "folder.avi"
         folder.mkdir()
         fifo = self.folder / "fifo.avi"
@@ -65,34 +65,34 @@ class Broken(FilmCase):
         loop.symlink_to(loop)
         self.check("missing", self.folder / "missing.avi")
         self.check("a folder", folder)
-        self.check("a FIFO that nobody writes", fifo)
+        self.check("a FIFO without a writer", fifo)
         self.check("a device", "/dev/zero")
         self.check("zero bytes", empty)
         self.check("random bytes", noise)
         self.check("only zeros", zeros)
         self.check("text called .avi", text)
         self.check("a link to itself", loop)
-        self.check("sound alone", self.film("song.avi", *tone(0.2)))
-        self.check("encrypted packets (CENC)", self.film("cenc.mp4", *picture(0.2), *CENC))
-        bought = self.film("bought.mp4", *picture(0.2), "-c:v", "libx264")
+        self.check("audio only", self.movie("song.avi", *tone(0.2)))
+        self.check("encrypted packets (CENC)", self.movie("cenc.mp4", *picture(0.2), *CENC))
+        bought = self.movie("bought.mp4", *picture(0.2), "-c:v", "libx264")
         bought.write_bytes(bought.read_bytes().replace(b"avc1", b"drmi"))
         self.check("encrypted as a bought movie (FairPlay)", bought)
         everything = {self.ends(path) for path in (folder, fifo, empty, noise, loop, bought)}
         self.assertEqual(len(everything), 6)
 
-    def test_a_film_of_less_than_a_second(self) -> None:
-        film = self.film("short.avi", *picture(0.6), "-c:v", "mpeg4")
-        said = self.ask(film).messages[-1]
-        self.assertEqual(said, f"ffmpeg: '{film}' cannot be converted: it is shorter than a second")
-        row(SECTION, "a movie of 0.6 seconds", said.replace(str(film), "FILE"))
+    def test_a_movie_of_less_than_a_second(self) -> None:
+        movie = self.movie("short.avi", *picture(0.6), "-c:v", "mpeg4")
+        said = self.ask(movie).messages[-1]
+        self.assertEqual(said, f"ffmpeg: '{movie}' cannot be converted: it is shorter than a second")
+        row(SECTION, "a movie of 0.6 seconds", said.replace(str(movie), "FILE"))
 
     def test_a_system_without_ffprobe(self) -> None:
-        film = self.film("film.avi", *picture(0.2), "-c:v", "mpeg4")
-        said = self.ends(film, environment={"PATH": "/nowhere"}, name="ffprobe")
+        movie = self.movie("movie.avi", *picture(0.2), "-c:v", "mpeg4")
+        said = self.ends(movie, environment={"PATH": "/nowhere"}, name="ffprobe")
         row(SECTION, "the system has no ffprobe", said)
 
     def test_a_file_without_permission(self) -> None:
-        secret = self.film("secret.avi", *picture(0.2), "-c:v", "mpeg4")
+        secret = self.movie("secret.avi", *picture(0.2), "-c:v", "mpeg4")
         secret.chmod(0)
         self.folder.chmod(0o777)
         # Root may read everything.
@@ -101,35 +101,35 @@ class Broken(FilmCase):
             self.check("no permission", secret, **anybody)
         except PermissionError as error:
             unmeasured(SECTION, "no permission")
-            self.skipTest(f"the tools are out of another user's reach: {error}")
+            self.skipTest(f"another user cannot reach the tools: {error}")
 
-    def test_truncated_films(self) -> None:
+    def test_truncated_movies(self) -> None:
         for name, more in (
-            ("film.avi", ("-c:v", "mpeg4")),
-            ("film.mkv", ("-c:v", "libx264")),
-            ("film.ts", ("-c:v", "mpeg2video")),
-            ("film.mp4", ("-c:v", "libx264", "-movflags", "faststart")),
+            ("movie.avi", ("-c:v", "mpeg4")),
+            ("movie.mkv", ("-c:v", "libx264")),
+            ("movie.ts", ("-c:v", "mpeg2video")),
+            ("movie.mp4", ("-c:v", "libx264", "-movflags", "faststart")),
         ):
-            film = self.film(name, *(*picture(3), *tone(3)), *more, "-g", 5)
-            with film.open("r+b") as file:
-                file.truncate(film.stat().st_size // 2)
-            self.convert(film)
+            movie = self.movie(name, *(*picture(3), *tone(3)), *more, "-g", 5)
+            with movie.open("r+b") as file:
+                file.truncate(movie.stat().st_size // 2)
+            self.convert(movie)
             seconds = frame_times(self.out)[-1]
             self.assertTrue(0.8 < seconds < 2.6, seconds)
-            container = film.suffix[1:].upper()
-            row(SECTION, f"the first half of a film in {container}", "what is there is converted")
-        film = self.film("tail.mp4", *picture(3), "-c:v", "libx264")
-        with film.open("r+b") as file:
-            file.truncate(film.stat().st_size // 2)
-        self.check("the first half of an MP4 with its index at the end", film)
+            container = movie.suffix[1:].upper()
+            row(SECTION, f"the first half of a movie in {container}", "what can be read is converted")
+        movie = self.movie("tail.mp4", *picture(3), "-c:v", "libx264")
+        with movie.open("r+b") as file:
+            file.truncate(movie.stat().st_size // 2)
+        self.check("the first half of an MP4 with its index at the end", movie)
 
     def test_a_damaged_middle(self) -> None:
-        film = self.film("film.avi", *(*picture(3), *tone(3)), "-c:v", "mpeg4", "-g", 5)
-        data = bytearray(film.read_bytes())
+        movie = self.movie("movie.avi", *(*picture(3), *tone(3)), "-c:v", "mpeg4", "-g", 5)
+        data = bytearray(movie.read_bytes())
         middle = len(data) // 2
         data[middle : middle + 20_000] = random.Random(2).randbytes(20_000)
-        film.write_bytes(data)
-        self.convert(film)
+        movie.write_bytes(data)
+        self.convert(movie)
         self.assertGreater(frame_times(self.out)[-1], 2.5)
         row(SECTION, "20 kB of noise in the middle", "converted to its end")
 
@@ -141,37 +141,37 @@ class Broken(FilmCase):
             alone[1:1] = ["--user", "--map-root-user"]
         start = time.monotonic()
         done = subprocess.run(
-            [*alone, sys.executable, "-c", DEAD_DRIVE, drive, FFMPEG, "-i", drive / "film.avi"],
+            [*alone, sys.executable, "-c", DEAD_DRIVE, drive, FFMPEG, "-i", drive / "movie.avi"],
             capture_output=True,
             timeout=60,
         )
         if done.returncode not in (0, 1):
             unmeasured(SECTION, "a drive that does not answer")
-            self.skipTest(f"no dead drive can be made here: {done.stderr.decode()}")
+            self.skipTest(f"a dead drive cannot be made here: {done.stderr.decode()}")
         self.assertLess(time.monotonic() - start, LIMIT)
-        message = done.stderr.decode().replace(str(drive / "film.avi"), "FILE")
+        message = done.stderr.decode().replace(str(drive / "movie.avi"), "FILE")
         self.assertTrue(message.startswith("ffmpeg: 'FILE' "), message)
         row(SECTION, "a drive that does not answer", message.strip().removeprefix("ffmpeg: "))
 
-    def test_tools_of_the_system_that_hang(self) -> None:
-        film = self.film("film.avi", *picture(0.2), "-c:v", "mpeg4")
+    def test_hanging_system_tools(self) -> None:
+        movie = self.movie("movie.avi", *picture(0.2), "-c:v", "mpeg4")
         tools = {name: self.folder / "hanging" / name for name in ("ffprobe", "ffmpeg")}
         (self.folder / "hanging").mkdir()
         for tool in tools.values():
             tool.write_text("#!/bin/sh\nexec sleep 60\n")
             tool.chmod(0o755)
-        message = self.ends(film, environment={"VANTREO_FFPROBE": str(tools["ffprobe"])})
-        row(SECTION, "a film that cannot be read any more", message)
+        message = self.ends(movie, environment={"VANTREO_FFPROBE": str(tools["ffprobe"])})
+        row(SECTION, "a movie that becomes unreadable", message)
         start = time.monotonic()
         held = {"VANTREO_FFMPEG": str(tools["ffmpeg"])}
-        ended = self.transcode(film, 160, 120, environment=held)
+        ended = self.transcode(movie, 160, 120, environment=held)
         self.assertLess(time.monotonic() - start, LIMIT)
         self.assertEqual(ended.status, 1)
-        self.assertIn("film.avi", ended.messages[-1])
+        self.assertIn("movie.avi", ended.messages[-1])
         self.assertEqual(self.out.read_text(), "old")
-        message = ended.messages[-1].replace(str(film), "FILE").replace(str(self.out), "OUT")
+        message = ended.messages[-1].replace(str(movie), "FILE").replace(str(self.out), "OUT")
         row(
             SECTION,
-            "a film that stops being readable while it is converted",
-            f"{message.removeprefix('ffmpeg: ')}; the old film stays",
+            "a movie that becomes unreadable during the conversion",
+            f"{message.removeprefix('ffmpeg: ')}; the older MP4 file stays",
         )

@@ -1,4 +1,4 @@
-"""Disks that are full, folders that can't be written or go away, limits on files."""
+"""Full disks, unwritable and disappearing folders, file size limits."""
 
 import os
 import shutil
@@ -6,7 +6,7 @@ import socket
 import unittest
 from pathlib import Path
 
-from film_case import DEADLINE
+from movie_case import DEADLINE
 from output_case import (
     OutputCase,
     Started,
@@ -20,9 +20,9 @@ from output_case import (
 )
 from table import row, unmeasured
 
-SECTION = "The file that goes out"
+SECTION = "The MP4 file"
 
-# All but the home folder takes nothing.
+# Only the home folder is writable.
 SEALED = """
 mount --bind "$SEALED" "$SEALED" && mount --bind "$HOME" "$HOME" || exit 99
 mount -o remount,bind,ro "$SEALED" || exit 99
@@ -48,16 +48,16 @@ class Faults(OutputCase):
                 unmeasured(SECTION, f"{tool}: {case}")
                 continue
             with self.subTest(tool):
-                before = self.make_film(self.out)
+                before = self.make_mp4(self.out)
                 status, said, after = self.run_in(size, words, **more)
                 self.assertEqual(status, 1, said)
                 self.assertIn(cause, said)
-                self.assertEqual((after / "film.mp4").read_bytes(), before)
+                self.assertEqual((after / "movie.mp4").read_bytes(), before)
                 left = [name for name in names(after) if name != "filler"]
-                note = note_of(after / "film.mp4")
+                note = note_of(after / "movie.mp4")
                 where = "beside it"
                 if not note.exists():
-                    (note,) = self.folder.glob("film.mp4~*.failed.txt")
+                    (note,) = self.folder.glob("movie.mp4~*.failed.txt")
                     self.assertIn(f"what happened is written in '{note}'", said)
                     where = "beside the movie"
                 self.assertIn(cause, note.read_text(encoding="utf-8"))
@@ -65,55 +65,56 @@ class Faults(OutputCase):
                 self.tell(
                     case,
                     words,
-                    f"the older MP4 file, byte for byte; the failure note {where} and the console say: "
+                    f"the older MP4 file, unchanged; the failure note {where} and the console say: "
                     f"{cause}",
                 )
                 self.assertLessEqual(len(left), 2, left)
             shutil.rmtree(self.folder / "after", ignore_errors=True)
             shutil.rmtree(self.folder / "seed", ignore_errors=True)
 
-    def test_a_disk_that_gets_full_keeps_the_older_film(self) -> None:
-        room = len(self.make_film(self.out)) + 24_000
+    def test_a_disk_that_fills_up_keeps_the_older_file(self) -> None:
+        room = len(self.make_mp4(self.out)) + 24_000
         self.check_small_place(
-            "the disk gets full during the work", str(room), "No space left on device"
+            "the disk fills up during the conversion", str(room), "No space left on device"
         )
 
-    def test_a_disk_without_a_byte_left_keeps_the_older_film(self) -> None:
+    def test_a_completely_full_disk_keeps_the_older_file(self) -> None:
         self.check_small_place(
             "the disk is full to the last byte", "1m", "No space left on device", FULL="1"
         )
 
-    def test_a_folder_that_cannot_be_written_is_told(self) -> None:
+    def test_an_unwritable_folder_is_reported(self) -> None:
         self.check_small_place(
-            "the folder can't be written", "1m", "Read-only file system", READ_ONLY="1"
+            "the folder is not writable", "1m", "Read-only file system", READ_ONLY="1"
         )
 
-    def test_a_limit_on_files_keeps_the_older_film(self) -> None:
+    def test_a_limit_on_files_keeps_the_older_file(self) -> None:
         for tool, words in self.both_steps().items():
             with self.subTest(tool):
-                before = self.make_film(self.out)
+                before = self.make_mp4(self.out)
                 status, said = self.run_words(words, preexec_fn=small_files)
                 self.assertEqual(status, 1, said)
                 self.assertEqual(self.out.read_bytes(), before)
-                self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
+                self.assertEqual(names(self.place), ["movie.mp4", "movie.mp4.failed.txt"])
                 note = note_of(self.out).read_text(encoding="utf-8")
                 self.assertIn("File too large", note)
                 note_of(self.out).unlink()
                 self.tell(
-                    "a limit on the size of files (as a quota)",
+                    "a file size limit (such as a quota)",
                     words,
-                    "the older film, byte for byte; the failure note and the console say: File too large",
+                    "the older MP4 file, unchanged; the failure note and the console say: "
+                    "File too large",
                 )
 
-    def test_the_note_goes_home_where_nothing_else_can_be_written(self) -> None:
-        case = "neither the output folder nor the movie's can be written"
+    def test_the_failure_note_goes_to_the_home_folder_if_nothing_else_is_writable(self) -> None:
+        case = "neither the output folder nor the movie's is writable"
         home = self.folder / "home"
         for tool, words in self.both_steps().items():
             if not can_mount():
                 unmeasured(SECTION, f"{tool}: {case}")
                 continue
             with self.subTest(tool):
-                self.make_film(self.out)
+                self.make_mp4(self.out)
                 home.mkdir()
                 within = ["unshare", "-Ur", "--mount", "sh", "-c", SEALED, "sh", *words]
                 places = {"HOME": str(home), "SEALED": str(self.folder)}
@@ -123,9 +124,9 @@ class Faults(OutputCase):
                 self.assertIn(f"what happened is written in '{note}'", said)
                 self.assertIn(str(self.out), note.read_text(encoding="utf-8"))
                 shutil.rmtree(home)
-                self.tell(case, words, "the failure note in the home folder, as the console says")
+                self.tell(case, words, "a failure note in the home folder, as the console says")
 
-    def test_a_message_bus_that_does_not_answer_holds_nothing_up(self) -> None:
+    def test_an_unresponsive_message_bus_does_not_delay_the_tool(self) -> None:
         mute = socket.socket(socket.AF_UNIX)
         self.addCleanup(mute.close)
         mute.bind(str(self.folder / "bus"))
@@ -142,10 +143,10 @@ class Faults(OutputCase):
         row(
             SECTION,
             "ffmpeg: a failure where the session's message bus does not answer",
-            "it ends at once; the helper for notifications ends by itself",
+            "it exits at once; the notification helper exits by itself",
         )
 
-    def test_a_folder_that_is_removed_is_not_made_again(self) -> None:
+    def test_a_removed_folder_is_not_created_again(self) -> None:
         self.make_source(8, "320x240")
         started = Started(transcoding(self.source, self.out, "320x240"))
         self.assertTrue(eventually(lambda: names(self.place)))
@@ -154,15 +155,15 @@ class Faults(OutputCase):
         self.assertEqual(status, 1, said)
         self.assertIn("was removed or moved away", said)
         self.assertFalse(self.place.exists())
-        (note,) = self.folder.glob("film.mp4~*.failed.txt")
+        (note,) = self.folder.glob("movie.mp4~*.failed.txt")
         self.assertIn("Connect its drive again", note.read_text(encoding="utf-8"))
         row(
             SECTION,
-            "ffmpeg: the folder is removed during the work",
-            "the failure note beside the movie and the console say that it was removed",
+            "ffmpeg: the folder is removed during the conversion",
+            "the failure note beside the movie and the console say so",
         )
 
-    def test_a_folder_that_is_not_there_is_told(self) -> None:
+    def test_a_missing_folder_is_reported(self) -> None:
         self.make_source()
         status, said = self.run_words(transcoding(self.source, Path(self.folder / "no" / "a.mp4")))
         self.assertEqual(status, 1)
@@ -173,7 +174,8 @@ class Faults(OutputCase):
         self.out.parent.mkdir()
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
         self.assertFalse(note.exists())
-        row(SECTION, "ffmpeg: the folder is missing", "a failure note beside the movie until a success")
+        outcome = "a failure note beside the movie, until a success"
+        row(SECTION, "ffmpeg: the folder is missing", outcome)
 
 
 if __name__ == "__main__":

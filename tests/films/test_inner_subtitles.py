@@ -1,10 +1,10 @@
-"""What becomes of the subtitles inside a movie."""
+"""How subtitles inside a movie are converted."""
 
 import struct
 import subprocess
 import unittest
 
-from film_case import DEADLINE, SMALL, picture, probe, streams, tone
+from movie_case import DEADLINE, SMALL, picture, probe, streams, tone
 from inner_case import InnerCase, boxes, srt
 from output_case import adding
 from table import row
@@ -45,14 +45,14 @@ Bye
 class InnerSubtitles(InnerCase):
     def test_text_of_every_kind(self) -> None:
         texts = [self.text("a.ass", SCRIPT), self.text("b.srt", srt((0.2, 0.8, "<b>Only</b> one")))]
-        film = self.with_texts(
-            "film.mkv",
+        movie = self.with_texts(
+            "movie.mkv",
             [*texts, self.text("c.vtt", WEB)],
             *("-metadata:s:s:0", "language=ger", "-metadata:s:s:1", "language=eng"),
             *("-metadata:s:s:1", "title=Signs", "-disposition:s:0", "default"),
             *("-disposition:s:1", "forced", "-disposition:s:2", 0),
         )
-        self.convert(film)
+        self.convert(movie)
         self.assertEqual(self.ended.messages, [])
         found = streams(self.out, "subtitle")
         self.assertEqual([s["codec_tag_string"] for s in found], ["tx3g"] * 3)
@@ -70,7 +70,7 @@ class InnerSubtitles(InnerCase):
         )
         row(
             SECTION,
-            "ASS with styles, places, a comment, a drawing and two lines at a time",
+            "ASS with styles, positions, a comment, a drawing and two lines at a time",
             "4 cues: bold, italic, underlined and coloured letters, both lines together while both "
             "are shown; nothing else",
         )
@@ -83,14 +83,14 @@ class InnerSubtitles(InnerCase):
             "deu and enabled; eng, all of it forced, handler “Signs”; und",
         )
 
-    def test_text_of_an_mp4_file_in_its_place(self) -> None:
+    def test_text_of_an_mp4_file_keeps_its_position(self) -> None:
         text = self.text("text.srt", srt((0.2, 0.8, "One <i>two</i>"), (1, 1.5, "Three")))
-        film = self.film(
-            "film.mp4",
+        movie = self.movie(
+            "movie.mp4",
             *(*picture(2, "320x240"), *tone(2), "-i", text, "-map", 0, "-map", 1, "-map", 2),
             *(*SMALL, "-c:s", "mov_text", "-metadata:s:s", "language=fra"),
         )
-        self.convert(film)
+        self.convert(movie)
         self.assert_cues([(0.2, 0.8, "One <i>two</i>"), (1, 1.5, "Three")])
         (track,) = streams(self.out, "subtitle")
         self.assertEqual((track["width"], track["height"]), (320, 36))
@@ -108,9 +108,9 @@ class InnerSubtitles(InnerCase):
         texts = [self.text(f"{n}.srt", srt((n / 50, 1, f"Text {n}"))) for n in range(1, 38)]
         marks = [word for at in (5, 7) for word in (f"-disposition:s:{at}", "default")]
         movie = [empty, blank, late, *texts]
-        film = self.with_texts("film.mkv", movie, "-disposition:s", 0, *marks, seconds=12, rate=2)
-        self.assertEqual(len(streams(film, "subtitle")), 40)
-        self.convert(film)
+        movie = self.with_texts("movie.mkv", movie, "-disposition:s", 0, *marks, seconds=12, rate=2)
+        self.assertEqual(len(streams(movie, "subtitle")), 40)
+        self.convert(movie)
         self.assertEqual(self.ended.messages, [])
         self.assertEqual(len(streams(self.out, "subtitle")), 38)
         self.assertEqual([at for at, (on, _) in enumerate(self.heads()) if on], [3])
@@ -125,25 +125,25 @@ class InnerSubtitles(InnerCase):
     def test_text_that_is_not_utf8(self) -> None:
         polish = ["Dzień dobry, pani Zofio.", "Źle zrozumiałeś moje słowa.", "ZAŻÓŁĆ GĘŚLĄ JAŹŃ."]
         cues = [(at * 0.5, at * 0.5 + 0.3, text) for at, text in enumerate(polish, 1)]
-        film = self.with_texts("film.mkv", [self.text("text.srt", srt(*cues))])
-        content = film.read_bytes()
+        movie = self.with_texts("movie.mkv", [self.text("text.srt", srt(*cues))])
+        content = movie.read_bytes()
         for text in polish:
-            # As long as before, with blanks at the end.
+            # The same length as before, padded with blanks.
             old = text.encode("cp1250").ljust(len(text.encode()))
             self.assertIn(text.encode(), content)
             content = content.replace(text.encode(), old)
-        film.write_bytes(content)
-        self.convert(film)
+        movie.write_bytes(content)
+        self.convert(movie)
         self.assert_cues(cues)
-        row(SECTION, "Polish in cp1250 inside Matroska", "letter by letter")
+        row(SECTION, "Polish in cp1250 inside Matroska", "all letters correct")
 
-    def test_damaged_text_is_left_out_and_said(self) -> None:
+    def test_damaged_text_is_left_out_and_reported(self) -> None:
         cues = [(0.2, 0.5, "Źle"), (0.7, 1.0, "damaged"), (1.2, 1.5, "Gęś")]
-        film = self.with_texts("film.mkv", [self.text("text.srt", srt(*cues))])
-        content = film.read_bytes()
+        movie = self.with_texts("movie.mkv", [self.text("text.srt", srt(*cues))])
+        content = movie.read_bytes()
         self.assertIn(b"damaged", content)
-        film.write_bytes(content.replace(b"damaged", b"d\xff\x01\xc0ged"))
-        self.convert(film)
+        movie.write_bytes(content.replace(b"damaged", b"d\xff\x01\xc0ged"))
+        self.convert(movie)
         said = [said for said in self.ended.messages if "subtitle stream 2 is damaged" in said]
         self.assertEqual(len(said), 1, self.ended.text)
         self.assertFalse(self.note().exists())
@@ -155,9 +155,9 @@ class InnerSubtitles(InnerCase):
         )
 
     def test_text_that_makes_ffmpeg_fail_is_left_out(self) -> None:
-        # ffmpeg refuses so long a cue, after the first pictures are made.
+        # ffmpeg fails on such a long cue, after it has encoded the first pictures.
         long = self.text("long.srt", srt((0.1, 0.5, "short"), (2, 2.5, "long " * 300_000)))
-        self.convert(self.with_texts("film.mkv", [long], seconds=3))
+        self.convert(self.with_texts("movie.mkv", [long], seconds=3))
         (video,) = streams(self.out, "video")
         self.assertAlmostEqual(float(video["duration"]), 3, delta=0.1)
         self.assertEqual(streams(self.out, "subtitle"), [])
@@ -168,22 +168,22 @@ class InnerSubtitles(InnerCase):
             "the whole movie without subtitles; the console says so",
         )
 
-    def test_pictures_of_text_stay_out(self) -> None:
+    def test_picture_subtitles_are_left_out(self) -> None:
         segment = b"PG" + struct.pack(">II", 45_000, 0)
         shown = struct.pack(">HHBHBBBB", 160, 120, 0x10, 0, 0x80, 0, 0, 0)
         sup = segment + b"\x16" + struct.pack(">H", len(shown)) + shown
         sup += segment + b"\x80" + struct.pack(">H", 0)
-        film = self.with_texts("film.mkv", [self.text("text.sup", sup)])
-        self.assertEqual(streams(film, "subtitle")[0]["codec_name"], "hdmv_pgs_subtitle")
-        self.convert(film)
+        movie = self.with_texts("movie.mkv", [self.text("text.sup", sup)])
+        self.assertEqual(streams(movie, "subtitle")[0]["codec_name"], "hdmv_pgs_subtitle")
+        self.convert(movie)
         self.assertEqual(streams(self.out, "subtitle"), [])
-        row(SECTION, "the pictures of text of a Blu-ray", "left out")
+        row(SECTION, "picture subtitles of a Blu-ray", "left out")
 
     def test_the_file_beside_the_movie_comes_first(self) -> None:
         inner = self.text("inner.srt", srt((0.2, 0.8, "Inner")))
         beside = self.text("beside.srt", srt((0.3, 0.9, "Beside")))
         options = ("-metadata:s:s", "language=ger", "-metadata", "creation_time=2021-05-06T07:08:09Z")
-        self.convert(self.with_texts("film.mkv", [inner], *options, "-disposition:s", "default"))
+        self.convert(self.with_texts("movie.mkv", [inner], *options, "-disposition:s", "default"))
         self.assertEqual(self.heads(), [(True, 0)])
         places = boxes(self.out.read_bytes(), "moov", "trak", "tkhd")[2][32:34]
         for _ in range(2):

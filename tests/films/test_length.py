@@ -1,4 +1,4 @@
-"""Lengths that the header does not tell are found in the packets, quickly."""
+"""Lengths that are missing in the header are found in the packets, quickly."""
 
 import resource
 import struct
@@ -6,10 +6,10 @@ import subprocess
 import time
 from pathlib import Path
 
-from film_case import DEADLINE, SMALL, FilmCase, frame_times, picture, probe, tone
+from movie_case import DEADLINE, SMALL, MovieCase, frame_times, picture, probe, tone
 from table import row
 
-SECTION = "The film that comes in"
+SECTION = "The movie"
 BIG = 2_000_000_000
 
 
@@ -19,7 +19,7 @@ CUES = (
 
 
 def no_files() -> None:
-    """No file may be written at all, as where all disks are full."""
+    """No file can be written, as if all disks were full."""
     resource.setrlimit(resource.RLIMIT_FSIZE, (0, 0))
 
 
@@ -27,77 +27,77 @@ def header_length(path: Path) -> str:
     return probe(path)["format"].get("duration", "none")
 
 
-class Length(FilmCase):
+class Length(MovieCase):
     def recording(self, seconds: float) -> Path:
-        """What a browser writes: WebM without length, index or sizes of its parts."""
-        return self.film(
+        """What a browser writes: WebM without a length, an index or the sizes of its elements."""
+        return self.movie(
             "recording.webm",
             *(*picture(seconds), *tone(seconds, rate=48000)),
             *("-c:v", "libvpx", "-deadline", "realtime", "-cpu-used", 8, "-c:a", "libopus"),
             *("-cluster_time_limit", 1000, "-f", "webm", "-live", 1),
         )
 
-    def check(self, case: str, film: Path, seconds: float) -> None:
-        report = self.convert(film)
+    def check(self, case: str, movie: Path, seconds: float) -> None:
+        report = self.convert(movie)
         self.assertEqual(report.duration, f"00:00:{int(seconds):02d}")
         self.assertAlmostEqual(frame_times(self.out)[-1], seconds, delta=0.2)
         row(SECTION, case, f"reported as {report.duration}, all of it converted")
 
     def test_a_browsers_recording(self) -> None:
-        film = self.recording(6)
-        self.assertEqual(header_length(film), "none")
-        self.check("a browser's WebM of 6 s without a length", film, 6)
+        movie = self.recording(6)
+        self.assertEqual(header_length(movie), "none")
+        self.check("a browser's WebM of 6 s without a length", movie, 6)
 
-    def test_a_recording_that_breaks_off(self) -> None:
-        film = self.recording(6)
-        with film.open("r+b") as file:
-            file.truncate(film.stat().st_size * 2 // 3)
-        report = self.convert(film)
+    def test_a_truncated_recording(self) -> None:
+        movie = self.recording(6)
+        with movie.open("r+b") as file:
+            file.truncate(movie.stat().st_size * 2 // 3)
+        report = self.convert(movie)
         end = frame_times(self.out)[-1]
         self.assertAlmostEqual(int(report.duration[-2:]), end, delta=1)
         case = "a browser's WebM, truncated after two thirds"
-        row(SECTION, case, "reported as long as it still is")
+        row(SECTION, case, "reported with the length that is left")
 
     def test_a_cut_transport_stream(self) -> None:
-        film = self.film(
+        movie = self.movie(
             "whole.ts", *(*picture(9), *tone(9)), *("-c:v", "mpeg2video", "-g", 5, "-c:a", "mp2")
         )
-        data = film.read_bytes()
+        data = movie.read_bytes()
         cut = self.folder / "cut.ts"
         cut.write_bytes(data[len(data) // 3 + 77 : len(data) - 50])
         report = self.convert(cut)
-        # The first frames lack what they were predicted from.
+        # The reference frames of the first frames are missing.
         self.assertIn(report.duration, ("00:00:05", "00:00:06"))
         self.assertAlmostEqual(len(frame_times(self.out)) / 25, 6, delta=0.5)
         case = "the last two thirds of a transport stream of 9 s"
         row(SECTION, case, "about 6 s, all converted")
 
-    def test_other_films_without_a_length(self) -> None:
+    def test_other_movies_without_a_length(self) -> None:
         for name, muxing in (
             ("fragments.mp4", ("-f", "mp4", "-movflags", "frag_keyframe+empty_moov")),
             ("stream.flv", ("-f", "flv", "-flvflags", "no_duration_filesize")),
         ):
-            film = self.folder / name
-            with film.open("wb") as out:
+            movie = self.folder / name
+            with movie.open("wb") as out:
                 piped = ("ffmpeg", "-nostdin", "-v", "error", *picture(4.4), *muxing, "-")
                 subprocess.run(piped, stdout=out, check=True, timeout=DEADLINE)
-            self.check(f"{name} of 4.4 s, written through a pipe", film, 4.4)
+            self.check(f"{name} of 4.4 s, written through a pipe", movie, 4.4)
 
-    def test_a_film_of_two_gigabytes_is_reported_within_a_second(self) -> None:
-        # The middle is a hole in the file, and yet reading it takes seconds, as in a real one.
-        film = self.recording(14)
-        data = film.read_bytes()
+    def test_a_movie_of_two_gigabytes_is_reported_within_a_second(self) -> None:
+        # The middle is a hole in the file, but reading it takes seconds, as in a real one.
+        movie = self.recording(14)
+        data = movie.read_bytes()
         cluster = b"\x1f\x43\xb6\x75"
         half = data.rindex(cluster, 0, len(data) // 2)
-        with film.open("wb") as file:
+        with movie.open("wb") as file:
             file.write(data[:half])
             file.seek(BIG - (len(data) - half))
             file.write(data[half:])
-        self.assertEqual(film.stat().st_size, BIG)
+        self.assertEqual(movie.stat().st_size, BIG)
         took = []
         for _ in range(3):
             start = time.monotonic()
-            report = self.report(film)
+            report = self.report(movie)
             took.append(time.monotonic() - start)
             self.assertEqual(report.duration, "00:00:14")
         self.assertLess(min(took), 1)
@@ -106,77 +106,82 @@ class Length(FilmCase):
     def with_late_subtitle(self, name: str, *more: object) -> Path:
         text = self.folder / "text.srt"
         text.write_text(CUES, encoding="utf-8")
-        return self.film(
+        return self.movie(
             name, *picture(5), *tone(5), "-i", text, *("-c:v", "mpeg4", "-c:s", "srt", *more)
         )
 
-    def check_whole(self, case: str, film: Path) -> None:
-        self.assertGreater(float(header_length(film)), 20)
-        report = self.convert(film)
+    def check_whole(self, case: str, movie: Path) -> None:
+        self.assertGreater(float(header_length(movie)), 20)
+        report = self.convert(movie)
         self.assertEqual(report.duration, "00:00:05")
         self.assertFalse(self.out.with_name("out.mp4.failed.txt").exists())
         self.assertAlmostEqual(frame_times(self.out)[-1], 5, delta=0.2)
         row(SECTION, case, f"reported as {report.duration}, all of it converted; no failure note")
 
-    def test_a_film_whose_subtitles_outlast_it(self) -> None:
-        film = self.with_late_subtitle("film.mkv")
-        self.check_whole("5 s in Matroska with a subtitle at 60 s", film)
-        film.write_bytes(film.read_bytes().replace(b"DURATION", b"DURATIOX"))
-        self.check_whole("5 s in Matroska with a subtitle at 60 s, without the streams' lengths", film)
+    def test_a_movie_whose_subtitles_outlast_it(self) -> None:
+        movie = self.with_late_subtitle("movie.mkv")
+        self.check_whole("5 s in Matroska with a subtitle at 60 s", movie)
+        movie.write_bytes(movie.read_bytes().replace(b"DURATION", b"DURATIOX"))
+        self.check_whole("5 s in Matroska with a subtitle at 60 s, without the streams' lengths", movie)
 
-    def test_a_film_that_another_sound_outlasts(self) -> None:
-        for name in ("film.mp4", "film.mpg"):
-            film = self.film(
+    def test_a_movie_whose_second_audio_track_outlasts_it(self) -> None:
+        for name in ("movie.mp4", "movie.mpg"):
+            movie = self.movie(
                 name,
                 *(*picture(5), *tone(5), *tone(30, 880), "-map", 0, "-map", 1, "-map", 2),
                 *("-c:v", "mpeg2video", "-c:a", "mp2"),
             )
-            self.check_whole(f"{name} of 5 s with a second sound of 30 s", film)
+            self.check_whole(f"{name} of 5 s with a second audio track of 30 s", movie)
 
-    def test_a_film_whose_subtitles_outlast_it_breaks_off(self) -> None:
-        film = self.with_late_subtitle("film.mkv")
-        data = film.read_bytes().replace(b"DURATION", b"DURATIOX")
-        film.write_bytes(data[: len(data) // 2])
-        self.convert(film)
+    def test_a_truncated_movie_whose_subtitles_outlast_it(self) -> None:
+        movie = self.with_late_subtitle("movie.mkv")
+        data = movie.read_bytes().replace(b"DURATION", b"DURATIOX")
+        movie.write_bytes(data[: len(data) // 2])
+        self.convert(movie)
         note = self.out.with_name("out.mp4.failed.txt").read_text(encoding="utf-8")
         self.assertIn("The movie is truncated or damaged", note)
         case = "the first half of that file"
-        row(SECTION, case, "what is there is converted; the failure note says that the movie is truncated or damaged")
+        row(
+            SECTION,
+            case,
+            "what can be read is converted; the failure note says that the movie is truncated or "
+            "damaged",
+        )
 
-    def test_a_length_is_found_where_no_file_can_be_written(self) -> None:
-        film = self.recording(6)
-        report = self.report(film, preexec_fn=no_files)
+    def test_a_length_is_found_if_no_file_can_be_written(self) -> None:
+        movie = self.recording(6)
+        report = self.report(movie, preexec_fn=no_files)
         self.assertEqual(report.duration, "00:00:06")
-        case = "a browser's WebM of 6 s where no disk has room"
+        case = "a browser's WebM of 6 s, with all disks full"
         row(SECTION, case, f"reported as {report.duration}")
 
     def test_formats_without_a_clock(self) -> None:
         for name, codec in (
             ("raw H.264.h264", "libx264"),
-            ("MPEG-1 alone.m1v", "mpeg1video"),
-            ("MPEG-2 alone.m2v", "mpeg2video"),
+            ("raw MPEG-1.m1v", "mpeg1video"),
+            ("raw MPEG-2.m2v", "mpeg2video"),
             ("animated PNG.apng", "apng"),
         ):
-            film = self.film(name, *picture(2), "-c:v", codec)
-            self.assertNotIn("start_time", probe(film)["format"])
-            self.check(f"{name.rpartition('.')[0]} of 2 s, without a length", film, 2)
+            movie = self.movie(name, *picture(2), "-c:v", codec)
+            self.assertNotIn("start_time", probe(movie)["format"])
+            self.check(f"{name.rpartition('.')[0]} of 2 s, without a length", movie, 2)
 
     def test_a_header_that_gives_too_short_a_length(self) -> None:
-        film = self.film(
-            "film.mkv",
+        movie = self.movie(
+            "movie.mkv",
             *(*picture(4), *tone(4), "-metadata:s", "language=pol", *SMALL),
             *("-cluster_time_limit", 500),
         )
-        data = bytearray(film.read_bytes())
+        data = bytearray(movie.read_bytes())
         header = data.index(b"\x44\x89\x88") + 3
         struct.pack_into(">d", data, header, 1900)
-        film.write_bytes(data)
-        self.assertEqual(float(header_length(film)), 1.9)
-        self.check("Matroska of 4 s whose header says 1.9 s", film, 4)
+        movie.write_bytes(data)
+        self.assertEqual(float(header_length(movie)), 1.9)
+        self.check("Matroska of 4 s whose header says 1.9 s", movie, 4)
 
     def test_joined_ogg_movies(self) -> None:
-        one = self.film("one.ogv", *picture(2), *tone(2), "-c:v", "libtheora", "-c:a", "libvorbis")
-        film = self.folder / "both.ogv"
-        film.write_bytes(one.read_bytes() * 2)
-        self.check("two Ogg movies of 2 s, joined", film, 4)
+        one = self.movie("one.ogv", *picture(2), *tone(2), "-c:v", "libtheora", "-c:a", "libvorbis")
+        movie = self.folder / "both.ogv"
+        movie.write_bytes(one.read_bytes() * 2)
+        self.check("two Ogg movies of 2 s, joined", movie, 4)
 

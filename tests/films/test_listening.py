@@ -1,4 +1,4 @@
-"""The sound of an ordinary film is not listened to; where there is trouble it is, once."""
+"""The audio of an ordinary movie is not decoded in advance; after an error it is, once."""
 
 import re
 import shutil
@@ -7,15 +7,15 @@ import time
 import unittest
 from pathlib import Path
 
-from film_case import SMALL, Ended, damage_sound, picture, pitch_of, streams, tone
+from movie_case import SMALL, Ended, damage_sound, picture, pitch_of, streams, tone
 from output_case import OutputCase, Started, eventually, names, note_of, transcoding
 from table import row
 
-SECTION = "The film that comes in"
+SECTION = "The movie"
 SILENT = "was made, without sound."
 
-# Passes its words on to the system's tool and writes them down; "$listens" tells of ffprobe whether
-# it is to decode sound, "$hears" of ffmpeg whether it is to encode some.
+# Logs its arguments and passes them on to the system's tool. "$listens" is set when ffprobe is asked
+# to decode audio, "$hears" when ffmpeg is asked to encode some.
 RECORDER = """#!/bin/sh
 echo "$*" >> {log}
 case "$*" in *"-select_streams a"*) listens=1;; esac
@@ -42,15 +42,15 @@ class Listening(OutputCase):
         self.environment[f"VANTREO_{tool.upper()}"] = str(recorder)
 
     def starts(self, tool: str) -> int:
-        """How often the tool has been started since this was asked last."""
+        """How often the tool was started since the last call."""
         log = self.tools / f"{tool}.log"
         count = len(log.read_text().splitlines()) if log.exists() else 0
         log.unlink(missing_ok=True)
         return count
 
-    def encode(self, film: Path) -> Ended:
-        """A conversion without the report before it."""
-        ended = self.transcode(film, 160, 120, environment=self.environment)
+    def encode(self, movie: Path) -> Ended:
+        """A conversion without a report before it."""
+        ended = self.transcode(movie, 160, 120, environment=self.environment)
         self.assertEqual(ended.status, 0, ended.text)
         return ended
 
@@ -61,25 +61,25 @@ class Listening(OutputCase):
         return note_of(self.out).read_text(encoding="utf-8")
 
     def damaged(self, *pitches: int, codec: str = "aac") -> Path:
-        """A film of whose first sound nothing can be decoded."""
-        film = self.sounds("film.mp4", *pitches, more=("-c:v", "mpeg4", "-c:a", codec))
-        damage_sound(film)
-        return film
+        """A movie whose first audio stream cannot be decoded."""
+        movie = self.sounds("movie.mp4", *pitches, more=("-c:v", "mpeg4", "-c:a", codec))
+        damage_sound(movie)
+        return movie
 
-    def test_ordinary_films_are_not_listened_to(self) -> None:
-        films = [self.sounds("one.mp4", 440), self.sounds("two.mp4", 440, 880)]
-        for film in films:
-            self.encode(film)
+    def test_the_audio_of_ordinary_movies_is_not_decoded_in_advance(self) -> None:
+        movies = [self.sounds("one.mp4", 440), self.sounds("two.mp4", 440, 880)]
+        for movie in movies:
+            self.encode(movie)
             self.assert_starts(ffprobe=1, ffmpeg=1)
-        # The answer to the report is kept of a film that has not changed in the last seconds.
-        self.assertTrue(eventually(lambda: time.time() > films[-1].stat().st_ctime + 3))
-        for film in films:
-            self.assertEqual(self.ask(film, environment=self.environment).status, 0)
+        # The report's answer is kept for a movie that has not changed in the last seconds.
+        self.assertTrue(eventually(lambda: time.time() > movies[-1].stat().st_ctime + 3))
+        for movie in movies:
+            self.assertEqual(self.ask(movie, environment=self.environment).status, 0)
             self.assert_starts(ffprobe=1, ffmpeg=0)
-            self.encode(film)
+            self.encode(movie)
             self.assert_starts(ffprobe=0, ffmpeg=1)
 
-    def test_only_damaged_sound_leaves_the_picture_and_a_note(self) -> None:
+    def test_damaged_audio_leaves_the_picture_and_a_failure_note(self) -> None:
         for codec in ("aac", "ac3"):
             with self.subTest(codec):
                 ended = self.encode(self.damaged(440, codec=codec))
@@ -90,40 +90,40 @@ class Listening(OutputCase):
                 self.assertNotIn("Error while decoding", ended.text)
         row(
             SECTION,
-            "the only sound all damaged",
-            "a film without sound; the failure note says that it was lost",
+            "the only audio, all of it damaged",
+            "an MP4 file without audio; the failure note says so",
         )
 
-    def test_every_sound_damaged_leaves_the_picture_and_a_note(self) -> None:
+    def test_several_damaged_audio_streams_leave_the_picture_and_a_failure_note(self) -> None:
         self.record("ffmpeg", after="2> /dev/null")
         for codec in ("aac", "ac3"):
             with self.subTest(codec):
-                film = self.damaged(440, 880, 1320, codec=codec)
-                damage_sound(film, sound=1)
-                damage_sound(film, sound=2)
-                self.encode(film)
+                movie = self.damaged(440, 880, 1320, codec=codec)
+                damage_sound(movie, sound=1)
+                damage_sound(movie, sound=2)
+                self.encode(movie)
                 self.assertEqual(streams(self.out, "audio"), [])
                 self.assertIn(SILENT, self.note())
                 self.assertEqual(names(self.place), [self.out.name, note_of(self.out).name])
 
-    def test_another_sound_takes_the_place_of_one_that_is_silent(self) -> None:
+    def test_another_audio_stream_replaces_one_that_cannot_be_decoded(self) -> None:
         ended = self.encode(self.damaged(440, 880))
         self.assert_starts(ffprobe=3, ffmpeg=2)
         self.assertEqual(pitch_of(self.out), 880)
         self.assertNotIn("Error while decoding", ended.text)
         self.assertEqual(names(self.place), [self.out.name])
 
-    def test_damage_in_the_middle_of_the_sound_does_not_disturb_the_work(self) -> None:
-        film = self.film("film.mp4", *picture(3), *tone(3), *SMALL)
-        damage_sound(film, 60, 5)
-        ended = self.encode(film)
+    def test_damage_in_the_middle_of_the_audio_does_not_restart_the_conversion(self) -> None:
+        movie = self.movie("movie.mp4", *picture(3), *tone(3), *SMALL)
+        damage_sound(movie, 60, 5)
+        ended = self.encode(movie)
         self.assert_starts(ffprobe=2, ffmpeg=1)
         self.assertNotEqual(ended.messages, [])
         self.assertEqual((pitch_of(self.out), pitch_of(self.out, after=2)), (440, 440))
         self.assertEqual(names(self.place), [self.out.name])
-        row(SECTION, "five packets in the middle of the sound damaged", "the sound of 440 Hz")
+        row(SECTION, "five packets in the middle of the audio damaged", "the audio of 440 Hz")
 
-    def test_sound_that_is_lost_without_a_word_is_missed_in_the_new_film(self) -> None:
+    def test_silently_lost_audio_is_noticed_in_the_mp4_file(self) -> None:
         self.record("ffmpeg", after="2> /dev/null")
         for codec in ("aac", "ac3"):
             with self.subTest(codec):
@@ -134,41 +134,41 @@ class Listening(OutputCase):
                 self.assertGreater(len(times), 1)
                 self.assertEqual(times, sorted(times))
 
-    def test_an_encoder_that_fails_without_a_word_on_the_sound_is_started_without_it(self) -> None:
+    def test_an_encoder_that_fails_silently_on_the_audio_is_restarted_without_it(self) -> None:
         self.record("ffmpeg", before='[ -z "$hears" ] || exit 1')
         self.encode(self.damaged(440))
         self.assert_starts(ffprobe=3, ffmpeg=2)
         self.assertIn(SILENT, self.note())
 
-    def test_an_encoder_that_fails_on_good_sound_is_not_started_again(self) -> None:
+    def test_an_encoder_that_fails_on_good_audio_is_not_restarted(self) -> None:
         self.record("ffmpeg", before='[ -z "$hears" ] || exit 1')
-        film = self.sounds("film.mp4", 440)
-        ended = self.transcode(film, 160, 120, environment=self.environment)
+        movie = self.sounds("movie.mp4", 440)
+        ended = self.transcode(movie, 160, 120, environment=self.environment)
         self.assertEqual(ended.status, 1)
         self.assert_starts(ffprobe=2, ffmpeg=1)
 
-    def check_stops(self, film: Path) -> None:
+    def check_stops(self, movie: Path) -> None:
         """Stops conversions while one of the system's tools sleeps."""
         for by in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
             with self.subTest(by.name):
-                started = Started(transcoding(film, self.out), **self.environment)
+                started = Started(transcoding(movie, self.out), **self.environment)
                 self.assertTrue(eventually(lambda: "sleep" in started.all().values()))
                 started.send(started.tool(), by)
                 status, _ = started.end()
                 self.assertEqual(status, 128 + by)
-                self.assertEqual(names(self.place), ["film.mp4.failed.txt"])
+                self.assertEqual(names(self.place), ["movie.mp4.failed.txt"])
                 note_of(self.out).unlink()
 
-    def test_a_stop_while_it_is_listened_ends_all(self) -> None:
+    def test_a_stop_during_the_audio_check_ends_everything(self) -> None:
         self.record("ffprobe", before='[ -z "$listens" ] || exec sleep 60')
         self.check_stops(self.damaged(440))
 
-    def test_a_stop_while_it_is_listened_afterwards_ends_all(self) -> None:
+    def test_a_stop_during_a_later_audio_check_ends_everything(self) -> None:
         self.record("ffprobe", before='[ -z "$listens" ] || exec sleep 60')
         self.record("ffmpeg", after="2> /dev/null")
         self.check_stops(self.damaged(440))
 
-    def test_a_stop_while_it_is_encoded_anew_ends_all(self) -> None:
+    def test_a_stop_during_a_second_encoding_ends_everything(self) -> None:
         self.record("ffmpeg", before='[ -n "$hears" ] || exec sleep 60')
         self.check_stops(self.damaged(440))
 

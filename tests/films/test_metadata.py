@@ -1,36 +1,36 @@
-"""What a movie's file says about the movie goes over to the MP4 file."""
+"""Metadata of the movie is kept in the MP4 file."""
 
 import struct
 import time
 import unittest
 
-from film_case import SMALL, FilmCase, Path, picture, probe, streams, tone
+from movie_case import SMALL, MovieCase, Path, picture, probe, streams, tone
 from table import row
 
-SECTION = "The film that comes in"
+SECTION = "The movie"
 DATE = "2021-05-06T07:08:09"
 
 
-class Metadata(FilmCase):
+class Metadata(MovieCase):
     def tagged(self, name: str, *tags: str, more: tuple = ()) -> Path:
         words = [word for tag in tags for word in ("-metadata", tag)]
-        return self.film(name, *picture(0.4), *tone(0.4), *SMALL, *words, *more)
+        return self.movie(name, *picture(0.4), *tone(0.4), *SMALL, *words, *more)
 
     def tags(self) -> dict[str, str]:
         return probe(self.out)["format"]["tags"]
 
-    def check_date(self, case: str, film: Path, date: str = DATE) -> None:
+    def check_date(self, case: str, movie: Path, date: str = DATE) -> None:
         before = time.time()
-        self.convert(film, environment={"TZ": "UTC"})
+        self.convert(movie, environment={"TZ": "UTC"})
         self.assertEqual(self.tags()["creation_time"], f"{date}.000000Z")
         self.assertGreater(self.out.stat().st_mtime, before - 2)
-        row(SECTION, case, "the same in the MP4 file; the file on disk has the time of its making")
+        row(SECTION, case, "the same in the MP4 file; the file on disk has the time of the conversion")
 
     def test_the_recording_date(self) -> None:
-        for name in ("film.mov", "film.mkv"):
-            film = self.tagged(name, f"creation_time={DATE}Z")
-            self.check_date(f"a recording date in {film.suffix[1:].upper()}", film)
-        camera = self.tagged("film.avi", f"comment={'x' * 40}")
+        for name in ("movie.mov", "movie.mkv"):
+            movie = self.tagged(name, f"creation_time={DATE}Z")
+            self.check_date(f"a recording date in {movie.suffix[1:].upper()}", movie)
+        camera = self.tagged("movie.avi", f"comment={'x' * 40}")
         content = camera.read_bytes()
         at = content.index(b"INFO") - 8
         room = int.from_bytes(content[at + 4 : at + 8], "little") + 8
@@ -40,39 +40,40 @@ class Metadata(FilmCase):
         self.check_date("a recording date in AVI, as cameras write it (IDIT)", camera)
 
     def test_the_date_and_the_place_of_a_phone(self) -> None:
-        film = self.tagged(
-            "film.mov",
+        movie = self.tagged(
+            "movie.mov",
             "creation_time=2023-01-02T03:04:05Z",
             "com.apple.quicktime.creationdate=2021-05-06T09:08:09+0200",
             "com.apple.quicktime.location.ISO6709=+48.8577+002.2950+035.000/",
             more=("-movflags", "use_metadata_tags"),
         )
-        self.convert(film)
+        self.convert(movie)
         tags = self.tags()
         self.assertEqual(tags["creation_time"], f"{DATE}.000000Z")
         self.assertEqual(tags["date"], "2021-05-06T09:08:09+0200")
         self.assertTrue(tags["location"].startswith("+48.857"), tags)
         row(
             SECTION,
-            "a phone's date 2021-05-06T09:08:09+0200 in a MOV file that was cut later, and its place",
+            "a phone's date 2021-05-06T09:08:09+0200 in a MOV file that was trimmed later, and its "
+            "place",
             f"{tags['creation_time'][:19]}Z, as day {tags['date']}; place {tags['location']}",
         )
 
     def test_bad_dates_and_places_are_left_out(self) -> None:
-        film = self.tagged("film.mkv", f"creation_time={DATE}Z", "location=nowhere")
-        content = film.read_bytes()
+        movie = self.tagged("movie.mkv", f"creation_time={DATE}Z", "location=nowhere")
+        content = movie.read_bytes()
         at = content.index(b"\x44\x61\x88") + 3  # DateUTC, nanoseconds from 2001 on
         for name, nanoseconds in (("1904", -97 * 365), ("2190", 69_000)):
             date = (nanoseconds * 86_400 * 10**9).to_bytes(8, "big", signed=True)
-            film.write_bytes(content[:at] + date + content[at + 8 :])
-            found = probe(film)["format"]["tags"]["creation_time"]
+            movie.write_bytes(content[:at] + date + content[at + 8 :])
+            found = probe(movie)["format"]["tags"]["creation_time"]
             self.assertIn(found[:4], (name, "1903", "1969", "2189"))
-            self.convert(film)
+            self.convert(movie)
             self.assertEqual(self.ended.messages, [])
             self.assertNotIn("creation_time", self.tags())
         row(SECTION, "dates of 1904 and 2190, a place “nowhere”", "converted, without a date")
 
-    def test_what_else_stays(self) -> None:
+    def test_other_tags_are_kept(self) -> None:
         said = {
             "title": "Garten",
             "artist": "Zofia",
@@ -84,14 +85,14 @@ class Metadata(FilmCase):
             "date": "2019-12-24",
         }
         more = ("-metadata:s:a", "language=ger")
-        self.convert(self.tagged("film.mkv", *(f"{k}={v}" for k, v in said.items()), more=more))
+        self.convert(self.tagged("movie.mkv", *(f"{k}={v}" for k, v in said.items()), more=more))
         tags = self.tags()
         kept = {name: tags.get(name) for name in said}
         self.assertEqual(kept, said)
         (sound,) = streams(self.out, "audio")
         self.assertEqual(sound["tags"]["language"], "deu")
         row(SECTION, "a movie with " + ", ".join(kept), "all of them")
-        row(SECTION, "sound in German (ger)", f"sound in {sound['tags']['language']}")
+        row(SECTION, "audio in German (ger)", f"audio in {sound['tags']['language']}")
 
 
 if __name__ == "__main__":

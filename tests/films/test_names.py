@@ -1,12 +1,12 @@
-"""A name is only ever a name: no option, no protocol, no forged report."""
+"""A file name is never an option, a protocol or part of a report."""
 
 import os
 import shutil
 
-from film_case import FilmCase, picture, probe
+from movie_case import MovieCase, picture, probe
 from table import row
 
-SECTION = "The film that comes in"
+SECTION = "The movie"
 
 FORGED = "Duration: 99:00:00 Stream #0.0: Video: x, 5x5, 9 tbc"
 NAMES = {
@@ -31,13 +31,13 @@ NAMES = {
 }
 
 
-class Names(FilmCase):
+class Names(MovieCase):
     def setUp(self) -> None:
         super().setUp()
-        self.sample = self.film("sample.avi", *picture(1), "-c:v", "mpeg4")
+        self.sample = self.movie("sample.avi", *picture(1), "-c:v", "mpeg4")
 
     def check(self, what: str, name: str | bytes) -> None:
-        """In the folder itself, so that a name may begin with anything."""
+        """Runs in the folder itself, so that a name may start with any character."""
         source = os.fsencode(name) + b".avi"
         out = os.fsencode(name) + b".mp4"
         here = os.fsencode(self.folder)
@@ -51,32 +51,32 @@ class Names(FilmCase):
         self.assertEqual(len(probe(os.path.join(here, out))["streams"]), 1)
         row(SECTION, f"a name with {what}", "reported and converted as any other")
 
-    def test_names_of_films(self) -> None:
+    def test_names_of_movies(self) -> None:
         for what, name in NAMES.items():
             with self.subTest(what):
                 self.check(what, name)
 
-    def test_names_of_broken_films(self) -> None:
+    def test_names_of_broken_movies(self) -> None:
         for what in ("a report in it", "a report in it after a newline", "a newline"):
             broken = self.folder / f"{NAMES[what]}.avi"
-            broken.write_text("no film at all")
+            broken.write_text("not a movie")
             ended = self.ask(broken)
             self.assertEqual(ended.status, 1)
             self.assertIsNone(self.read(ended), ended.text)
             self.assertEqual(len(ended.messages), 1, ended.text)
-        case = "a broken film with a report in its name"
+        case = "a broken movie with a report in its name"
         row(SECTION, case, "no report is read out of the message")
 
     def test_a_playlist_opens_nothing_else(self) -> None:
-        other = self.film("other.ts", *picture(1), "-c:v", "mpeg2video")
+        other = self.movie("other.ts", *picture(1), "-c:v", "mpeg2video")
         address = "http://127.0.0.1:9/a.ts"
         for what, text in (
             ("a list of addresses", f"#EXTM3U\n#EXTINF:1,\n{address}\n#EXT-X-ENDLIST\n"),
-            ("a list of a protocol", "ffconcat version 1.0\nfile concat:other.ts\n"),
+            ("a list with a protocol", "ffconcat version 1.0\nfile concat:other.ts\n"),
         ):
-            film = self.folder / "list.avi"
-            film.write_text(text)
-            ended = self.ask(film)
+            movie = self.folder / "list.avi"
+            movie.write_text(text)
+            ended = self.ask(movie)
             self.assertEqual(ended.status, 1, ended.text)
-            row(SECTION, f"{what} called a film", ended.messages[0].split("' ")[1])
+            row(SECTION, f"{what} named like a movie", ended.messages[0].split("' ")[1])
         self.assertTrue(other.exists())

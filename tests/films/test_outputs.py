@@ -1,14 +1,14 @@
-"""Where an output goes, what is checked before it does, and the failure note of what went wrong."""
+"""Where an output goes, what is checked first, and the failure note on what went wrong."""
 
 import os
 import unittest
 from pathlib import Path
 
-from film_case import picture, probe, tone
+from movie_case import picture, probe, tone
 from output_case import OutputCase, adding, names, note_of, transcoding
 from table import row
 
-SECTION = "The file that goes out"
+SECTION = "The MP4 file"
 FIRST_LINE = "Vantreo: there was a problem with this movie."
 
 
@@ -20,7 +20,7 @@ class Links(OutputCase):
         self.assertIn("is the input file itself", said)
         self.assertEqual(self.source.read_bytes(), before)
         self.assertTrue(out.samefile(self.source))
-        row(SECTION, case, "refused; the source byte for byte")
+        row(SECTION, case, "refused; the source is unchanged")
 
     def test_an_output_that_is_a_symbolic_link_to_the_source_is_refused(self) -> None:
         self.make_source()
@@ -36,7 +36,7 @@ class Links(OutputCase):
         self.make_source()
         (self.place / "loop").symlink_to(self.folder)
         self.check_refused(
-            "OUT is the source through a linked folder", self.place / "loop" / "film.avi"
+            "OUT is the source through a linked folder", self.place / "loop" / "movie.avi"
         )
 
     def test_no_step_writes_through_a_link_to_another_file(self) -> None:
@@ -51,7 +51,7 @@ class Links(OutputCase):
                 ("hard", os.link),
             ):
                 with self.subTest(tool=tool, kind=kind):
-                    before = self.make_film(other)
+                    before = self.make_mp4(other)
                     link(other, self.out)
                     status, said = self.run_words(words)
                     self.assertEqual(status, 0, said)
@@ -60,23 +60,23 @@ class Links(OutputCase):
                     self.assertFalse(self.out.samefile(other))
                     row(
                         SECTION,
-                        f"{tool}: OUT is a {kind} link to another film",
-                        "the new film in the link's place; the other film byte for byte",
+                        f"{tool}: OUT is a {kind} link to another MP4 file",
+                        "the new MP4 file replaces the link; the other file is unchanged",
                     )
                     self.out.unlink()
                     other.unlink()
 
-    def test_a_film_linked_to_the_source_gets_no_subtitles_after_the_refusal(self) -> None:
-        film = self.folder / "source.mp4"
-        before = self.make_film(film)
-        self.out.symlink_to(film)
-        self.assertEqual(self.run_words(transcoding(film, self.out))[0], 1)
+    def test_a_link_to_the_source_gets_no_subtitles_after_the_refusal(self) -> None:
+        movie = self.folder / "source.mp4"
+        before = self.make_mp4(movie)
+        self.out.symlink_to(movie)
+        self.assertEqual(self.run_words(transcoding(movie, self.out))[0], 1)
         self.assertEqual(self.run_words(adding(self.text, self.out))[0], 1)
-        self.assertEqual(film.read_bytes(), before)
+        self.assertEqual(movie.read_bytes(), before)
         row(
             SECTION,
             "MP4Box: OUT is a link to the source, whose conversion was refused",
-            "refused; the source byte for byte",
+            "refused; the source is unchanged",
         )
 
 
@@ -84,34 +84,34 @@ class FailureNotes(OutputCase):
     def note(self) -> str:
         return note_of(self.out).read_text(encoding="utf-8")
 
-    def test_a_failed_conversion_leaves_a_note_that_a_later_success_removes(self) -> None:
-        self.source.write_text("no film at all")
+    def test_a_failed_conversion_leaves_a_failure_note_that_a_later_success_removes(self) -> None:
+        self.source.write_text("not a movie file")
         status, _ = self.run_words(transcoding(self.source, self.out))
         self.assertEqual(status, 1)
-        self.assertEqual(names(self.place), ["film.mp4.failed.txt"])
+        self.assertEqual(names(self.place), ["movie.mp4.failed.txt"])
         text = self.note()
         self.assertTrue(text.startswith(FIRST_LINE), text)
-        expected = ("film.avi", "film.mp4", "not a movie", "was only read", "There is no MP4 file")
+        expected = ("movie.avi", "movie.mp4", "not a movie", "was only read", "There is no MP4 file")
         for words in expected:
             self.assertIn(words, text)
         self.assertEqual(text.splitlines()[3], "What you can do:")
         self.assertIn("Check that the file plays.", text.splitlines()[4])
         self.make_source()
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
-        self.assertEqual(names(self.place), ["film.mp4"])
-        row(SECTION, "A conversion fails", "`film.mp4.failed.txt` beside where the film would be")
-        row(SECTION, "The next conversion succeeds", "the film; the failure note is gone")
+        self.assertEqual(names(self.place), ["movie.mp4"])
+        row(SECTION, "A conversion fails", "`movie.mp4.failed.txt` in the output folder")
+        row(SECTION, "The next conversion succeeds", "the MP4 file; the failure note is removed")
 
-    def test_a_line_that_is_not_understood_leaves_a_note(self) -> None:
-        before = self.make_film(self.out)
+    def test_an_invalid_command_line_leaves_a_failure_note(self) -> None:
+        before = self.make_mp4(self.out)
         words = transcoding(self.source, self.out, "big")
         self.assertEqual(self.run_words(words)[0], 2)
         self.assertIn("not a picture size: 'big'", self.note())
         self.assertIn("The older MP4 file", self.note())
         self.assertEqual(self.out.read_bytes(), before)
-        row(SECTION, "A command line that is not understood", "the older film; the failure note says why")
+        row(SECTION, "An invalid command line", "the older MP4 file; a failure note")
 
-    def test_the_note_holds_the_last_lines_of_the_tool(self) -> None:
+    def test_the_failure_note_has_the_last_lines_of_the_tool(self) -> None:
         self.make_source()
         words = transcoding(self.source, self.out)
         words[-3:-3] = ["-threads", "many"]
@@ -124,15 +124,15 @@ class FailureNotes(OutputCase):
         row(
             SECTION,
             "The system's ffmpeg fails",
-            "a failure note with its last lines, which the console has too",
+            "a failure note with its last lines, which the console shows too",
         )
 
-    def test_a_file_of_the_same_name_that_is_not_a_note_stays(self) -> None:
+    def test_a_file_of_the_same_name_that_is_not_a_failure_note_stays(self) -> None:
         note_of(self.out).write_text("my notes")
-        self.source.write_text("no film at all")
+        self.source.write_text("not a movie file")
         status, said = self.run_words(transcoding(self.source, self.out))
         self.assertEqual(status, 1)
-        (away,) = self.folder.glob("film.mp4~*.failed.txt")
+        (away,) = self.folder.glob("movie.mp4~*.failed.txt")
         self.assertIn(f"what happened is written in '{away}'", said)
         self.assertIn("is a file of your own, which is kept", said)
         self.make_source()
@@ -141,14 +141,14 @@ class FailureNotes(OutputCase):
         self.assertFalse(away.exists())
         row(
             SECTION,
-            "A person's own file has the failure note's name",
-            "stays, after a failure and after a success; the failure note goes beside the movie, as the "
+            "A user's own file has the failure note's name",
+            "it stays; the failure note goes beside the movie, as the "
             "console says",
         )
 
-    def test_subtitles_do_not_go_into_an_older_film_after_a_failed_conversion(self) -> None:
-        before = self.make_film(self.out)
-        self.source.write_text("no film at all")
+    def test_no_subtitles_are_added_to_an_older_file_after_a_failed_conversion(self) -> None:
+        before = self.make_mp4(self.out)
+        self.source.write_text("not a movie file")
         status, said = self.run_words(transcoding(self.source, self.out))
         self.assertEqual(status, 1)
         self.assertTrue(all(line.startswith("ffmpeg: ") for line in said.splitlines()), said)
@@ -158,12 +158,12 @@ class FailureNotes(OutputCase):
         self.assertLess(text.index("== The conversion =="), text.index("== The subtitles =="))
         row(
             SECTION,
-            "Both steps over an older film, and the first one fails",
-            "the older film, byte for byte; one failure note about both steps",
+            "Both steps with an older MP4 file, and the first one fails",
+            "the older MP4 file, unchanged; one failure note on both steps",
         )
 
-    def test_a_film_that_its_source_cuts_short_is_delivered_with_a_note(self) -> None:
-        whole = self.film(
+    def test_a_truncated_movie_is_converted_with_a_failure_note(self) -> None:
+        whole = self.movie(
             "whole.mp4", *picture(10), *tone(10), "-c:v", "libx264", "-movflags", "+faststart"
         )
         content = whole.read_bytes()
@@ -177,24 +177,25 @@ class FailureNotes(OutputCase):
         self.assertIn("are missing", self.note())
         self.assertIn("was made, with what there is", self.note())
         self.assertTrue(self.note().endswith("The MP4 file was made.\n"))
-        self.assertEqual(names(self.place), ["film.mp4", "film.mp4.failed.txt"])
+        self.assertEqual(names(self.place), ["movie.mp4", "movie.mp4.failed.txt"])
         row(
             SECTION,
-            "A movie truncated after six tenths",
-            "the MP4 file up to the truncation, with subtitles; the failure note says how much is missing",
+            "A movie truncated after 60 %",
+            "the MP4 file up to the truncation, with subtitles; the failure note says how much is "
+            "missing",
         )
 
-    def test_a_film_that_is_shorter_by_little_leaves_no_note(self) -> None:
-        self.film(
-            "film.avi", *picture(8.5), *tone(10), "-c:v", "mpeg4", "-c:a", "pcm_s16le"
+    def test_a_slightly_shorter_mp4_file_leaves_no_failure_note(self) -> None:
+        self.movie(
+            "movie.avi", *picture(8.5), *tone(10), "-c:v", "mpeg4", "-c:a", "pcm_s16le"
         )
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
-        self.assertEqual(names(self.place), ["film.mp4"])
-        row(SECTION, "The picture ends 1.5 seconds before the sound", "the film; no failure note")
+        self.assertEqual(names(self.place), ["movie.mp4"])
+        row(SECTION, "The picture ends 1.5 seconds before the sound", "the MP4 file; no failure note")
 
-    def test_a_name_that_leaves_no_room_gives_a_shortened_note(self) -> None:
+    def test_a_long_name_gives_a_failure_note_with_a_shortened_name(self) -> None:
         out = self.place / ("n" * 251 + ".mp4")
-        self.source.write_text("no film at all")
+        self.source.write_text("not a movie file")
         self.assertEqual(self.run_words(transcoding(self.source, out))[0], 1)
         (name,) = names(self.place)
         self.assertRegex(name, "^n{235}~[0-9a-f]{8}.failed.txt$")
@@ -202,22 +203,23 @@ class FailureNotes(OutputCase):
         out = self.place / ("n" * 251 + ".mp4")
         self.assertEqual(self.run_words(transcoding(self.source, out))[0], 0)
         self.assertEqual(names(self.place), [out.name])
-        row(SECTION, "A name of 255 bytes", "the failure note under its first 235 and a mark of its own, until a success")
+        outcome = "a failure note named by its first 235 bytes and a unique suffix, until a success"
+        row(SECTION, "A name of 255 bytes", outcome)
 
 
 class Sweep(OutputCase):
-    def test_only_stale_files_of_ours_are_swept(self) -> None:
+    def test_only_our_own_stale_files_are_removed(self) -> None:
         self.make_source()
-        strange = [".vantreo-notes.txt", ".vantreo-abcdefg.part", "film.part", ".part"]
+        strange = [".vantreo-notes.txt", ".vantreo-abcdefg.part", "movie.part", ".part"]
         for name in strange:
             (self.place / name).write_text("mine")
         (self.place / ".vantreo-abcdef.part").write_text("stale")
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
-        self.assertEqual(names(self.place), sorted([*strange, "film.mp4"]))
+        self.assertEqual(names(self.place), sorted([*strange, "movie.mp4"]))
         row(
             SECTION,
-            "Stale private files of an earlier run, and others with names like theirs",
-            "the stale ones are swept, nothing else",
+            "Stale private files of an earlier run, and other files with similar names",
+            "only the stale ones are removed",
         )
 
 

@@ -4,16 +4,16 @@ import subprocess
 import time
 from pathlib import Path
 
-from film_case import DEADLINE, FFMPEG, FilmCase, picture
+from movie_case import DEADLINE, FFMPEG, MovieCase, picture
 from table import row
 
-SECTION = "The film that comes in"
+SECTION = "The movie"
 BIG = 2_000_000_000
 # Uncompressed 1920x1080 in 4:2:0.
 FRAME = 1920 * 1080 * 3 // 2
 HEADER = b"YUV4MPEG2 W1920 H1080 F25:1 Ip A1:1 C420jpeg\n"
 
-# The first sample, and eight frames.
+# The first sample and eight frames.
 MOST_FOR_PICTURES = 64 << 20
 # The first sample, a look for late audio, and pieces for the shape and the length.
 MOST_FOR_SILENCE = 112 << 20
@@ -28,14 +28,14 @@ sys.stderr.buffer.write(done.stderr)
 
 
 def bytes_read(movie: Path) -> tuple[int, bytes]:
-    """What a report and all processes that it starts read, and what it says."""
+    """The bytes that a report and all its processes read, and its output."""
     done = subprocess.run(
         ["python3", "-c", COUNTED, FFMPEG, "-i", movie], capture_output=True, timeout=DEADLINE
     )
     return int(done.stdout), done.stderr
 
 
-class QuickReports(FilmCase):
+class QuickReports(MovieCase):
     def test_uncompressed_pictures(self) -> None:
         movie = self.folder / "movie.y4m"
         frames = 200
@@ -52,13 +52,13 @@ class QuickReports(FilmCase):
         row(SECTION, "600 MB of uncompressed pictures", f"reported as 00:00:08; {most}")
 
     def test_transport_stream_without_audio(self) -> None:
-        second = self.film(
+        second = self.movie(
             "second.ts",
             *(*picture(1, "640x480"), "-vf", "noise=alls=100:allf=t"),
             *("-c:v", "mpeg2video", "-q:v", 1),
         )
         more = ("-map", 0, "-c", "copy", "-muxrate", "100M")
-        movie = self.film("movie.ts", "-stream_loop", 13, "-i", second, *more)
+        movie = self.movie("movie.ts", "-stream_loop", 13, "-i", second, *more)
         self.assertGreater(movie.stat().st_size, 150_000_000)
         read, said = bytes_read(movie)
         self.assertIn(b"640x480", said)

@@ -1,30 +1,30 @@
 """The picture is reported and converted as a player shows it."""
 
-from film_case import FilmCase, Path, asked_size, ffmpeg, picture, size_of, ssim, video_of
+from movie_case import MovieCase, Path, asked_size, ffmpeg, picture, size_of, ssim, video_of
 from table import row
 
 ALIKE = 0.95
 
 
-class Shown(FilmCase):
+class Shown(MovieCase):
     def turned(self, degrees: int) -> Path:
-        film = self.film("flat.mp4", *picture(0.4, "320x160"), "-c:v", "libx264", "-crf", 10)
+        movie = self.movie("flat.mp4", *picture(0.4, "320x160"), "-c:v", "libx264", "-crf", 10)
         turned = self.folder / "turned.mp4"
-        ffmpeg("-i", film, "-c", "copy", "-metadata:s:v", f"rotate={degrees}", turned)
+        ffmpeg("-i", movie, "-c", "copy", "-metadata:s:v", f"rotate={degrees}", turned)
         return turned
 
-    def check(self, case: str, film: Path) -> None:
-        report = self.convert(film)
+    def check(self, case: str, movie: Path) -> None:
+        report = self.convert(movie)
         width, height = asked_size(report)
         self.assertEqual(video_of(self.out)["sample_aspect_ratio"], "1:1")
         self.assertNotIn("rotation", str(video_of(self.out)))
-        to_film = f"scale={width // 2 * 2}:{height // 2 * 2},setsar=1"
-        self.assertGreater(ssim(self.out, film, to_other=to_film), ALIKE)
+        to_movie = f"scale={width // 2 * 2}:{height // 2 * 2},setsar=1"
+        self.assertGreater(ssim(self.out, movie, to_other=to_movie), ALIKE)
         row(
-            "The film that comes in",
+            "The movie",
             case,
-            f"reported as {report.size}; {size_of(self.out)} in square pixels, the picture of a "
-            "straight conversion",
+            f"reported as {report.size}; {size_of(self.out)} in square pixels, the same picture as a "
+            "direct conversion",
         )
 
     def test_a_quarter_turn_to_either_side(self) -> None:
@@ -40,40 +40,40 @@ class Shown(FilmCase):
             ("NTSC", "720x480", "4/3", ("mpeg2video", "-q:v", 2)),
             ("narrow", "360x480", "1/2", ("libx264", "-crf", 10)),
         ):
-            film = self.film(
+            movie = self.movie(
                 f"{name}.mkv", *picture(0.4, size, more=f"setdar={aspect}"), "-c:v", *coding
             )
-            self.check(f"{name} {size} shown at {aspect.replace('/', ':')}", film)
+            self.check(f"{name} {size} shown at {aspect.replace('/', ':')}", movie)
 
-    def test_an_anamorphic_picture_that_is_turned(self) -> None:
-        film = self.film(
+    def test_a_rotated_anamorphic_picture(self) -> None:
+        movie = self.movie(
             "flat.mp4",
             *picture(0.4, "320x240", more="setsar=2/1"),
             *("-c:v", "libx264", "-crf", 10),
         )
         turned = self.folder / "turned.mp4"
-        ffmpeg("-i", film, "-c", "copy", "-metadata:s:v", "rotate=90", turned)
+        ffmpeg("-i", movie, "-c", "copy", "-metadata:s:v", "rotate=90", turned)
         self.check("320x240 in pixels of 2:1, turned by 90 degrees", turned)
 
     def test_odd_sizes(self) -> None:
         for width, height in ((161, 121), (160, 121), (641, 361)):
-            film = self.film(
+            movie = self.movie(
                 f"{width}.mkv",
                 *picture(0.4, "642x362", more=f"format=yuv444p,crop={width}:{height}:exact=1"),
                 "-c:v",
                 "ffv1",
             )
-            self.check(f"odd size {width}x{height}", film)
+            self.check(f"odd size {width}x{height}", movie)
 
     def test_an_absurd_pixel_shape(self) -> None:
-        film = self.film(
-            "film.mkv", *picture(0.4, more="setsar=1/4000"), *("-c:v", "libx264", "-crf", 10)
+        movie = self.movie(
+            "movie.mkv", *picture(0.4, more="setsar=1/4000"), *("-c:v", "libx264", "-crf", 10)
         )
-        self.check("160x120 in pixels of 1:4000", film)
+        self.check("160x120 in pixels of 1:4000", movie)
 
     def test_pictures_of_one_line(self) -> None:
         for size, expected in (("160x1", "160x2"), ("1x160", "2x160"), ("1000x1", "480x2")):
-            film = self.film("film.mkv", *picture(0.2, size, more="format=yuv444p"), "-c:v", "ffv1")
-            report = self.convert(film)
+            movie = self.movie("movie.mkv", *picture(0.2, size, more="format=yuv444p"), "-c:v", "ffv1")
+            report = self.convert(movie)
             self.assertEqual((report.size, size_of(self.out)), (size, expected))
-            row("The film that comes in", f"a picture of {size}", f"{expected}, the least there is")
+            row("The movie", f"a picture of {size}", f"{expected}, the minimum")

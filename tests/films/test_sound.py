@@ -1,14 +1,14 @@
-"""Whatever the sound is, it becomes AAC-LC in stereo at 44.1 kHz, or there is none."""
+"""Any audio becomes stereo AAC-LC at 44.1 kHz; a movie without audio stays without."""
 
-from film_case import FilmCase, Path, picture, pitch_of, streams, tone
+from movie_case import MovieCase, Path, picture, pitch_of, streams, tone
 from table import row
 
-SECTION = "The film that comes in"
+SECTION = "The movie"
 
 
-class Sound(FilmCase):
-    def check(self, case: str, film: Path, pitch: int = 440) -> None:
-        self.convert(film)
+class Sound(MovieCase):
+    def check(self, case: str, movie: Path, pitch: int = 440) -> None:
+        self.convert(movie)
         (sound,) = streams(self.out, "audio")
         form = (
             f"{sound['codec_name']} {sound['profile']}, {sound['channels']} channels, "
@@ -18,12 +18,12 @@ class Sound(FilmCase):
         heard = pitch_of(self.out)
         self.assertAlmostEqual(heard, pitch, delta=10)
         self.assertAlmostEqual(float(sound["duration"]), 1, delta=0.1)
-        row(SECTION, f"sound: {case}", f"{form}, the same tone")
+        row(SECTION, f"audio: {case}", f"{form}, the same tone")
 
-    def test_no_sound(self) -> None:
-        self.convert(self.film("film.avi", *picture(1), "-c:v", "mpeg4"))
+    def test_no_audio(self) -> None:
+        self.convert(self.movie("movie.avi", *picture(1), "-c:v", "mpeg4"))
         self.assertEqual(streams(self.out, "audio"), [])
-        row(SECTION, "sound: none", "a film without sound")
+        row(SECTION, "audio: none", "an MP4 file without audio")
 
     def test_channels_and_rates(self) -> None:
         for case, channels, rate in (
@@ -33,24 +33,24 @@ class Sound(FilmCase):
             ("stereo, 96 kHz", 2, 96000),
             ("stereo, 192 kHz", 2, 192000),
         ):
-            film = self.film(
-                "film.mov",
+            movie = self.movie(
+                "movie.mov",
                 *(*picture(1), *tone(1, rate=rate)),
                 *("-ac", channels, "-c:v", "mpeg4", "-c:a", "pcm_s24le"),
             )
-            self.check(case, film)
+            self.check(case, movie)
 
-    def test_nine_channels_that_nobody_named(self) -> None:
+    def test_nine_unnamed_channels(self) -> None:
         tones = "|".join(["sin(440*2*PI*t)/4"] * 9)
-        raw = self.film(
+        raw = self.movie(
             "raw.s16", "-f", "lavfi", "-i", f"aevalsrc={tones}:d=1", "-f", "s16le"
         )
-        film = self.film(
-            "film.mov",
+        movie = self.movie(
+            "movie.mov",
             *(*picture(1), "-f", "s16le", "-ar", 44100, "-ac", 9, "-i", raw),
             *("-c:v", "mpeg4", "-c:a", "pcm_s16le"),
         )
-        self.check("nine channels without names", film)
+        self.check("nine unnamed channels", movie)
 
     def test_codecs(self) -> None:
         for codec, container in (
@@ -72,10 +72,10 @@ class Sound(FilmCase):
         ):
             pictures = {"webm": "libvpx", "ogg": "libtheora", "wmv": "wmv2", "mpg": "mpeg1video"}
             rate = 16000 if codec == "libspeex" else 48000
-            film = self.film(
-                f"film.{container}",
+            movie = self.movie(
+                f"movie.{container}",
                 *(*picture(1), *tone(1, rate=rate)),
                 *("-c:v", pictures.get(container, "flv1"), "-strict", -2),
                 *("-c:a", codec, "-ac", 1 if codec == "libspeex" else 2),
             )
-            self.check(f"{codec.removeprefix('lib').removesuffix('lame')} in {container}", film)
+            self.check(f"{codec.removeprefix('lib').removesuffix('lame')} in {container}", movie)

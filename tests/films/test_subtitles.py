@@ -1,4 +1,4 @@
-"""What arrives of a subtitle file: letters, cues, times, markup, and the track that holds them."""
+"""What is kept of a subtitle file: letters, cues, times, markup, and the track itself."""
 
 import os
 import re
@@ -7,14 +7,14 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from film_case import DEADLINE, ffmpeg, probe, streams
+from movie_case import DEADLINE, ffmpeg, probe, streams
 from output_case import CUES, MP4BOX, OutputCase, adding, names, note_of, transcoding
 from table import row
 from test_names import NAMES
 
 SECTION = "Subtitles"
 
-# What the program reads out of the progress.
+# What the program reads from the progress lines.
 PROGRESS = re.compile(rb"ISO File Writing: .*\(([0-9]+)/", re.DOTALL)
 
 SAMPLES = {
@@ -61,10 +61,10 @@ SETS = {
 UNICODE = {
     "UTF-8": lambda text: text.encode("utf-8"),
     "UTF-8 with a byte order mark": lambda text: text.encode("utf-8-sig"),
-    "UTF-16, low byte first": lambda text: b"\xff\xfe" + text.encode("utf-16-le"),
-    "UTF-16, high byte first": lambda text: b"\xfe\xff" + text.encode("utf-16-be"),
-    "UTF-16, low byte first, without mark": lambda text: text.encode("utf-16-le"),
-    "UTF-16, high byte first, without mark": lambda text: text.encode("utf-16-be"),
+    "UTF-16, little-endian": lambda text: b"\xff\xfe" + text.encode("utf-16-le"),
+    "UTF-16, big-endian": lambda text: b"\xfe\xff" + text.encode("utf-16-be"),
+    "UTF-16, little-endian, without a byte order mark": lambda text: text.encode("utf-16-le"),
+    "UTF-16, big-endian, without a byte order mark": lambda text: text.encode("utf-16-be"),
 }
 
 
@@ -86,20 +86,20 @@ def cues_of(texts: list[str]) -> list[tuple[int, int, str]]:
 
 
 class SubtitleCase(OutputCase):
-    """Most tests ask the tool for one film after the other: it replaces its own subtitles."""
+    """Most tests run the tool repeatedly on one MP4 file: it replaces its own subtitles."""
 
     def setUp(self) -> None:
         super().setUp()
-        self.film_before = self.make_film(self.out)
+        self.mp4_before = self.make_mp4(self.out)
 
     def add(self, content: bytes | str) -> None:
         self.text.write_bytes(content if isinstance(content, bytes) else content.encode())
         status, said = self.run_words(adding(self.text, self.out))
         self.assertEqual(status, 0, said)
-        self.assertEqual(names(self.place), ["film.mp4"])
+        self.assertEqual(names(self.place), ["movie.mp4"])
 
     def arrived(self) -> list[tuple[int, int, str]]:
-        """The cues that are in the film, as the system's ffmpeg writes them."""
+        """The cues in the MP4 file, as the system's ffmpeg writes them."""
         back = self.folder / "back.srt"
         ffmpeg("-i", self.out, "-map", "0:s:0", back)
         text = back.read_bytes().decode("utf-8").replace("\r", "")
@@ -113,7 +113,7 @@ class SubtitleCase(OutputCase):
         return cues
 
     def assert_arrive(self, cues: list[tuple[int, int, str]]) -> int:
-        """Expects these cues; by how many milliseconds the worst of their times is off."""
+        """Expects these cues; returns the largest time error in milliseconds."""
         arrived = self.arrived()
         self.assertEqual([text for *_, text in arrived], [text for *_, text in cues])
         worst = max(
@@ -136,7 +136,7 @@ class Letters(SubtitleCase):
                     row(
                         SECTION,
                         f"{language} in {encoding}",
-                        f"{len(cues)} of {len(self.arrived())} cues, letter by letter",
+                        f"{len(cues)} of {len(self.arrived())} cues, all letters correct",
                     )
 
     def test_few_cues_are_enough(self) -> None:
@@ -148,14 +148,14 @@ class Letters(SubtitleCase):
                         cues = cues_of(texts[at : at + 3])
                         self.add(srt(cues).encode(encoding))
                         self.assert_arrive(cues)
-        row(SECTION, "The first and the last three cues of each of these", "letter by letter")
+        row(SECTION, "The first and the last three cues of each of these", "all letters correct")
 
     def test_ligatures_of_latin_9_arrive(self) -> None:
         cues = cues_of(LATIN_9.split("|"))
         for encoding in ("cp1252", "iso8859-15"):
             self.add(srt(cues).encode(encoding))
             self.assert_arrive(cues)
-        row(SECTION, "French ligatures in cp1252 and iso8859-15", "letter by letter")
+        row(SECTION, "French ligatures in cp1252 and iso8859-15", "all letters correct")
 
     def test_unicode_arrives_with_and_without_mark(self) -> None:
         texts = [sample.split("|")[0] for sample in SAMPLES.values()]
@@ -164,9 +164,9 @@ class Letters(SubtitleCase):
             with self.subTest(form):
                 self.add(encode(srt(cues, "\r\n")))
                 self.assert_arrive(cues)
-                row(SECTION, f"Six scripts in {form}", "letter by letter")
+                row(SECTION, f"Six scripts in {form}", "all letters correct")
 
-    def test_lines_may_end_in_any_way(self) -> None:
+    def test_any_line_ending_works(self) -> None:
         cues = cues_of(["One", "Two\nlines", "Three"])
         for name, end in (("CR", "\r"), ("LF", "\n"), ("CRLF", "\r\n")):
             self.add(srt(cues, end))
@@ -175,7 +175,7 @@ class Letters(SubtitleCase):
 
 
 class Cues(SubtitleCase):
-    def test_as_many_arrive_as_there_are_at_their_times(self) -> None:
+    def test_all_cues_arrive_at_their_times(self) -> None:
         cues = [(at * 7013, at * 7013 + 2999, f"Cue {at}") for at in range(1, 1001)]
         self.add(srt(cues))
         worst = self.assert_arrive(cues)
@@ -195,7 +195,7 @@ class Cues(SubtitleCase):
         worst = self.assert_arrive(cues)
         row(
             SECTION,
-            "Cues around and beyond an hour, behind breaks of hours",
+            "Cues around and beyond an hour, after breaks of hours",
             f"times within {worst} ms",
         )
 
@@ -264,10 +264,10 @@ class Cues(SubtitleCase):
             f"{len(arrived):,} cues, in each the eight that began last",
         )
 
-    def test_numbers_and_marks_are_no_text_in_files_that_were_mangled(self) -> None:
+    def test_numbers_and_marks_in_mangled_files_are_not_text(self) -> None:
         cues = cues_of(["One\ntwo", "42", "Three"])
         mangled = {
-            "An empty line behind every line": srt(cues, "\n\n").encode(),
+            "An empty line after every line": srt(cues, "\n\n").encode(),
             "Lines that end in CR CR LF": srt(cues, "\r\r\n").encode(),
             "A byte order mark before every cue, as in joined files": srt(cues)
             .replace("\n\n", "\n\n\ufeff")
@@ -288,7 +288,7 @@ class Markup(SubtitleCase):
         self.assertEqual(self.arrived()[1][2], arrives)
         row(SECTION, f"`{text}`", f"`{arrives}`")
 
-    def test_what_the_format_holds_is_kept(self) -> None:
+    def test_markup_that_the_track_supports_is_kept(self) -> None:
         simple = "<i>one</i> <b>two</b> <u>three</u>"
         self.check(simple, simple)
         self.check("a <i>b <b>c</b></i>", "a <i>b </i><b><i>c</i></b>")
@@ -311,7 +311,7 @@ class Markup(SubtitleCase):
 
 class Track(SubtitleCase):
     def box(self, *path: str) -> bytes:
-        """The content of a box in the index, in the last track where there are several."""
+        """The content of a box in the index, of the last track if there are several."""
         content = self.out.read_bytes()
         for name in ("moov", *path):
             at, found = 0, b""
@@ -323,7 +323,7 @@ class Track(SubtitleCase):
             content = found
         return content
 
-    def test_it_is_made_as_players_expect_it(self) -> None:
+    def test_the_track_is_as_players_expect_it(self) -> None:
         self.add(srt([(100, 900, "Text")]))
         (stream,) = [s for s in probe(self.out)["streams"] if s["codec_type"] == "subtitle"]
         self.assertEqual(stream["codec_tag_string"], "tx3g")
@@ -343,7 +343,7 @@ class Track(SubtitleCase):
         self.assertEqual(box, (0, 0, height >> 16, 160))
         row(
             SECTION,
-            "The track in a film of 160x120",
+            "The track in an MP4 file of 160x120",
             f"tx3g, handler sbtl, enabled, und, groups of the tracks {groups}, layer {layer}, "
             f"{width >> 16}x{height >> 16} at the lower edge",
         )
@@ -360,59 +360,60 @@ class Track(SubtitleCase):
         self.assert_arrive([(100, 900, "Second")])
         count = sum(s["codec_type"] == "subtitle" for s in probe(self.out)["streams"])
         self.assertEqual(count, 1)
-        row(SECTION, "The tool runs twice on a film", "1 subtitle track, the second one's")
+        row(SECTION, "The tool runs twice on an MP4 file", "1 subtitle track, from the second run")
 
 
 class Refusals(SubtitleCase):
-    def check_untouched(self, case: str, content: bytes | None, film: Path | None = None) -> None:
-        film = film or self.out
-        before = film.read_bytes()
+    def check_untouched(self, case: str, content: bytes | None, mp4: Path | None = None) -> None:
+        mp4 = mp4 or self.out
+        before = mp4.read_bytes()
         if content is None:
             self.text.unlink()
         else:
             self.text.write_bytes(content)
-        status, said = self.run_words(adding(self.text, film))
+        status, said = self.run_words(adding(self.text, mp4))
         self.assertEqual(status, 1, said)
-        self.assertEqual(film.read_bytes(), before)
-        self.assertIn(film.name, said)
-        note = note_of(film).read_text(encoding="utf-8")
+        self.assertEqual(mp4.read_bytes(), before)
+        self.assertIn(mp4.name, said)
+        note = note_of(mp4).read_text(encoding="utf-8")
         self.assertIn("is there, without these subtitles", note)
-        note_of(film).unlink()
+        note_of(mp4).unlink()
         reason = said.strip().splitlines()[0].rsplit(": ", 1)[1]
-        row(SECTION, case, f"the film byte for byte; the failure note says: {reason}")
+        row(SECTION, case, f"the MP4 file unchanged; the failure note says: {reason}")
 
-    def test_a_broken_file_leaves_the_film_alone(self) -> None:
+    def test_a_broken_file_leaves_the_mp4_file_unchanged(self) -> None:
         self.check_untouched("An empty file", b"")
         self.check_untouched("Prose", b"Nothing but prose.\n")
-        self.check_untouched("Bytes that are no text", bytes(range(256)) * 8)
+        self.check_untouched("Bytes that are not text", bytes(range(256)) * 8)
         self.check_untouched("No file", None)
 
-    def test_what_is_no_mp4_film_is_left_alone(self) -> None:
+    def test_files_that_are_not_mp4_are_left_unchanged(self) -> None:
         text = srt([(100, 900, "Text")]).encode()
-        for name in ("film.mkv", "film.mov"):
+        for name in ("movie.mkv", "movie.mov"):
             other = self.place / name
             ffmpeg("-i", self.out, "-c", "copy", other)
-            self.check_untouched(f"A film in another container, {name}", text, other)
-        (self.place / "text.mp4").write_text("no film at all")
-        self.check_untouched("Text as film", text, self.place / "text.mp4")
+            self.check_untouched(f"A movie in another container, {name}", text, other)
+        (self.place / "text.mp4").write_text("not an MP4 file")
+        self.check_untouched("Text instead of an MP4 file", text, self.place / "text.mp4")
 
-    def test_a_later_success_removes_the_note(self) -> None:
+    def test_a_later_success_removes_the_failure_note(self) -> None:
         self.text.write_bytes(b"")
         self.assertEqual(self.run_words(adding(self.text, self.out))[0], 1)
         self.assertTrue(note_of(self.out).exists())
         self.add(srt([(100, 900, "Text")]))
-        row(SECTION, "A good file after a broken one", "the film with subtitles; the failure note is gone")
+        outcome = "the MP4 file with subtitles; the failure note is removed"
+        row(SECTION, "A good file after a broken one", outcome)
 
 
 class AfterAConversion(SubtitleCase):
-    def test_picture_and_sound_stay_bit_by_bit(self) -> None:
+    def test_picture_and_audio_stay_bit_identical(self) -> None:
         self.make_source(2)
         self.out.unlink()
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
         before = self.sums()
         self.add(srt([(100, 900, "Text")]))
         self.assertEqual(self.sums(), before)
-        row(SECTION, "Picture and sound of a converted film", "the same packets before and after")
+        row(SECTION, "Picture and audio of an MP4 file", "the same packets before and after")
 
     def sums(self) -> bytes:
         sums = self.folder / "sums"
@@ -421,11 +422,11 @@ class AfterAConversion(SubtitleCase):
 
 
 class Names(SubtitleCase):
-    def run_in(self, folder: Path, text: bytes, film: bytes) -> tuple[int, bytes]:
-        """The tool in the folder itself, so that a name may begin with anything; its exit status and
-        what it said on both streams."""
+    def run_in(self, folder: Path, text: bytes, mp4: bytes) -> tuple[int, bytes]:
+        """Runs the tool in the folder itself, so that a name may start with any character;
+        returns its exit status and its output on both streams."""
         done = subprocess.run(
-            [os.fsencode(MP4BOX), b"-add", text + b":hdlr=sbtl", film],
+            [os.fsencode(MP4BOX), b"-add", text + b":hdlr=sbtl", mp4],
             stdin=subprocess.DEVNULL,
             stdout=subprocess.PIPE,
             stderr=subprocess.STDOUT,
@@ -438,28 +439,28 @@ class Names(SubtitleCase):
     def test_a_name_is_only_a_name(self) -> None:
         for what, name in NAMES.items():
             with self.subTest(what):
-                text, film = os.fsencode(name) + b".srt", os.fsencode(name) + b".mp4"
+                text, mp4 = os.fsencode(name) + b".srt", os.fsencode(name) + b".mp4"
                 here = os.fsencode(self.place)
                 Path(os.fsdecode(os.path.join(here, text))).write_bytes(CUES.encode())
-                Path(os.fsdecode(os.path.join(here, film))).write_bytes(self.film_before)
+                Path(os.fsdecode(os.path.join(here, mp4))).write_bytes(self.mp4_before)
                 before = set(os.listdir(here))
-                status, said = self.run_in(self.place, text, film)
+                status, said = self.run_in(self.place, text, mp4)
                 self.assertEqual(status, 0, said)
                 self.assertEqual(set(os.listdir(here)), before)
-                self.assertEqual(len(streams(os.path.join(here, film), "subtitle")), 1)
-                row(SECTION, f"a name with {what}", "the film with subtitles")
+                self.assertEqual(len(streams(os.path.join(here, mp4), "subtitle")), 1)
+                row(SECTION, f"a name with {what}", "the MP4 file with subtitles")
 
     def test_a_name_forges_no_progress(self) -> None:
         folder = self.place / "ISO File Writing: (99"
         folder.mkdir()
-        broken, film = folder / "100).srt", folder / "100).mp4"
+        broken, mp4 = folder / "100).srt", folder / "100).mp4"
         broken.write_text("no cues")
-        film.write_bytes(self.film_before)
-        status, said = self.run_in(self.place, os.fsencode(broken), os.fsencode(film))
+        mp4.write_bytes(self.mp4_before)
+        status, said = self.run_in(self.place, os.fsencode(broken), os.fsencode(mp4))
         self.assertEqual(status, 1)
         self.assertIn(b"(99/100).mp4", said)
         self.assertIsNone(PROGRESS.search(said), said)
-        self.assertEqual(film.read_bytes(), self.film_before)
+        self.assertEqual(mp4.read_bytes(), self.mp4_before)
         row(SECTION, "a broken file with progress in its name", "no progress is read out of it")
 
 

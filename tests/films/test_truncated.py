@@ -1,9 +1,9 @@
-"""Truncated and damaged movies are converted up to the truncation, and that is reported."""
+"""Truncated and damaged movies are converted as far as possible, and reported."""
 
-from film_case import FilmCase, frame_times, picture, probe, tone
+from movie_case import MovieCase, frame_times, picture, probe, tone
 from table import row
 
-SECTION = "The film that comes in"
+SECTION = "The movie"
 SECONDS = 6
 CODECS = {
     "avi": ("mpeg4", "libmp3lame"),
@@ -16,11 +16,11 @@ CODECS = {
 }
 
 
-class Truncated(FilmCase):
-    def movie(self, container: str, *more: object):
+class Truncated(MovieCase):
+    def whole_movie(self, container: str, *more: object):
         video, audio = CODECS[container]
         coding = ("-c:v", video, "-b:v", "400k", "-g", 5, "-c:a", audio, *more)
-        return self.film(f"movie.{container}", *picture(SECONDS), *tone(SECONDS), *coding)
+        return self.movie(f"movie.{container}", *picture(SECONDS), *tone(SECONDS), *coding)
 
     def note(self) -> str:
         path = self.out.with_name("out.mp4.failed.txt")
@@ -30,11 +30,11 @@ class Truncated(FilmCase):
         end = frame_times(self.out)[-1]
         self.assertTrue(1 < end < SECONDS - 1, end)
         self.assertIn("are missing", self.note())
-        row(SECTION, case, "what is there is converted; the failure note reports what is missing")
+        row(SECTION, case, "what can be read is converted; the failure note says what is missing")
 
     def test_half_a_movie(self) -> None:
         for container in ("avi", "wmv", "flv", "mkv"):
-            movie = self.movie(container)
+            movie = self.whole_movie(container)
             if container in ("avi", "wmv"):
                 self.convert(movie)
                 self.assertEqual(self.note(), "")
@@ -43,9 +43,9 @@ class Truncated(FilmCase):
             self.convert(movie)
             self.check_reported(f"half of a movie in {container.upper()}")
 
-    def test_half_a_movie_filled_up_with_zeros(self) -> None:
+    def test_half_a_movie_padded_with_zeros(self) -> None:
         for container in ("ts", "mpg", "flv"):
-            movie = self.movie(container)
+            movie = self.whole_movie(container)
             size = movie.stat().st_size
             with movie.open("r+b") as file:
                 file.truncate(size // 2)
@@ -60,14 +60,14 @@ class Truncated(FilmCase):
             "mkv": b"\xec" + (pad | 1 << 56).to_bytes(8, "big"),
         }
         for container, head in tail.items():
-            movie = self.movie(container)
+            movie = self.whole_movie(container)
             with movie.open("ab") as file:
                 file.write(head + bytes(pad))
             self.check_whole(movie, f"a whole {container.upper()} file, padded with zeros")
         black = "drawbox=t=fill:c=black:enable='gte(t,3)'"
         raw = ("-c:v", "rawvideo", "-pix_fmt", "rgb24", "-movflags", "faststart")
         small = picture(SECONDS, "64x48", more=f"format=rgb24,{black}")
-        self.check_whole(self.film("raw.mov", *small, *raw), "raw RGB in MOV that ends in black")
+        self.check_whole(self.movie("raw.mov", *small, *raw), "raw RGB in MOV that ends in black")
 
     def check_whole(self, movie, case: str) -> None:
         self.convert(movie)
@@ -84,7 +84,7 @@ class Truncated(FilmCase):
         movie.write_bytes(data)
 
     def test_a_picture_that_is_damaged_after_its_first_fifth(self) -> None:
-        movie = self.movie("mp4")
+        movie = self.whole_movie("mp4")
         self.damage_picture(movie, 30)
         self.convert(movie)
         self.check_reported("four fifths of the picture damaged")
@@ -93,7 +93,7 @@ class Truncated(FilmCase):
         kinds = (("mpeg4", 25), ("libx264", 25), ("mpeg4", 10))
         for codec, rate in kinds:
             count = SECONDS * rate
-            movie = self.film(
+            movie = self.movie(
                 "middle.mkv",
                 *(*picture(SECONDS, rate=rate), *tone(SECONDS), "-c:v", codec, "-g", 5),
             )
@@ -108,14 +108,14 @@ class Truncated(FilmCase):
 
     def test_repeated_frames_beside_an_error_in_the_audio(self) -> None:
         uneven = "select='not(mod(n,4))+lt(n,75)'"
-        movie = self.film(
+        movie = self.movie(
             "uneven.mkv",
             *(*picture(SECONDS, more=uneven), *tone(SECONDS), "-fps_mode", "vfr"),
             *("-c:v", "mpeg4", "-c:a", "aac"),
         )
         data = movie.read_bytes()
         for packet in probe(movie, "-show_packets", "-select_streams", "a")["packets"][50:60]:
-            # Behind the head of the block, which is read by the container.
+            # After the block header, which the demuxer reads.
             start, size = int(packet["pos"]) + 12, int(packet["size"]) - 24
             data = data[:start] + b"\xff" * size + data[start + size :]
         movie.write_bytes(data)
@@ -124,8 +124,8 @@ class Truncated(FilmCase):
         self.assertEqual(self.note(), "")
         row(SECTION, "frames dropped in MKV, some audio damaged", "converted; no failure note")
 
-    def test_a_picture_that_is_all_damaged(self) -> None:
-        movie = self.movie("mp4")
+    def test_a_picture_that_is_completely_damaged(self) -> None:
+        movie = self.whole_movie("mp4")
         self.damage_picture(movie, 1)
         self.out.write_text("old")
         ended = self.transcode(movie, 160, 120)
@@ -135,7 +135,7 @@ class Truncated(FilmCase):
         row(SECTION, "all of the picture but one frame damaged", "refused; the older file stays")
 
     def test_chapters_of_a_longer_movie(self) -> None:
-        # Titles of one length are written in another form.
+        # Titles of equal length are stored differently.
         for titles in (("One", "Two", "Three"), ("Part 1", "Part 2", "Part 3")):
             self.check_chapters(*titles)
 
@@ -145,7 +145,7 @@ class Truncated(FilmCase):
         for at, title in zip((0, 1, 600), titles):
             text += f"[CHAPTER]\nTIMEBASE=1/1\nSTART={at}\nEND={at + 2100}\ntitle={title}\n"
         chapters.write_text(text)
-        movie = self.film(
+        movie = self.movie(
             "chapters.mkv",
             *(*picture(2), *tone(2), "-i", chapters, "-map_chapters", 2),
             *("-c:v", "mpeg4", "-c:a", "aac"),

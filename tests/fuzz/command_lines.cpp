@@ -33,7 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size < 3)
         return 0;
     const std::string text(reinterpret_cast<const char*>(data) + 3, size - 3);
-    // No file's name holds a NUL, and the program cannot take one that is not UTF-8.
+    // File names contain no NUL, and the program accepts only UTF-8.
     const wxString path = text.find('\0') == std::string::npos ? text_from_utf8(text) : "";
     if (path.empty())
         return 0;

@@ -1,4 +1,4 @@
-// An MP4 file that holds anything: its index, and the place of subtitles in it.
+// An MP4 file with any content: its index, and the placement of subtitles.
 
 #include "mp4/index.h"
 
@@ -18,7 +18,7 @@ std::optional<bundle::Mp4Index> read(const std::string& bytes) {
     return bundle::read_mp4_index(file);
 }
 
-/// True when the file's last box tells no size: such a file may end anywhere.
+/// True if the file's last box has no size: such a file may end anywhere.
 bool reaches_to_the_end(const std::string& bytes) {
     std::size_t at = 0;
     while (bytes.size() - at >= 8) {
@@ -44,7 +44,7 @@ void check(const bundle::Mp4Index& index, const std::string& bytes) {
     }
 }
 
-/// What has been placed stays where it is.
+/// Placing twice changes nothing.
 void place_subtitles(const std::string& bytes) {
     std::istringstream file(bytes);
     const auto moov = bundle::find_moov(file);

@@ -1,4 +1,4 @@
-// The report of a probe, read by the pattern and made into a job.
+// The report of a probe, read by the pattern and turned into a job.
 
 #include <array>
 #include <cmath>
@@ -15,7 +15,7 @@
 
 namespace {
 
-/// What the report says, by plain search; numbers as the C library reads them.
+/// The report's values, by plain search; numbers as the C library reads them.
 void compare(const Movie& job, std::string_view report) {
     const auto facts = reference_probe(report);
     if (!facts) {
@@ -28,7 +28,7 @@ void compare(const Movie& job, std::string_view report) {
 }
 
 void check_accepted(const Movie& job) {
-    // Eight digits without a colon are hours, more than 32 bits hold the seconds of.
+    // Eight digits without a colon are hours, whose seconds overflow 32 bits.
     REQUIRE(job.duration != 0);
     REQUIRE(job.fps > 0.0 && job.fps_max > 0.0 && job.fps_max <= 30.0);
     const int limit = kDevices[known_device(job.optimize)].longest_side;

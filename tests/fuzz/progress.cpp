@@ -1,4 +1,4 @@
-// What the two tools print during their work, fed to a job in every split.
+// The progress output of both tools, passed to a job in every split.
 
 #include <algorithm>
 #include <array>
@@ -17,12 +17,12 @@
 
 namespace {
 
-/// The number that `digits` spell, as large as a `long` at most.
+/// The number in `digits`, at most the largest `long`.
 long number(const std::string& digits) {
     return std::strtol(digits.c_str(), nullptr, 10);
 }
 
-/// A job in the middle of its work, with tools that were never started.
+/// A running job, with tools that were never started.
 class Job {
   public:
     Job(const wxString& mode, std::uint8_t figures)
@@ -55,7 +55,7 @@ class Job {
     MP4Box muxer;
 };
 
-/// Two polls of a transcode: the figures of the last record that one of them holds whole.
+/// Two polls of a transcode: the figures of the last record that is complete in one of them.
 void transcode(std::string_view first, std::string_view second, std::uint8_t figures) {
     Job job("convert", figures);
     std::int32_t percent = 0;

@@ -11,12 +11,13 @@ using std::string_view;
 constexpr string_view kDigits = "0123456789";
 constexpr string_view kDigitsAndDots = "0123456789/.";
 
-/// The longest beginning of `text` that is made of `characters`.
+/// The longest prefix of `text` that consists of `characters`.
 string_view run_of(string_view text, string_view characters) {
     return text.substr(0, text.find_first_not_of(characters));
 }
 
-/// The first result of `read` at `from` or before it, down to `least`: what ".*" leaves over.
+/// The first result of `read` at `from` or before it, down to `least`: the rest after a greedy
+/// ".*".
 template <class Read>
 auto last_of(string_view text, size_t least, const Read& read) {
     for (size_t at = text.size() + 1; at-- > least;) {

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// The program's patterns once more, by plain search instead of regular expressions.
+// The program's patterns, by plain search instead of regular expressions.
 
 /// The groups of the pattern that reads a probe.
 struct ReferenceProbe {

@@ -1,4 +1,4 @@
-// A settings file of any bytes: read, written, and read again, beside a plain wxFileConfig.
+// A settings file of any bytes: read, written, read again, and compared with a plain wxFileConfig.
 
 #include "settings/settings.h"
 
@@ -29,12 +29,12 @@ namespace fs = std::filesystem;
 const std::array<const char*, 5> kKeys = {"Overwrite", "HowToMove", "Output", "Optimize",
                                           "Language"};
 
-/// Has the toolkit make the texts of its messages, which can fail an assertion too.
+/// Formats the toolkit's messages, which can fail an assertion too.
 class UnseenLog : public wxLog {
     void DoLogRecord(wxLogLevel, const wxString&, const wxLogRecordInfo&) override {}
 };
 
-/// A file of this process in memory, where the system has such a place.
+/// A file of this process, in memory if the system supports that.
 std::string settings_file() {
     const std::string folder = fs::is_directory("/dev/shm") ? "/dev/shm" : "/tmp";
     return folder + "/fuzz settings " + std::to_string(::getpid()) + ".ini";
@@ -45,7 +45,7 @@ std::string content_of(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// Values that no file can hold any other way than quoted.
+/// Values that must be quoted in a file.
 wxString awkward_value(std::string_view text) {
     const std::string_view piece =
         text.substr(text.size() - std::min<std::size_t>(text.size(), 40));
@@ -93,7 +93,7 @@ Entries entries_of_others(wxFileConfig& config) {
     return entries;
 }
 
-/// What wxFileConfig itself makes of the file.
+/// The file as wxFileConfig itself reads it.
 Entries plain_entries(const wxString& path) {
     const wxAssertHandler_t handler = wxSetAssertHandler(nullptr);
     wxFileConfig config("", "", path, "", wxCONFIG_USE_LOCAL_FILE, wxConvAuto());
@@ -149,7 +149,7 @@ bool is_odd(wxUniChar c) {
     return code < '\t' || (code > '\r' && code < ' ') || code > 0x10FFFF;
 }
 
-/// A file of ordinary characters is read, one with a NUL is put aside as it is.
+/// A file of ordinary characters is read, one with a NUL is renamed unchanged.
 void require_right_to_put_aside(const std::string& bytes, const std::string& aside) {
     const wxString text = decoded(bytes);
     if (fs::exists(aside)) {

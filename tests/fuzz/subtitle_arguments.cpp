@@ -1,4 +1,4 @@
-// The arguments of our MP4Box, one a line.
+// The arguments of our MP4Box, one per line.
 
 #include <cstdint>
 #include <string_view>

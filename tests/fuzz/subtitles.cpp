@@ -1,4 +1,4 @@
-// A subtitle file that holds anything: its text, and the cues that a track gets.
+// A subtitle file with any content: its text, and the cues of the track.
 
 #include <algorithm>
 #include <array>
@@ -26,7 +26,7 @@ std::string time_text(std::int64_t ms) {
     return text.data();
 }
 
-/// The cues in SubRip form; nothing where a text looks like a time itself.
+/// The cues in SubRip format; nothing if a text looks like a time itself.
 std::string subrip_of(const std::vector<Cue>& cues) {
     std::string text;
     for (const Cue& cue : cues) {
@@ -50,7 +50,7 @@ void check_track(const std::vector<Cue>& cues) {
     REQUIRE(bundle::one_at_a_time(cues) == cues);
 }
 
-/// The cue is shown from its beginning to its end, alone or with others.
+/// The cue is shown from its start to its end, alone or with others.
 void check_is_shown(const Cue& cue, const std::vector<Cue>& track, bool are_few) {
     auto shown = std::find_if(track.begin(), track.end(), [&cue](const Cue& one) {
         return one.start_ms == (cue.start_ms + 5) / 10 * 10;
@@ -63,7 +63,7 @@ void check_is_shown(const Cue& cue, const std::vector<Cue>& track, bool are_few)
     REQUIRE(end + 5 >= cue.end_ms);
 }
 
-/// Nothing is shown where there is no cue.
+/// Nothing is shown when there is no cue.
 void check_is_meant(const Cue& shown, const std::vector<Cue>& cues) {
     REQUIRE(std::any_of(cues.begin(), cues.end(), [&shown](const Cue& cue) {
         const auto end = cue.end_ms > cue.start_ms ? cue.end_ms : cue.start_ms + 2000;

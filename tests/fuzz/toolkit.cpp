@@ -1,5 +1,4 @@
-// What all targets that use the toolkit share: its start, and failed toolkit assertions as
-// findings.
+// For all targets that use the toolkit: initialises it, and reports failed assertions as findings.
 
 #include <wx/debug.h>
 #include <wx/init.h>

@@ -1,4 +1,4 @@
-// The arguments of our ffmpeg, one a line.
+// The arguments of our ffmpeg, one per line.
 
 #include <algorithm>
 #include <cstdint>

@@ -1,4 +1,4 @@
-// The web site's answer to the question for the current release.
+// The web site's answer to the version check.
 
 #include <cmath>
 #include <cstdint>

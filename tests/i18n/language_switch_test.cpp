@@ -23,7 +23,7 @@ class LanguageSwitch : public FrameTest {
         frame->comboboxLanguages->GetEventHandler()->ProcessEvent(event);
     }
 
-    /// Every text that belongs to the language, in the order of the controls' keys.
+    /// Every translated text, in the order of the controls' keys.
     std::vector<std::pair<wxString, wxString>> shown() const {
         return {{"panelConvert", frame->notebook->GetPageText(0)},
                 {"panelOptions", frame->notebook->GetPageText(1)},
@@ -40,7 +40,7 @@ class LanguageSwitch : public FrameTest {
                 {"buttonDonate", frame->buttonDonate->GetLabel()}};
     }
 
-    /// HTML folds blanks, so texts are compared without them.
+    /// HTML collapses blanks, so texts are compared without them.
     static wxString without_blanks(wxString text) {
         for (const wxString blank : {L" ", L"\n", L"\u00a0"})
             text.Replace(blank, "");

@@ -83,7 +83,7 @@ TEST_F(Lookup, ReadsTheLanguageOncePerHeaderCell) {
     EXPECT_EQ(reads, 9);
 }
 
-TEST_F(Lookup, TakesTheLastColumnFromAShortRecordAsEnglish) {
+TEST_F(Lookup, UsesTheLastColumnOfAShortRecordAsEnglish) {
     const wxString table = L"A:AA|B:BB|C:CC\u00a7key|one|two";
     const auto in = [&](const wxString& language) {
         return lookup(table, "key", [&](const wxString&) { return language; });
@@ -98,7 +98,7 @@ TEST_F(Lookup, ComparesTheKeyWithEveryCell) {
     EXPECT_EQ(lookup(L"A:AA|B:BB\u00a7one|two|three", "two", english), "three");
 }
 
-TEST_F(Lookup, NamesTheDeviceInTheEnglishTextThatStandsIn) {
+TEST_F(Lookup, NamesTheDeviceInTheEnglishFallback) {
     const auto setting = [](const wxString& name) {
         return name == "Language" ? wxString("B") : wxString("2");
     };

@@ -12,7 +12,7 @@ namespace {
 
 class ProgramLocale : public testing::Test {
   protected:
-    /// Takes up the locale of a system whose LANG has that value.
+    /// Sets the locale for a system whose LANG has that value.
     static void take_up(const wxString& lang) {
         PrivateLocales::environment("LANG", lang);
         take_up_system_locale();
@@ -23,12 +23,12 @@ class ProgramLocale : public testing::Test {
     PrivateLocales locales;
 };
 
-/// Values of LANG for systems that have no locale of their own, or none in UTF-8.
+/// Values of LANG without a locale, or without one in UTF-8.
 const char* const kPlainSystems[] = {"", "C", "POSIX", "C.UTF-8", "fr_FR.UTF-8", "xx"};
 
 }  // namespace
 
-TEST_F(ProgramLocale, IsTheSystemsButForItsDecimals) {
+TEST_F(ProgramLocale, IsTheSystemsExceptForDecimals) {
     ASSERT_TRUE(locales.make("de_DE.UTF-8"));
     take_up("de_DE.UTF-8");
     EXPECT_EQ(category(LC_CTYPE), "de_DE.UTF-8");
@@ -64,7 +64,7 @@ TEST_F(ProgramLocale, HasTheSameLetterCaseInEveryLanguage) {
     EXPECT_EQ(category(LC_TIME), "tr_TR.UTF-8") << "only the letters are not Turkish";
 }
 
-TEST_F(ProgramLocale, LetsTextsBeTranslatedWithoutALocaleOfTheirLanguage) {
+TEST_F(ProgramLocale, TranslatesTextsWithoutALocaleOfTheirLanguage) {
     for (const wxString lang : kPlainSystems) {
         take_up(lang);
         const wxString messages = category(LC_MESSAGES);

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Sets the locale variables for one test and puts them back.
+/// Sets the locale variables for one test and restores them.
 class SystemLanguage : public testing::Test {
   protected:
     ~SystemLanguage() override {
@@ -80,13 +80,13 @@ TEST(DefaultLanguage, IsFoundByTheLanguageAlone) {
     EXPECT_EQ(default_of("English (United States)"), "English");
 }
 
-TEST(DefaultLanguage, IsEnglishForALanguageThatTheProgramDoesNotSpeak) {
+TEST(DefaultLanguage, IsEnglishForAnUnsupportedLanguage) {
     EXPECT_EQ(default_of("Japanese"), "English");
     EXPECT_EQ(default_of("Frenchish"), "English");
     EXPECT_EQ(default_of(""), "English");
 }
 
-TEST(DefaultLanguage, TakesTheLaterOfTwoEqualEntries) {
+TEST(DefaultLanguage, UsesTheLaterOfTwoEqualEntries) {
     wxArrayString native;
     wxArrayString english;
     native.Add("a");
@@ -113,7 +113,7 @@ TEST_F(SystemLanguage, FollowsTheEnvironmentWithOrWithoutAnInstalledLocale) {
     EXPECT_EQ(detected(), L"Espa\u00f1ol");
 }
 
-TEST_F(SystemLanguage, LetsTheMoreSpecificVariableWin) {
+TEST_F(SystemLanguage, PrefersTheMoreSpecificVariable) {
     environment("", "de_DE.UTF-8", "fr_FR.UTF-8");
     EXPECT_EQ(detected(), "Deutsch");
     environment("es_ES.UTF-8", "de_DE.UTF-8", "fr_FR.UTF-8");
@@ -131,14 +131,14 @@ TEST_F(SystemLanguage, IsTheFirstOfTheUsersListOfLanguages) {
     EXPECT_EQ(detected(), L"Fran\u00e7ais");
 }
 
-TEST_F(SystemLanguage, IgnoresTheListWhereTheLocaleHasNoLanguage) {
+TEST_F(SystemLanguage, IgnoresTheListIfTheLocaleHasNoLanguage) {
     for (const wxString lang : {"C", "POSIX", "C.UTF-8"}) {
         environment("", "", lang, "fr");
         EXPECT_EQ(detected(), "English") << lang;
     }
 }
 
-TEST_F(SystemLanguage, IsEnglishWhereNothingIsKnown) {
+TEST_F(SystemLanguage, IsEnglishIfNothingIsKnown) {
     for (const wxString lang : {"", "C", "POSIX", "C.UTF-8", "ja_JP.UTF-8", "xx_YY", "."}) {
         environment("", "", lang);
         EXPECT_EQ(detected(), "English") << lang;

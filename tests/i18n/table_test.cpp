@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Splits keeping every empty piece.
+/// Splits and keeps empty pieces.
 std::vector<wxString> pieces(const wxString& text, wxChar separator) {
     std::vector<wxString> result(1);
     for (const auto c : text) {
@@ -31,7 +31,7 @@ std::vector<std::vector<wxString>> records() {
     return result;
 }
 
-/// The text records' keys and English texts, in order. An empty text stands for any.
+/// The text records' keys and English texts, in order. An empty text matches any.
 const std::vector<std::pair<wxString, wxString>> kEnglish = {
     {"panelConvert", "Convert"},
     {"panelOptions", "Options"},
@@ -104,7 +104,7 @@ TEST(TranslationTable, NamesNineLanguagesInItsHeader) {
     EXPECT_EQ(header, std::vector<wxString>(std::begin(expected), std::end(expected)));
 }
 
-TEST(TranslationTable, HoldsTheKeysAndEnglishTextsInOrder) {
+TEST(TranslationTable, ContainsTheKeysAndEnglishTextsInOrder) {
     const auto all = records();
     ASSERT_EQ(all.size(), 43U);
     for (size_t i = 0; i < kEnglish.size(); ++i) {
@@ -162,7 +162,7 @@ TEST(TranslationTable, KeepsExactlyTheBlanksAtTheEdges) {
     EXPECT_EQ(foundLeading, leading);
 }
 
-TEST(TranslationTable, HoldsNoKeyAmongItsTexts) {
+TEST(TranslationTable, ContainsNoKeyAmongItsTexts) {
     const auto all = records();
     std::set<wxString> keys = {"tointialize"};
     for (size_t i = 1; i < all.size(); ++i)

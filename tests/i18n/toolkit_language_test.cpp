@@ -23,7 +23,7 @@ class ToolkitLanguage : public testing::Test {
         }
     }
 
-    /// The toolkit's label of a button once the window has that language.
+    /// The toolkit's label of a button when the window has that language.
     wxString no_in(const wxString& language) {
         set_toolkit_language(native, english, language);
         return wxString::FromUTF8(dgettext("gtk30", "_No"));
@@ -55,7 +55,7 @@ TEST_F(ToolkitLanguage, IsThatOfTheWindowOnAnySystem) {
     }
 }
 
-TEST_F(ToolkitLanguage, IsHiddenFromWhatIsStarted) {
+TEST_F(ToolkitLanguage, IsHiddenFromStartedPrograms) {
     const wxString atStart = variable();
     set_toolkit_language(native, english, "Deutsch");
     EXPECT_EQ(variable(), "de");
@@ -80,7 +80,7 @@ TEST_F(ToolkitLanguage, GoesWithTheEncodingOfFileNamesThatTheUserSet) {
     EXPECT_EQ(after, encoding);
 }
 
-TEST_F(ToolkitLanguage, IsNotTakenForTheSystems) {
+TEST_F(ToolkitLanguage, IsNotMistakenForTheSystems) {
     PrivateLocales::environment("LANG", "fr_FR.UTF-8");
     set_toolkit_language(native, english, "Deutsch");
     EXPECT_EQ(system_language_name().BeforeFirst(' '), "French");

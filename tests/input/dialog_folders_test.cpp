@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A person with a home folder, who runs the program in a folder of its own.
+/// A user with a home folder, and the program running in its own folder.
 class DialogFolders : public testing::Test {
   protected:
     DialogFolders() {
@@ -30,7 +30,7 @@ class DialogFolders : public testing::Test {
             wxSetEnv(name, value);
     }
 
-    /// Makes the Videos folder and returns its path.
+    /// Creates the Videos folder and returns its path.
     wxString make_videos() const {
         const wxString videos = home.file(L"Vid\u00e9os");
         fs::create_directory(videos.utf8_string());

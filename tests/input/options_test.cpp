@@ -1,4 +1,4 @@
-// The option controls save at once.
+// The option controls save immediately.
 
 #include <wx/button.h>
 #include <wx/checkbox.h>

@@ -1,4 +1,4 @@
-// Movies into and out of the list, and the output folder.
+// Adding and removing movies, and selecting the output folder.
 
 #include <wx/button.h>
 #include <wx/filedlg.h>
@@ -59,7 +59,7 @@ TEST_F(Selection, AddsFiveThousandFilesWithinASecond) {
     start();
     wxArrayString many;
     for (int i = 0; i < 5000; ++i)
-        many.Add(wxString::Format("/movies/a folder of films/film number %i.avi", i));
+        many.Add(wxString::Format("/movies/a folder of movies/movie number %i.avi", i));
     const wxStopWatch watch;
     drop_movies(many);
     run_pending_events();
@@ -92,7 +92,7 @@ TEST_F(Selection, RemovesNothingWithoutASelectionOrByAnotherKey) {
     EXPECT_EQ(listed(), paths({"/a", "/b"}));
 }
 
-TEST_F(Selection, TakesTheFolderOfADroppedFile) {
+TEST_F(Selection, UsesTheFolderOfADroppedFile) {
     start();
     const wxString film = movies.write("film.avi");
     EXPECT_TRUE(drop_output(paths({film, "/x", "/y"})));
@@ -100,7 +100,7 @@ TEST_F(Selection, TakesTheFolderOfADroppedFile) {
     EXPECT_EQ(stored("Output"), movies.path());
 }
 
-TEST_F(Selection, TakesADroppedFolder) {
+TEST_F(Selection, UsesADroppedFolder) {
     start();
     EXPECT_TRUE(drop_output(paths({movies.path()})));
     EXPECT_EQ(frame->textOutput->GetValue(), movies.path());

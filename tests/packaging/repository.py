@@ -1,4 +1,4 @@
-"""The repository and the build that the packaging tests look at."""
+"""The repository and the build that the packaging tests inspect."""
 
 import os
 import subprocess
@@ -10,7 +10,7 @@ VERSION = os.environ["VANTREO_VERSION"]
 
 
 def output_of(*command: object, cwd: Path | None = None) -> str:
-    """What a command prints; raises when it fails, with all that it had to say."""
+    """The output of a command; raises with the output if it fails."""
     run = subprocess.run(
         [*map(str, command)], cwd=cwd, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT
     )

@@ -1,4 +1,4 @@
-"""The launcher starts the program in its own folder, whatever way leads to it."""
+"""The launcher starts the program in its own folder, however it is called."""
 
 import os
 import subprocess
@@ -8,7 +8,7 @@ from pathlib import Path
 
 from repository import ROOT
 
-# Tells where it runs and what it was given.
+# Prints its current folder and its arguments.
 PROGRAM = """\
 #!/bin/sh
 pwd -P
@@ -36,15 +36,15 @@ class Launcher(unittest.TestCase):
         ).stdout.splitlines()
 
     def assert_starts(self, *command: object, **options: object) -> None:
-        told = self.start(*command, "a word", "-x", **options)
-        self.assertEqual(told, [str(self.home), "a word", "-x"])
+        printed = self.start(*command, "a word", "-x", **options)
+        self.assertEqual(printed, [str(self.home), "a word", "-x"])
 
     def test_is_called_by_its_path(self) -> None:
         self.assert_starts(self.launcher)
         self.assert_starts("./vantreo", cwd=self.launcher.parent)
         self.assert_starts("bin/vantreo", cwd=self.home)
 
-    def test_is_not_led_astray_by_the_folders_that_cd_searches(self) -> None:
+    def test_ignores_cdpath(self) -> None:
         (self.folder / "bin").mkdir()
         self.assert_starts(
             "bin/vantreo", cwd=self.home, env=os.environ | {"CDPATH": str(self.folder)}

@@ -1,4 +1,4 @@
-"""What the Mac OS X bundle will say and show, as far as another system can read it."""
+"""The version and the icon of the Mac OS X bundle, as far as another system can read them."""
 
 import plistlib
 import re
@@ -13,11 +13,11 @@ class MacBundle(unittest.TestCase):
     def setUp(self) -> None:
         self.facts = plistlib.loads((BUILD / "Info.plist").read_bytes())
 
-    def test_tells_the_version_of_the_build(self) -> None:
+    def test_has_the_version_of_the_build(self) -> None:
         self.assertEqual(self.facts["CFBundleShortVersionString"], VERSION)
         self.assertEqual(self.facts["CFBundleVersion"], VERSION)
 
-    def test_icon_holds_every_size(self) -> None:
+    def test_icon_has_every_size(self) -> None:
         icon = BUILD / "icons" / self.facts["CFBundleIconFile"]
         icons = output_of("icns2png", "--list", icon)
         self.assertEqual({int(side) for side in re.findall(r"(\d+)x\1 32-bit icon", icons)}, SIZES)

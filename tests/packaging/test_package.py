@@ -1,4 +1,4 @@
-"""The Debian package: what lies in it, what it asks for, and what Debian's checker says of it."""
+"""The Debian package: its files, its dependencies, and the result of Debian's checker."""
 
 import os
 import re
@@ -73,11 +73,11 @@ class Package(unittest.TestCase):
     def field(self, name: str) -> str:
         return output_of("dpkg-deb", "--field", self.package, name).strip()
 
-    def test_holds_exactly_these_files(self) -> None:
+    def test_contains_exactly_these_files(self) -> None:
         found = [path for path in self.tree.rglob("*") if path.is_symlink() or path.is_file()]
         self.assertEqual({str(path.relative_to(self.tree)) for path in found}, FILES)
 
-    def test_belongs_to_root_and_only_programs_run(self) -> None:
+    def test_belongs_to_root_and_only_programs_are_executable(self) -> None:
         for line in output_of("dpkg-deb", "--contents", self.package).splitlines():
             mode, owner, *_, name = re.sub(" -> .*", "", line).split()
             with self.subTest(name):
@@ -93,21 +93,21 @@ class Package(unittest.TestCase):
     def test_has_the_version_of_the_build(self) -> None:
         self.assertEqual(self.field("Version"), f"{VERSION}-1")
 
-    def test_depends_on_what_it_runs_and_on_what_it_is_linked_with(self) -> None:
+    def test_depends_on_the_programs_that_it_runs_and_its_libraries(self) -> None:
         depends = names(self.field("Depends"))
         self.assertLessEqual(group("run"), depends)
         self.assertLessEqual(LINKED, depends)
 
-    def test_tells_nothing_of_the_folder_it_was_built_in(self) -> None:
+    def test_does_not_contain_the_path_of_the_build(self) -> None:
         for name in PROGRAMS:
             with self.subTest(name):
                 self.assertNotIn(os.fsencode(ROOT), (self.tree / name).read_bytes())
 
-    def test_is_the_same_bytes_when_made_again(self) -> None:
+    def test_is_identical_when_made_again(self) -> None:
         again = make_package(self.folder / "second")
         self.assertEqual(again.read_bytes(), self.package.read_bytes())
 
-    def test_pleases_the_checker(self) -> None:
+    def test_passes_the_checker(self) -> None:
         self.assertEqual(output_of("lintian", "--allow-root", "--fail-on=warning", self.package), "")
 
 

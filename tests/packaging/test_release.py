@@ -1,4 +1,4 @@
-"""When packaging/release refuses; what it makes is looked at by packaging/check-reproducible."""
+"""When packaging/release fails; packaging/check-reproducible tests what it makes."""
 
 import os
 import shutil
@@ -17,7 +17,7 @@ OWN_FILES = (
 
 
 class Release(unittest.TestCase):
-    """Each test has a repository that holds no more than what is looked at before the build."""
+    """Each test has a repository with only the files that are read before the build."""
 
     def setUp(self) -> None:
         self.folder = Path(tempfile.mkdtemp())
@@ -55,26 +55,26 @@ class Release(unittest.TestCase):
         self.assertFalse(out.exists())
 
     def make_no_build_tools(self) -> Path:
-        """A folder whose cmake ends at once, so that a release that is not refused is quick."""
+        """A folder with a cmake that exits at once, so that a release that is not rejected is quick."""
         tools = self.folder / "tools"
         tools.mkdir()
         (tools / "cmake").write_text("#!/bin/sh\necho it is being built >&2\nexit 1\n")
         (tools / "cmake").chmod(0o755)
         return tools
 
-    def test_goes_on_to_the_build_when_all_is_in_step(self) -> None:
+    def test_continues_to_the_build_if_everything_is_consistent(self) -> None:
         self.assert_refused("it is being built")
 
-    def test_refuses_what_is_not_committed(self) -> None:
+    def test_rejects_uncommitted_changes(self) -> None:
         (self.repository / "left-over").touch()
         self.assert_refused("left-over")
 
-    def test_refuses_a_version_without_an_entry(self) -> None:
+    def test_rejects_a_version_without_an_entry(self) -> None:
         self.replace("CMakeLists.txt", f"VERSION {VERSION} ", "VERSION 97.31 ")
         self.commit()
         self.assert_refused("no entry for version 97.31")
 
-    def test_refuses_an_entry_without_a_day(self) -> None:
+    def test_rejects_an_entry_without_a_date(self) -> None:
         self.replace("CHANGELOG.md", f"## [{VERSION}] - ", f"## [{VERSION}] ")
         self.commit()
         self.assert_refused(f"no entry for version {VERSION}")

@@ -33,7 +33,7 @@ class Version(unittest.TestCase):
                 run = run_cmake(f"-DPROJECT_VERSION={version}", "-P", CHECK)
                 self.assertEqual(run.returncode, 0, run.stderr)
 
-    def test_anything_else_is_refused_with_an_example(self) -> None:
+    def test_anything_else_is_rejected_with_an_example(self) -> None:
         for version in REFUSED:
             with self.subTest(version):
                 run = run_cmake(f"-DPROJECT_VERSION={version}", "-P", CHECK)
@@ -41,7 +41,7 @@ class Version(unittest.TestCase):
                 reason = " ".join(run.stderr.split())
                 self.assertIn("two digits after the point, such as 1.25", reason)
 
-    def test_numbers_and_debian_agree_on_what_is_newer(self) -> None:
+    def test_the_program_and_debian_agree_on_what_is_newer(self) -> None:
         for older, newer in zip(ACCEPTED, ACCEPTED[1:]):
             with self.subTest(newer):
                 self.assertGreater(float(newer), float(older))
@@ -50,7 +50,7 @@ class Version(unittest.TestCase):
         self.assertGreater(float("1.3"), float("1.24"))
         self.assertFalse(is_newer_for_debian("1.3", "1.24"))
 
-    def test_the_build_refuses_such_a_version(self) -> None:
+    def test_the_build_rejects_such_a_version(self) -> None:
         folder = Path(tempfile.mkdtemp())
         self.addCleanup(shutil.rmtree, folder)
         (folder / "packaging").mkdir()

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 const wxString kRussian = L"русский язык";
 const std::string kRussianInUtf8 = kRussian.utf8_string();
 
-/// The lines that the console would get.
+/// The lines that go to the console.
 class Console : public wxLog {
   public:
     wxString lines;
@@ -57,7 +57,7 @@ class SettingsFile : public testing::Test {
         return content_of(ini());
     }
 
-    /// What `key` is after it was written and the file opened again.
+    /// The value of `key` after it was written and the file was opened again.
     wxString written_and_read(const wxString& key, const wxString& value) const {
         write_setting(*open(), key, value);
         return read_setting(*open(), key, "English");
@@ -77,7 +77,7 @@ std::string in_utf16(const std::string& ascii) {
 
 }  // namespace
 
-TEST_F(SettingsFile, KeepsTheLinesThatAPersonWrote) {
+TEST_F(SettingsFile, KeepsManuallyWrittenLines) {
     EXPECT_EQ(after_write("# mine\n"
                           "\n"
                           "  Output =  /a b\n"
@@ -123,7 +123,7 @@ TEST_F(SettingsFile, ChangesNoEntryThatIsMarkedAsLocked) {
     EXPECT_EQ(after_write("!Optimize=1\n", "Optimize", "2"), "!Optimize=1\n");
 }
 
-TEST_F(SettingsFile, TakesNoEntryOfAGroupForItsOwn) {
+TEST_F(SettingsFile, IgnoresEntriesOfGroups) {
     EXPECT_EQ(read("[Group]\nLanguage=Deutsch\n", "Language"), "English");
     EXPECT_EQ(content_of(ini()), "Language=English\n[Group]\nLanguage=Deutsch\n");
 }
@@ -160,7 +160,7 @@ TEST_F(SettingsFile, ReadsOtherEncodingsAndWritesUtf8) {
     EXPECT_EQ(after_write("\xEF\xBB\xBFLanguage=Deutsch\n" + rest, "Language", kRussian), expected);
 }
 
-TEST_F(SettingsFile, PutsAsideWhatIsNotText) {
+TEST_F(SettingsFile, RenamesWhatIsNotText) {
     const std::string noise =
         "\x9C\x8B\x1F\x03\xD5\x7F\x11\xE2\x05\x99\x06\x41\x88\xB3\x0E\x17\n\xF1=\x90\x02";
     const std::string files[] = {std::string("Language=Deutsch\n") + '\0', noise,
@@ -174,7 +174,7 @@ TEST_F(SettingsFile, PutsAsideWhatIsNotText) {
     }
 }
 
-TEST_F(SettingsFile, PutsAsideWhatIsTooLarge) {
+TEST_F(SettingsFile, RenamesWhatIsTooLarge) {
     const std::string entry = "Language=Deutsch\n#";
     EXPECT_EQ(read(entry + std::string((1U << 20U) - entry.size(), 'x'), "Language"), "Deutsch");
     EXPECT_EQ(read(entry + std::string((1U << 20U) - entry.size() + 1, 'x'), "Language"),
@@ -182,7 +182,7 @@ TEST_F(SettingsFile, PutsAsideWhatIsTooLarge) {
     EXPECT_EQ(fs::file_size(ini() + ".bad"), (1U << 20U) + 1U);
 }
 
-TEST_F(SettingsFile, ReportsWhereItPutsAFileAndOverwritesNoOther) {
+TEST_F(SettingsFile, ReportsTheNewNameAndOverwritesNoFile) {
     write_file(ini(), std::string(1, '\0'));
     write_file(ini() + ".bad", "an older one");
     fs::create_symlink("nowhere", ini() + ".bad2");
@@ -195,7 +195,7 @@ TEST_F(SettingsFile, ReportsWhereItPutsAFileAndOverwritesNoOther) {
                                  wxString::FromUTF8(ini()) + ".bad3\n");
 }
 
-TEST_F(SettingsFile, PutsNoTextAside) {
+TEST_F(SettingsFile, RenamesNoTextFile) {
     const std::string files[] = {"", "\x01\x02\x03\x04=\x7F\n\t\v\f\r\n",
                                  "# caf\xE9 \x85\x93\t\v\f\r\n", "Output=/\xED\xA0\x80\n"};
     for (const std::string& bytes : files) {
@@ -220,7 +220,7 @@ TEST_F(SettingsFile, LeavesASymbolicLinkInPlace) {
               fs::perms::owner_read | fs::perms::owner_write);
 }
 
-TEST_F(SettingsFile, MakesTheFileThatALinkNames) {
+TEST_F(SettingsFile, CreatesTheTargetOfALink) {
     fs::create_directory(folder / "dots");
     fs::create_symlink("dots/vantreo", folder / "second");
     fs::create_symlink("second", ini());
@@ -230,7 +230,7 @@ TEST_F(SettingsFile, MakesTheFileThatALinkNames) {
     EXPECT_EQ(content_of(folder / "dots/vantreo"), "Optimize=2\n");
 }
 
-TEST_F(SettingsFile, PutsAsideWhatALinkLeadsTo) {
+TEST_F(SettingsFile, RenamesTheTargetOfALink) {
     write_file(folder / "target", std::string(1, '\0'));
     fs::create_symlink("target", ini());
     EXPECT_EQ(written_and_read("Optimize", "2"), "2");
@@ -238,7 +238,7 @@ TEST_F(SettingsFile, PutsAsideWhatALinkLeadsTo) {
     EXPECT_TRUE(fs::is_symlink(ini()));
 }
 
-TEST_F(SettingsFile, LeavesALinkThatLeadsNowhereInPlace) {
+TEST_F(SettingsFile, LeavesADanglingLinkInPlace) {
     for (const char* target : {"no folder/vantreo", "Vantreo.ini", "."}) {
         fs::create_symlink(target, ini());
         const auto config = open();

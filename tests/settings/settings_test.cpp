@@ -16,10 +16,10 @@ class Settings : public testing::Test {
     wxString read(const wxString& key) { return read_setting(*open(), key, defaultLanguage); }
     void write(const wxString& key, const wxString& value) { write_setting(*open(), key, value); }
 
-    /// What the file holds for `key`; "(none)" when it has no such entry.
+    /// The file's value of `key`; "(none)" if there is no such entry.
     wxString stored(const wxString& key) { return open()->Read(key, "(none)"); }
 
-    /// Opens the file anew, so that only what reached it is seen.
+    /// Opens the file again, so that only what was written is read.
     std::unique_ptr<wxFileConfig> open() {
         auto config = std::make_unique<wxFileConfig>("", "", folder.file("Vantreo.ini"), "",
                                                      wxCONFIG_USE_LOCAL_FILE, wxConvAuto());
@@ -75,7 +75,7 @@ TEST_F(Settings, StoreAnUnknownKeyEmpty) {
     EXPECT_EQ(stored("NoSuchKey"), "");
 }
 
-TEST_F(Settings, GiveAValueOfTheWrongFormAsItIs) {
+TEST_F(Settings, ReturnAMalformedValueUnchanged) {
     write("Optimize", "7");
     write("Overwrite", "TRUE");
     EXPECT_EQ(read("Optimize"), "7");

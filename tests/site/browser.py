@@ -13,7 +13,7 @@ _FLAGS = [
     "--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage", "--disable-quic",
     "--no-first-run", "--disable-background-networking", "--disable-component-update",
     "--disable-sync", "--disable-default-apps", "--disable-extensions", "--hide-scrollbars",
-    # No name is looked up but the server's own.
+    # Resolve no name except the server's own.
     "--host-resolver-rules=MAP * ~NOTFOUND, EXCLUDE 127.0.0.1",
 ]
 
@@ -25,7 +25,7 @@ class Browser:
         environment = {**os.environ, "HOME": home, "TMPDIR": home, "XDG_CONFIG_HOME": home,
                        "XDG_CACHE_HOME": home}
         self._session = None
-        # A process group of its own: whatever the browser leaves behind ends with it.
+        # Its own process group: all processes of the browser end with it.
         self._driver = subprocess.Popen(
             ["chromedriver", "--port=0"], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
             stderr=subprocess.DEVNULL, text=True, env=environment, start_new_session=True)
@@ -60,7 +60,7 @@ class Browser:
         self._folder.cleanup()
 
     def view(self, width, height, scheme):
-        """Sets the size of the page's view in pixels and the colour scheme, "light" or "dark"."""
+        """Sets the viewport's size in pixels and the colour scheme, "light" or "dark"."""
         self._devtools("Emulation.setDeviceMetricsOverride", width=width, height=height,
                        deviceScaleFactor=1, mobile=width < 600)
         self._devtools("Emulation.setEmulatedMedia",
@@ -73,7 +73,7 @@ class Browser:
         return self._call("POST", f"{self._session}/execute/sync", {"script": script, "args": []})
 
     def console(self):
-        """What the pages had the browser complain about since the last call."""
+        """The browser's console messages since the last call."""
         entries = self._call("POST", f"{self._session}/se/log", {"type": "browser"})
         return [entry["message"] for entry in entries]
 
@@ -89,7 +89,7 @@ class Browser:
         request = urllib.request.Request(
             self._base + path, method=method, headers={"Content-Type": "application/json"},
             data=None if body is None else json.dumps(body).encode())
-        # Straight to loopback, whatever proxy the environment names.
+        # Connect to loopback directly, without the environment's proxy.
         opener = urllib.request.build_opener(urllib.request.ProxyHandler({}))
         try:
             with opener.open(request, timeout=60) as answer:

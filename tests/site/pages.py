@@ -1,4 +1,4 @@
-"""The pages of the built site, read as a browser would read them."""
+"""The pages of the built site, parsed as a browser does."""
 
 import html.parser
 import os
@@ -42,7 +42,7 @@ def project_version():
 
 
 def file_of(path):
-    """The file that a web server gives for an address of the site."""
+    """The file that a web server serves for an address of the site."""
     return WWW / (path + "index.html" if path == "" or path.endswith("/") else path)
 
 
@@ -81,15 +81,15 @@ class Page(html.parser.HTMLParser):
         return [attributes for tag, attributes in self.elements if tag == name]
 
     def references(self):
-        """(element, attributes, address as written) of everything that the page points at."""
+        """(element, attributes, address as written) of everything that the page references."""
         for tag, attributes in self.elements:
             for key in ("href", "src", "srcset", "action", "poster", "data", "background"):
                 if key in attributes:
                     yield tag, attributes, attributes[key]
 
     def target(self, address):
-        """(path of the site, fragment) that a relative address leads to; above the site's root it
-        fails."""
+        """(path of the site, fragment) that a relative address leads to; fails above the site's
+        root."""
         root = "http://site.invalid/above/"
         url = urllib.parse.urlsplit(urllib.parse.urljoin(root + self.path, address))
         assert url.netloc == "site.invalid" and url.path.startswith("/above/"), (

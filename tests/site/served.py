@@ -14,7 +14,7 @@ SERVE = pathlib.Path(__file__).resolve().parents[2] / "site/serve"
 
 class Served:
     """`site/serve` as a child: `base` is the address that it printed, `state` the only folder that
-    it may write into."""
+    it may write to."""
 
     def __init__(self, *arguments):
         self._folder = tempfile.TemporaryDirectory()
@@ -61,7 +61,7 @@ def request(port, target, method="GET", host=None):
 
 
 def until(condition, seconds=10):
-    """Whether the condition comes true in time."""
+    """Whether the condition becomes true in time."""
     deadline = time.monotonic() + seconds
     while not condition():
         if time.monotonic() > deadline:

@@ -1,4 +1,4 @@
-"""What the web server answers, by the real nginx with the configuration that is published."""
+"""The answers of the real nginx with the published configuration."""
 
 import io
 import os
@@ -14,7 +14,7 @@ import unittest
 import pages
 import served
 
-# What the program finds the number by.
+# The program finds the number by these markers.
 REPLY_PATTERN = r"CURRENT_VERSION=>([0-9/.]*)b?<=CURRENT_VERSION"
 
 
@@ -31,7 +31,7 @@ class Addresses(unittest.TestCase):
         self.assertTrue(body.startswith(b"<!DOCTYPE html>"))
         return body
 
-    def test_every_page_that_the_program_opens_is_given_as_html(self):
+    def test_every_page_that_the_program_opens_is_html(self):
         for path in (*pages.OPENED, *pages.FRONT.values()):
             with self.subTest(path=path):
                 self.assertEqual(self.assert_page(path), pages.file_of(path).read_bytes())
@@ -43,25 +43,25 @@ class Addresses(unittest.TestCase):
                 self.assertEqual(self.assert_page(path + "?from=program&x=%C3%A9"), expected)
                 self.assertEqual(self.assert_page("/" + path), expected)
 
-    def test_the_version_reply_names_the_version_of_the_build(self):
+    def test_the_version_reply_has_the_version_of_the_build(self):
         for query in ("", "?version=1.24&os=MacOSX", "?version=0.10&os=Linux"):
             with self.subTest(query=query):
                 status, headers, body = self.site.request(pages.VERSION_REPLY + query)
                 self.assertEqual(status, 200)
                 self.assertEqual(headers["Content-Type"], "text/plain; charset=utf-8")
-                # The program reads one block of that size.
+                # The program reads one block of this size.
                 self.assertLessEqual(len(body), 1024)
                 found = re.search(REPLY_PATTERN, body.decode("utf-8"))
                 self.assertEqual(found.group(1), pages.project_version())
 
-    def test_the_download_pages_name_the_version_of_the_build(self):
+    def test_the_download_pages_have_the_version_of_the_build(self):
         version = pages.project_version()
         for path in ("Download", "FR/Telecharger"):
             text = self.assert_page(path).decode("utf-8")
             self.assertIn(f"<strong>{version}</strong>", text)
             self.assertEqual(set(re.findall(r"vantreo-([0-9.]+)\.tar", text)), {version})
 
-    def test_the_archive_holds_the_sources_of_that_version(self):
+    def test_the_archive_contains_the_sources_of_that_version(self):
         name = f"vantreo-{pages.project_version()}"
         status, headers, body = self.site.request(name + ".tar.gz")
         self.assertEqual(status, 200)
@@ -80,7 +80,7 @@ class Addresses(unittest.TestCase):
             status, headers, _ = self.site.request(path)
             self.assertEqual((status, headers["Content-Type"]), (200, kind))
 
-    def test_an_unknown_address_gets_the_page_for_that(self):
+    def test_an_unknown_address_gets_the_404_page(self):
         for path in ("Nowhere", "FR/Nulle_part", "a/b/c", "Download.html", "404.html"):
             with self.subTest(path=path):
                 status, headers, body = self.site.request(path)
@@ -92,11 +92,11 @@ class Addresses(unittest.TestCase):
         status, headers, _ = self.site.request("FR")
         self.assertEqual((status, headers["Location"]), (301, "/FR/"))
 
-    def test_nothing_outside_the_site_is_given_out(self):
+    def test_nothing_outside_the_site_is_served(self):
         for path in ("../CMakeCache.txt", "%2e%2e/%2e%2e/CMakeCache.txt", "FR/../../../../etc/passwd"):
             self.assertIn(self.site.request(path)[0], (400, 404))
 
-    def test_every_answer_carries_the_security_headers(self):
+    def test_every_answer_has_the_security_headers(self):
         for path in ("", "Download", pages.VERSION_REPLY, "Nowhere"):
             with self.subTest(path=path):
                 headers = self.site.request(path)[1]
@@ -109,9 +109,9 @@ class Addresses(unittest.TestCase):
 
 
 class Publishing(unittest.TestCase):
-    """The server block that is published, on a loopback port in place of port 80."""
+    """The published server block, on a loopback port instead of port 80."""
 
-    def test_the_published_server_block_gives_out_the_site(self):
+    def test_the_published_server_block_serves_the_site(self):
         with socket.socket() as free:
             free.bind(("127.0.0.1", 0))
             port = free.getsockname()[1]

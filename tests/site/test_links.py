@@ -1,4 +1,4 @@
-"""Where the pages lead."""
+"""The links of the pages."""
 
 import re
 import struct
@@ -12,7 +12,7 @@ class Links(unittest.TestCase):
     def setUpClass(cls):
         cls.pages = {path: pages.Page(path) for path in pages.PAGES}
 
-    def test_every_page_is_reached_from_the_front_page_of_its_language(self):
+    def test_every_page_is_linked_from_the_front_page_of_its_language(self):
         for language, front in pages.FRONT.items():
             reached, waiting = set(), [front]
             while waiting:
@@ -26,7 +26,7 @@ class Links(unittest.TestCase):
             wanted = {path for path in pages.PAGES if pages.language(path) == language}
             self.assertEqual(reached, wanted)
 
-    def test_no_page_is_forgotten_here(self):
+    def test_all_pages_are_tested_here(self):
         found = {str(file.relative_to(pages.WWW)) for file in pages.WWW.rglob("*")
                  if file.is_file() and file.read_bytes().startswith(b"<!DOCTYPE html>")}
         known = {str(pages.file_of(path).relative_to(pages.WWW)) for path in pages.PAGES}
@@ -52,7 +52,7 @@ class Links(unittest.TestCase):
                 with self.subTest(page=page.path, address=address):
                     self.assertFalse(address.startswith("/"))
 
-    def test_nothing_comes_from_another_site(self):
+    def test_nothing_is_loaded_from_another_site(self):
         for path in (*self.pages, "404.html"):
             page = self.pages.get(path) or pages.Page(path)
             for _, _, address in page.references():
@@ -65,7 +65,7 @@ class Links(unittest.TestCase):
             text = (pages.WWW / file).read_text().replace("http://www.w3.org/2000/svg", "")
             self.assertNotRegex(text, r"://|url\(|@import|xlink|href")
 
-    def test_no_page_carries_a_script_or_a_style_of_its_own(self):
+    def test_no_page_has_a_script_or_a_style_of_its_own(self):
         for path in (*self.pages, "404.html"):
             page = self.pages.get(path) or pages.Page(path)
             for tag, attributes in page.elements:
@@ -84,7 +84,7 @@ class Links(unittest.TestCase):
                              if element.get("hreflang") == language]
                     self.assertEqual(leads, [other])
 
-    def test_each_page_says_its_language_and_has_a_title_of_its_own(self):
+    def test_each_page_has_its_language_and_a_unique_title(self):
         titles = set()
         for path, page in self.pages.items():
             with self.subTest(page=path):
@@ -100,7 +100,7 @@ class Links(unittest.TestCase):
                 marked = {page.target(a["href"])[0] for a in page.all("a") if "aria-current" in a}
                 self.assertEqual(marked, {path})
 
-    def test_every_address_that_the_sources_name_is_a_page_with_its_partner(self):
+    def test_every_address_in_the_sources_is_a_page_with_a_partner(self):
         named = {}
         for file in (pages.SOURCES / "src").rglob("*.cpp"):
             for french, other in re.findall(r'page_address\(\s*"([^"]+)",\s*"([^"]+)"\)',
@@ -118,7 +118,7 @@ class Links(unittest.TestCase):
 
 
 class French(unittest.TestCase):
-    def test_no_line_breaks_before_a_high_sign(self):
+    def test_no_line_breaks_before_french_punctuation(self):
         seen = 0
         for path in (*pages.PAIRS.values(), pages.FRONT["fr"]):
             for language, text in pages.Page(path).prose:

@@ -10,7 +10,7 @@ import served
 
 SIZES = {"phone": (360, 740), "desktop": (1280, 800)}
 
-# Everything about the page in view, in one call. Colours are compared as WCAG 2 does.
+# Everything about the current page, in one call. Contrast is computed as in WCAG 2.
 LOOK = r"""
 const numbers = colour => colour.match(/[\d.]+/g).map(Number);
 const luminance = colour => {
@@ -86,11 +86,11 @@ class Look(unittest.TestCase):
         self.assertEqual((look["width"], look["scrollWidth"]), (SIZES[size][0],) * 2)
         self.assertEqual(look["wide"], [])
         self.assertEqual((look["broken"], look["strangers"]), ([], []))
-        # The style sheet is there.
+        # The style sheet was loaded.
         self.assertGreater(look["sheets"][0], 30)
 
-    def test_every_page_fits_and_can_be_read(self):
-        # A folder to keep pictures in, for a person who wants to look at them.
+    def test_every_page_fits_and_is_readable(self):
+        # A folder for screenshots, to look at them.
         pictures = os.environ.get("VANTREO_PICTURES")
 
         def check(size, scheme, path, look):
@@ -106,10 +106,10 @@ class Look(unittest.TestCase):
 
         self.each_view(pages.PAGES, check)
 
-    def test_the_page_for_unknown_addresses_finds_its_style_from_anywhere(self):
+    def test_the_404_page_finds_its_style_sheet_from_any_address(self):
         def check(size, _scheme, _path, look):
             self.assert_fits(size, look)
-            # The browser notes the status, and nothing else.
+            # The browser logs only the status.
             self.assertFalse([line for line in self.browser.console() if "404" not in line])
 
         self.each_view(["Nowhere", "FR/Nulle_part", "a/b/c"], check)

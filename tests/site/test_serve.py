@@ -1,4 +1,4 @@
-"""`site/serve` starts, keeps to itself and ends."""
+"""`site/serve` starts, stays on loopback and ends."""
 
 import os
 import pathlib
@@ -19,7 +19,7 @@ def listens(port):
 
 
 class Serve(unittest.TestCase):
-    def test_it_ends_on_a_signal_and_leaves_nothing(self):
+    def test_it_ends_on_a_signal_and_leaves_nothing_behind(self):
         for number in (signal.SIGTERM, signal.SIGINT, signal.SIGHUP):
             with self.subTest(signal=number), served.Served() as site:
                 self.assertEqual(site.request("")[0], 200)
@@ -31,7 +31,7 @@ class Serve(unittest.TestCase):
 
     def test_it_ends_with_the_process_that_started_it(self):
         with tempfile.TemporaryDirectory() as folder:
-            # The middle process starts the server, passes its address on and waits to be killed.
+            # The intermediate process starts the server, passes its address on and waits to be killed.
             middle = subprocess.Popen(
                 [sys.executable, "-c",
                  "import subprocess, sys, time\n"
@@ -55,14 +55,14 @@ class Serve(unittest.TestCase):
             site.process.wait()
             self.assertTrue(served.until(lambda: not listens(site.port)))
 
-    def test_it_takes_the_port_that_it_is_given(self):
+    def test_it_uses_the_given_port(self):
         with served.Served() as first:
             port = first.port
         with served.Served(str(port)) as site:
             self.assertEqual(site.base, f"http://127.0.0.1:{port}/")
             self.assertEqual(site.request("Contact")[0], 200)
 
-    def test_it_says_so_when_the_port_is_taken(self):
+    def test_it_reports_a_port_that_is_in_use(self):
         with served.Served() as site:
             second = subprocess.run([served.SERVE, str(site.port)], stdin=subprocess.DEVNULL,
                                     capture_output=True, text=True, timeout=30)
@@ -79,12 +79,12 @@ class Serve(unittest.TestCase):
                          if line.split()[3] == "0A" and line.split()[1].endswith(port)]
             self.assertEqual(listening, ["0100007F" + port])
 
-    def test_two_run_side_by_side(self):
+    def test_two_can_run_at_the_same_time(self):
         with served.Served() as one, served.Served() as other:
             self.assertNotEqual(one.port, other.port)
             self.assertEqual(one.request("")[0], other.request("")[0])
 
-    def test_it_says_so_when_the_site_is_not_built(self):
+    def test_it_reports_a_site_that_is_not_built(self):
         with tempfile.TemporaryDirectory() as folder:
             run = subprocess.run([served.SERVE], stdin=subprocess.DEVNULL, capture_output=True,
                                  text=True, timeout=30, env={**os.environ, "VANTREO_BUILD": folder})

@@ -13,7 +13,7 @@ CHECKER = pathlib.Path(os.environ["VANTREO_VALIDATOR"]) / "node_modules/vnu-jar/
 
 
 def complaints(*arguments):
-    """What the checker has to say, errors and warnings alike."""
+    """The checker's errors and warnings."""
     run = subprocess.run(
         ["java", "-Xss2m", "-XX:TieredStopAtLevel=1", "-jar", CHECKER, "--stdout", "--exit-zero-always",
          "--format", "json", *arguments], capture_output=True, text=True, check=True, timeout=120)

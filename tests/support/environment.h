@@ -3,7 +3,7 @@
 #include <wx/string.h>
 #include <wx/utils.h>
 
-/// Sets an environment variable until the end of its life; unset before, it is unset again.
+/// Sets an environment variable during its lifetime and restores the old state afterwards.
 class Environment {
   public:
     Environment(const wxString& variable, const wxString& value)

@@ -23,7 +23,7 @@ class Folder {
     TemporaryFolder folder;
 };
 
-/// The whole file as text; empty when there is none.
+/// The content of the file as text; empty if there is no file.
 wxString file_text(const wxString& path);
 
 /// Prints wide texts readably when an expectation fails.

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The program's own application object; each test makes its frame by the program's OnInit.
+/// The program's own application object; each test creates its frame with the program's OnInit.
 class TestApp : public MyApp {
   public:
     TestApp() { SetAppName("vantreo"); }

@@ -10,10 +10,10 @@
 #include "app/Vantreo.h"
 #include "support/folder.h"
 
-/// Runs the event loop until `condition` holds; false when it does not within `seconds`.
+/// Runs the event loop until `condition` holds; false after `seconds`.
 bool wait_until(const std::function<bool()>& condition, double seconds = 10.0);
 
-/// Runs the event loop until nothing is left to do at once.
+/// Runs the event loop until no events are pending.
 void run_pending_events();
 
 /// Answers every dialog that the program shows, and remembers it.
@@ -30,7 +30,7 @@ class DialogAnswers : public wxModalDialogHook {
 
     std::vector<Shown> shown;
 
-    /// What the next dialogs are answered with, in order; wxID_CANCEL beyond the last one.
+    /// The answers to the next dialogs, in order; wxID_CANCEL after the last one.
     std::vector<int> answers;
 
     /// Called while a dialog counts as open.
@@ -47,21 +47,21 @@ class FrameTest : public testing::Test {
     FrameTest();
     ~FrameTest() override;
 
-    /// Makes and shows the frame as the program does; settings are written before.
+    /// Creates and shows the frame as the program does, after writing the settings.
     void start();
 
     /// Closes the frame and lets the toolkit destroy it.
     void close();
 
     void setting(const wxString& key, const wxString& value);
-    /// What the settings file holds now.
+    /// The current content of the settings file.
     wxString stored(const wxString& key);
 
     // ---- the tools' doubles
 
     void remove_tool(const wxString& name);
     void restore_tool(const wxString& name);
-    /// Lets probes report this; an ordinary 120 s film by default.
+    /// Lets probes report this; by default an ordinary movie of 120 s.
     void report(const wxString& text) { doubles.write("report", text); }
     /// Lets transcodes print this on their error stream.
     void convert_prints(const wxString& text) { doubles.write("convert", text); }
@@ -70,15 +70,15 @@ class FrameTest : public testing::Test {
     void release(const wxString& tool = "ffmpeg");
     /// Command lines of the tools so far; fields are separated by a blank.
     std::vector<wxString> calls();
-    /// The same in short: "probe a.avi", "convert a.avi" or "mux a.srt".
+    /// A short form: "probe a.avi", "convert a.avi" or "mux a.srt".
     std::vector<wxString> steps();
     bool wait_for_steps(size_t count);
 
-    // ---- what a person does
+    // ---- what a user does
 
     void press(wxButton* button);
     void add(std::initializer_list<wxString> movies);
-    /// A press of Convert with `movies`, up to the moment when the first transcode runs.
+    /// Presses Convert with `movies` and waits until the first transcode runs.
     void start_run(std::initializer_list<wxString> movies);
     bool running();
 

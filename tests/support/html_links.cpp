@@ -49,7 +49,7 @@ std::vector<wxColour> text_colours(const wxHtmlWindow* box) {
     wxBitmap bitmap(1, 1);
     wxMemoryDC dc(bitmap);
     collect_colours(box->GetInternalRepresentation(), dc, colours);
-    // First comes the toolkit's own black, in which nothing is written.
+    // The first is the toolkit's own black, which no text has.
     colours.erase(colours.begin());
     return colours;
 }

@@ -9,11 +9,11 @@ class wxHtmlWindow;
 
 using Links = std::vector<wxString>;
 
-/// Targets of the links that a box shows, each once, in order.
+/// Targets of the links in a box, each once, in order.
 Links links_of(const wxHtmlWindow* box);
 
-/// The background colour that the shown page asks for.
+/// The background colour that the page sets.
 wxColour page_colour(const wxHtmlWindow* box);
 
-/// The colours that the shown page writes in, in order.
+/// The text colours of the page, in order.
 std::vector<wxColour> text_colours(const wxHtmlWindow* box);

@@ -7,7 +7,7 @@
 
 typedef struct _GtkWidget GtkWidget;
 
-/// A question as the toolkit shows it in front of the window, as long as the object lives.
+/// A question of the toolkit in front of the window, during the object's lifetime.
 class MessageBox {
   public:
     explicit MessageBox(const wxWindow& parent);
@@ -17,7 +17,7 @@ class MessageBox {
 
     GtkWidget* widget() const { return box; }
 
-    /// Of a line, in pixels.
+    /// The height of a line, in pixels.
     int text_height() const;
 
     int button_height() const;

@@ -21,7 +21,7 @@ wxString described(const wxWindow& control) {
     return wxString(control.GetClassInfo()->GetClassName()) + " \"" + text + "\"";
 }
 
-// ---- texts that the toolkit draws
+// ---- texts drawn by the toolkit
 
 void check_text(PangoLayout* text, int width, int height, Misfits& found) {
     int textWidth = 0;
@@ -37,7 +37,7 @@ void check_label(GtkWidget* label, Misfits& found) {
     gtk_widget_get_allocation(label, &place);
     check_text(gtk_label_get_layout(GTK_LABEL(label)), place.width, place.height, found);
 
-    // A control that is too small for its label lets the label stick out.
+    // The label sticks out of a control that is too small for it.
     GtkWidget* const parent = gtk_widget_get_parent(label);
     GtkAllocation around;
     gtk_widget_get_allocation(parent, &around);
@@ -53,7 +53,7 @@ void check_entry(GtkWidget* entry, Misfits& found) {
     GdkRectangle area;
     gtk_entry_get_text_area(GTK_ENTRY(entry), &area);
     PangoLayout* const text = gtk_entry_get_layout(GTK_ENTRY(entry));
-    // What a person types may be longer than the field; what can be chosen may not.
+    // Typed text may be longer than the field, a choice may not.
     const bool typed = gtk_editable_get_editable(GTK_EDITABLE(entry)) != 0;
     check_text(text, typed ? G_MAXINT : area.width, area.height, found);
 }
@@ -72,7 +72,7 @@ void check_texts(GtkWidget* widget, void* data) {
 
 // ---- HTML boxes
 
-/// Joins the places of the words, relative to the box, to `extent`.
+/// Adds the places of the words, relative to the box, to `extent`.
 void add_words(const wxHtmlCell* cell, wxRect& extent) {
     for (; cell != nullptr; cell = cell->GetNext()) {
         if (cell->IsTerminalCell() && !cell->IsFormattingCell())
@@ -82,7 +82,7 @@ void add_words(const wxHtmlCell* cell, wxRect& extent) {
     }
 }
 
-/// Where the words of the page stand in its box.
+/// The place of the page's words in its box.
 wxRect words_of(const wxHtmlWindow& box) {
     wxRect extent;
     add_words(box.GetInternalRepresentation()->GetFirstChild(), extent);
@@ -100,7 +100,7 @@ void check_html(const wxHtmlWindow& box, Misfits& found) {
 
 // ---- places
 
-/// Where a person sees something of the control.
+/// The visible place of the control.
 wxRect visible_rect(const wxWindow& control) {
     const auto* const box = dynamic_cast<const wxHtmlWindow*>(&control);
     if (box == nullptr)

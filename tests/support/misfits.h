@@ -8,15 +8,14 @@
 
 typedef struct _GtkWidget GtkWidget;
 
-/// What a person would see cut off or written over on a page that is shown and laid out: a line for
-/// each text that is larger than its control, each HTML page that is larger than its box, and each
-/// two controls of which one covers the other.
+/// What is cut off or covered on a visible page: a line for each text that is larger than its
+/// control, each HTML page that is larger than its box, and each pair of overlapping controls.
 ///
 /// Not reported: the progress box around its contents, the gauge before the first run, and boxes
 /// whose empty margins overlap while their texts do not.
 std::vector<wxString> misfits(const wxPanel& page);
 
-/// The same for the texts in one of the toolkit's own widgets, a dialog say.
+/// The same for the texts in one of the toolkit's own widgets, such as a dialog.
 std::vector<wxString> misfits_of_texts(GtkWidget* widget);
 
 /// The same for the titles of the pages.

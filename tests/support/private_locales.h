@@ -6,8 +6,8 @@
 
 #include "support/folder.h"
 
-/// Locales that only the running test knows, and an environment that names one of them. The
-/// destructor puts the environment back, and the program's locale.
+/// Locales for the running test only, and an environment that selects one of them. The destructor
+/// restores the environment and the program's locale.
 class PrivateLocales {
   public:
     PrivateLocales();
@@ -15,7 +15,7 @@ class PrivateLocales {
     PrivateLocales(const PrivateLocales&) = delete;
     PrivateLocales& operator=(const PrivateLocales&) = delete;
 
-    /// Makes a locale such as "de_DE.UTF-8", which takes a second; false when it cannot be made.
+    /// Makes a locale such as "de_DE.UTF-8", which takes a second; false if that fails.
     bool make(const wxString& name) const;
 
     /// Sets one of the variables that choose the locale and the languages; empty: unsets it.

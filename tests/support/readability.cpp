@@ -18,7 +18,7 @@ struct Search {
     std::vector<wxString> found;
 };
 
-/// Where the widget is in the picture of the window.
+/// The place of the widget in the screenshot of the window.
 wxRect place_of(GtkWidget* widget, const Search& search) {
     GtkAllocation size;
     gtk_widget_get_allocation(widget, &size);
@@ -30,7 +30,7 @@ wxRect place_of(GtkWidget* widget, const Search& search) {
                           gdk_pixbuf_get_height(search.picture)));
 }
 
-/// The commonest colour in that place: a text covers less than it leaves.
+/// The most common colour there: text covers the smaller part.
 wxColour background_of(const wxRect& place, GdkPixbuf* picture) {
     std::map<wxUint32, int> counts;
     const int channels = gdk_pixbuf_get_n_channels(picture);
@@ -48,7 +48,7 @@ wxColour background_of(const wxRect& place, GdkPixbuf* picture) {
     return colour;
 }
 
-/// How opaque the widget and all around it are.
+/// The combined opacity of the widget and its ancestors.
 double opacity_of(GtkWidget* widget) {
     double opacity = 1;
     for (; widget != nullptr; widget = gtk_widget_get_parent(widget)) {
@@ -106,7 +106,7 @@ GdkPixbuf* picture_of(GtkWidget* window) {
     const int height = gtk_widget_get_allocated_height(window);
     cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, width, height);
     cairo_t* const painter = cairo_create(surface);
-    gtk_container_check_resize(GTK_CONTAINER(window));  // what has changed has no place yet
+    gtk_container_check_resize(GTK_CONTAINER(window));  // changed widgets have no place yet
     gtk_widget_draw(window, painter);
     cairo_destroy(painter);
     GdkPixbuf* const picture = gdk_pixbuf_get_from_surface(surface, 0, 0, width, height);

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// A folder with a blank in its name that goes, with all it holds, at the end of the test.
+/// A folder with a blank in its name, removed with its content at the end of the test.
 class TemporaryFolder {
   public:
     TemporaryFolder();
@@ -19,7 +19,7 @@ class TemporaryFolder {
     /// Writes a file and returns its full path.
     std::string write(const std::string& name, const std::string& content) const;
 
-    /// The names of all that lies in the folder, sorted.
+    /// The names of all entries of the folder, sorted.
     std::vector<std::string> names() const;
 
   private:

@@ -1,6 +1,6 @@
-// Stands in for a bundle tool: records its arguments and does what files in a folder tell it.
+// Replaces a bundle tool: records its arguments and follows instructions in files of a folder.
 //
-// The folder is $TOOL_DOUBLE_DIR. "log" receives one line a start: the tool's name and its
+// The folder is $TOOL_DOUBLE_DIR. "log" gets one line per start: the tool's name and its
 // arguments, separated by unit separators (0x1F), so that any path stays one field. A probe
 // ("-i FILE") of no file, or of one whose name holds "bad", prints nothing; any other prints
 // "report". A transcode prints "convert" on the error stream, MP4Box prints "mux" on standard
@@ -38,14 +38,14 @@ void record(const fs::path& log, int argc, char** argv) {
     std::ofstream(log, std::ios::app | std::ios::binary) << line + "\n";
 }
 
-/// Takes the lock that every tool holds to its end.
+/// Takes the lock that every tool holds until it exits.
 void note_overlap(const fs::path& folder) {
     const int lock = ::open((folder / "lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     if (::flock(lock, LOCK_EX | LOCK_NB) != 0)
         std::ofstream(folder / "overlap");
 }
 
-/// A flood comes in pieces as large as a pipe.
+/// Floods in pieces as large as a pipe.
 void print(std::ostream& stream, const std::string& text, const fs::path& flood) {
     stream << text << std::flush;
     std::string piece;

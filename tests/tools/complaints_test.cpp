@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(Complaints, AreTheLinesThatBearAToolsName) {
+TEST(Complaints, AreTheLinesThatStartWithAToolsName) {
     EXPECT_EQ(Complaints().in("frame= 1 bitrate= 2\rffmpeg: no room\nStream #0\n"
                               "MP4Box: no text\n see ffmpeg: there\n"),
               "ffmpeg: no room\nMP4Box: no text\n");
@@ -17,7 +17,7 @@ TEST(Complaints, AreTheSameInEverySplit) {
     }
 }
 
-TEST(Complaints, KeepNoMoreThanTheBeginningOfAnEndlessLine) {
+TEST(Complaints, KeepOnlyTheStartOfAnEndlessLine) {
     Complaints complaints;
     EXPECT_EQ(complaints.in("ffmpeg: "), "");
     for (int piece = 0; piece < 100; ++piece)

@@ -18,7 +18,7 @@ class Runner : public FrameTest {
   protected:
     void SetUp() override {
         start();
-        // The frame takes the job as the one it is probing, and stops at its error.
+        // The frame treats the job as the one it is probing, and stops at its error.
         job = std::make_unique<Movie>(frame, "", "", 0);
         job->mode = "infos";
         job->infos = "(not called)";
@@ -28,7 +28,7 @@ class Runner : public FrameTest {
 
     void TearDown() override { frame->movies.clear(); }
 
-    /// Runs a shell script as the tool and returns what the job was told at its end.
+    /// Runs a shell script as the tool and returns what the job got at its end.
     template <class Tool>
     wxString end_of(const wxString& script) {
         Tool tool(job.get());
@@ -46,7 +46,7 @@ class Runner : public FrameTest {
     std::unique_ptr<Movie> job;
 };
 
-/// A stream that is always ahead of its reader.
+/// A stream that always has more to read.
 class EndlessStream : public wxInputStream {
   public:
     bool CanRead() const override { return true; }
@@ -65,37 +65,37 @@ class Reader : public FFmpeg {
 
 }  // namespace
 
-TEST_F(Runner, HandsOverTheErrorStreamAndOneLineEnd) {
+TEST_F(Runner, PassesOnTheErrorStreamAndOneLineEnd) {
     EXPECT_EQ(end_of<FFmpeg>("echo out; printf 'err 1\\\\nerr 2' >&2"), "err 1\nerr 2\n");
 }
 
-TEST_F(Runner, HandsOverTheStandardOutputOfMP4Box) {
+TEST_F(Runner, PassesOnTheStandardOutputOfMP4Box) {
     EXPECT_EQ(end_of<MP4Box>("echo err >&2; printf out"), "out\n");
 }
 
-TEST_F(Runner, HandsOverNothingForASilentTool) {
+TEST_F(Runner, PassesOnNothingForASilentTool) {
     EXPECT_EQ(end_of<FFmpeg>("echo out; exit 3"), "");
 }
 
-TEST_F(Runner, HandsOverNothingForASilentMP4Box) {
+TEST_F(Runner, PassesOnNothingForASilentMP4Box) {
     EXPECT_EQ(end_of<MP4Box>("echo err >&2"), "");
 }
 
-TEST_F(Runner, KeepsTheLanguageOfTheWindowFromTheTools) {
+TEST_F(Runner, HidesTheWindowsLanguageFromTheTools) {
     wxString inWindow;
     ASSERT_TRUE(wxGetEnv("LANGUAGE", &inWindow));
     EXPECT_EQ(inWindow, "en");
     EXPECT_EQ(end_of<FFmpeg>("echo ${LANGUAGE-unset} >&2"), "unset\n\n");
 }
 
-TEST_F(Runner, HandsOverNothingForAToolThatIsMissing) {
+TEST_F(Runner, PassesOnNothingForAMissingTool) {
     FFmpeg tool(job.get());
     job->ffmpeg = &tool;
     tool.Run("/no/such/tool -i \"x\"");
     EXPECT_TRUE(wait_until([&] { return tool.Ended(); }));
 }
 
-TEST_F(Runner, HearsFromToolsThatEndAtOnceThroughTheEventLoopOnly) {
+TEST_F(Runner, ReportsToolsThatExitAtOnceThroughTheEventLoopOnly) {
     job->mode = "cancel";
     for (int i = 0; i < 200; ++i) {
         FFmpeg tool(job.get());
@@ -133,7 +133,7 @@ TEST_F(Runner, ReadsEverythingThatIsThereInOneGo) {
     ASSERT_TRUE(wait_until([&] { return tool.Ended(); }));
 }
 
-TEST_F(Runner, TakesALimitedPieceOfAnEndlessOutput) {
+TEST_F(Runner, ReadsALimitedPieceOfEndlessOutput) {
     EndlessStream stream;
     EXPECT_EQ(Reader::ReadAvailable(stream).length(), size_t{1} << 20U);
 }
@@ -181,7 +181,7 @@ TEST_F(Runner, StopsPollingAtTheEnd) {
     EXPECT_FALSE(wait_until([&] { return tool.millis != millis; }, 1.5));
 }
 
-TEST_F(Runner, LeavesNoPipeOpenBehindAnEndedTool) {
+TEST_F(Runner, ClosesThePipesOfAnEndedTool) {
     FFmpeg tool(job.get());
     job->ffmpeg = &tool;
     tool.Run(shell("true"));

@@ -1,4 +1,4 @@
-// What a cancel ends, and when it returns.
+// What Cancel ends, and when it returns.
 
 #include <fcntl.h>
 #include <sys/prctl.h>
@@ -27,7 +27,7 @@ using namespace std::chrono_literals;
 
 constexpr long kSlowMillis = 300;
 
-/// Waits in a process that has blocked SIGTERM until it comes.
+/// Waits for SIGTERM in a process that has blocked it.
 void await_term() {
     sigset_t term;
     sigemptyset(&term);
@@ -65,7 +65,7 @@ void stays() {
 
 void ends_at_once() {}
 
-/// Another process of that name, with that as its behaviour. Gone at the end of the test.
+/// Another process with that name and behaviour, ended with the test.
 class Neighbour {
   public:
     Neighbour(const char* name, void (*behaviour)(), uid_t user = ::getuid()) {
@@ -110,8 +110,8 @@ class Neighbour {
     pid_t pid_ = -1;
 };
 
-/// Records whether the frame takes input, and whether the tools are told of the stop, a little
-/// later.
+/// Records shortly afterwards whether the frame accepts input and whether the stop is marked for
+/// the tools.
 class InputWatch : public wxTimer {
   public:
     explicit InputWatch(const wxWindow* watched) : window(watched) {
@@ -140,7 +140,7 @@ class Stop : public FrameTest {
         tool = std::make_unique<FFmpeg>(job.get());
     }
 
-    /// Stops with far more time than any test needs; what the console says of that.
+    /// Stops with much more time than any test needs; returns the console output.
     std::string stop(std::chrono::milliseconds limit = 60s) {
         testing::internal::CaptureStderr();
         const wxStopWatch watch;
@@ -149,7 +149,7 @@ class Stop : public FrameTest {
         return testing::internal::GetCapturedStderr();
     }
 
-    /// Stops; whether it found nothing left to wait for within its time.
+    /// Stops; true if nothing was left to wait for within the limit.
     bool stops_all() { return stop().find("Still running") == std::string::npos; }
 
     long millis = 0;  ///< how long the last stop lasted
@@ -193,7 +193,7 @@ TEST_F(Stop, EndsAnFFmpegThatAnotherOneStartsAtItsEnd) {
     EXPECT_FALSE(parent.runs());
 }
 
-TEST_F(Stop, NamesOnTheConsoleWhatIsLeftAtTheEndOfItsTime) {
+TEST_F(Stop, ReportsOnTheConsoleWhatStillRunsAtTheLimit) {
     const Neighbour stubborn("ffmpeg", stays);
     const std::string console = stop(1200ms);
     EXPECT_NE(console.find("Still running "), std::string::npos) << console;
@@ -210,7 +210,7 @@ TEST_F(Stop, DoesNotWaitForAnFFmpegThatOnlyWaitsToBeReaped) {
     EXPECT_TRUE(stops_all());
 }
 
-TEST_F(Stop, SparesProcessesWhoseNamesOnlyHoldTheWord) {
+TEST_F(Stop, SparesProcessesWhoseNamesOnlyContainTheWord) {
     const Neighbour longer("ffmpeg2", ends_when_asked);
     const Neighbour helper("ffmpeg-helper", ends_when_asked);
     const Neighbour behind("myffmpeg", ends_when_asked);
@@ -228,7 +228,7 @@ TEST_F(Stop, DoesNotWaitForAnotherUsersFFmpeg) {
     EXPECT_TRUE(other.runs());
 }
 
-TEST_F(Stop, TakesNoInputWhileACancelWaits) {
+TEST_F(Stop, AcceptsNoInputWhileACancelWaits) {
     const Neighbour slow("ffmpeg", ends_slowly);
     job->ffmpeg = tool.get();
     frame->movies = {job.get()};
@@ -241,7 +241,7 @@ TEST_F(Stop, TakesNoInputWhileACancelWaits) {
     EXPECT_TRUE(frame->IsEnabled());
 }
 
-TEST_F(Stop, SaysToItsOwnToolsThatItIsTheOneThatStopsThem) {
+TEST_F(Stop, MarksTheStopForItsOwnTools) {
     const Neighbour slow("ffmpeg", ends_slowly);
     InputWatch watch(frame);
     stop();
@@ -249,7 +249,7 @@ TEST_F(Stop, SaysToItsOwnToolsThatItIsTheOneThatStopsThem) {
     EXPECT_FALSE(stop_mark::is_left_by(::getpid()));
 }
 
-TEST_F(Stop, TakesItsMarkBackAtTheNextStartWhenAToolHasNotEnded) {
+TEST_F(Stop, RemovesItsMarkAtTheNextStartIfAToolHasNotEnded) {
     {
         const Neighbour stubborn("ffmpeg", stays);
         stop(100ms);
@@ -260,7 +260,7 @@ TEST_F(Stop, TakesItsMarkBackAtTheNextStartWhenAToolHasNotEnded) {
     EXPECT_TRUE(wait_until([this] { return tool->Ended(); }));
 }
 
-TEST_F(Stop, EndsAndAwaitsItsOwnToolAloneWithoutKillall) {
+TEST_F(Stop, EndsOnlyItsOwnToolWithoutKillall) {
     const Neighbour neighbour("ffmpeg", ends_when_asked);
     tool->Run(
         "sh -c \"trap '/bin/sleep 0.3; exit' TERM; echo >&2; while :; do /bin/sleep 0.02; done\"");

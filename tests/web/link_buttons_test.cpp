@@ -1,4 +1,4 @@
-// Links reached and followed without a pointer.
+// Reaching and following links without a pointer.
 
 #include <gtk/gtk.h>
 #include <wx/combobox.h>
@@ -25,7 +25,7 @@ void add_link_words(const wxHtmlCell* cell, const wxString& address, std::vector
     }
 }
 
-/// Where the words of the link stand in the box.
+/// The place of the link's text in the box.
 wxRect words_of_link(const wxHtmlWindow& box, const wxString& address) {
     std::vector<wxRect> words;
     add_link_words(box.GetInternalRepresentation(), address, words);
@@ -71,7 +71,7 @@ class LinkButtons : public FrameTest {
         return gtk_widget_child_focus(frame->GetHandle(), direction) != 0;
     }
 
-    /// What Tab goes through on the page: a link by its name, other controls by their kind.
+    /// The Tab order of the page: links by name, other controls by kind.
     Names stops(size_t page) const {
         frame->notebook->SetSelection(page);
         run_pending_events();
@@ -83,7 +83,7 @@ class LinkButtons : public FrameTest {
         return names;
     }
 
-    /// The button's place follows at the next frame that is drawn.
+    /// The button moves with the next frame.
     void expect_buttons_over_links(const wxHtmlWindow& box) {
         run_pending_events();
         Links addresses;
@@ -97,7 +97,7 @@ class LinkButtons : public FrameTest {
         EXPECT_EQ(addresses, links_of(&box));
     }
 
-    /// Records the addresses that the box is asked to follow, and opens none.
+    /// Records the addresses of followed links and opens none.
     void record(wxHtmlWindow& box, Links& followed) {
         box.Bind(wxEVT_HTML_LINK_CLICKED, [&followed](wxHtmlLinkEvent& event) {
             followed.push_back(event.GetLinkInfo().GetHref());
@@ -123,7 +123,7 @@ TEST_F(LinkButtons, AreReachedByTabInReadingOrder) {
                                "GtkButton"}));
 }
 
-TEST_F(LinkButtons, StandOverTheirLinks) {
+TEST_F(LinkButtons, ArePlacedOverTheirLinks) {
     start();
     const wxArrayString languages = frame->languages;
     for (const wxString& language : languages) {

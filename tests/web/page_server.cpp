@@ -81,7 +81,7 @@ void PageServer::send_all(int connection) {
         if (ending || left)
             return;
         ::send(connection, piece.data(), piece.size(), MSG_NOSIGNAL);
-        // The pause is over early when the other side goes.
+        // The pause ends early when the other side disconnects.
         if (between.count() > 0 && is_readable(connection, static_cast<int>(between.count())))
             left = true;
     }

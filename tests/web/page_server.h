@@ -6,8 +6,8 @@
 #include <thread>
 #include <vector>
 
-/// Answers one request on loopback with these pieces, one each `pause`, and then closes the
-/// connection or leaves it open until the other side has closed it.
+/// Answers one request on loopback with these pieces, with a `pause` after each, and then closes
+/// the connection or keeps it open until the other side closes it.
 class PageServer {
   public:
     enum class End { closes, staysOpen };
@@ -20,10 +20,10 @@ class PageServer {
     /// "127.0.0.1:PORT".
     std::string name() const;
 
-    /// The request's head; complete once the first piece was sent.
+    /// The request's head; complete once the first piece is sent.
     std::string request() const { return head; }
 
-    /// Waits until the other side has closed the connection; false when it has not by then.
+    /// Waits until the other side closes the connection; false at the deadline.
     bool is_left_within(std::chrono::milliseconds limit) const;
 
   private:

@@ -13,7 +13,7 @@ TEST(Site, AlwaysEndsInASlash) {
     EXPECT_EQ(site_base(), "http://127.0.0.1:8080/sub/");
 }
 
-TEST(Site, IsTheBuildsWhereTheEnvironmentNamesNone) {
+TEST(Site, IsTheBuildsUnlessTheEnvironmentSetsOne) {
     wxSetEnv("VANTREO_SITE", "");
     EXPECT_EQ(site_base(), kBuildSite);
     wxUnsetEnv("VANTREO_SITE");

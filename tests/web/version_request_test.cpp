@@ -24,7 +24,7 @@ using Clock = std::chrono::steady_clock;
 using End = PageServer::End;
 
 constexpr auto kEnough = 10s;
-/// Far less than any limit that a test waits for.
+/// Much less than any limit that a test waits for.
 constexpr auto kAtOnce = 2s;
 
 const std::string kText = "CURRENT_VERSION=>1.25<=CURRENT_VERSION";
@@ -36,10 +36,10 @@ constexpr auto kTick = 2ms;
 
 std::atomic<int> slowLookUps = 0;
 
-/// The environment names no proxy but those of the test.
+/// The environment has no proxies except the test's.
 class VersionRequest : public testing::Test {
   protected:
-    /// What `server` is understood to say; `elapsed` is how long that lasted.
+    /// The reply of `server` as the program reads it; `elapsed` is the time that it took.
     std::optional<wxString> ask(const PageServer& server,
                                 std::chrono::milliseconds limit = kEnough) {
         return ask("http://" + server.name() + "/page?a=b", limit);
@@ -61,7 +61,7 @@ class VersionRequest : public testing::Test {
 
 }  // namespace
 
-/// In place of the C library's: the look-up of this one name lasts longer than any test.
+/// Replaces the C library's: looking up this name takes longer than any test.
 extern "C" int getaddrinfo(const char* host, const char* port, const addrinfo* hints,
                            addrinfo** found) {
     if (std::strcmp(host, "slow.invalid") == 0) {
@@ -87,7 +87,7 @@ TEST_F(VersionRequest, FindsTheNumberBetweenTheMarkers) {
     EXPECT_GT(released_version("CURRENT_VERSION=>1.3<=CURRENT_VERSION"), 1.24);
 }
 
-TEST_F(VersionRequest, TakesAnythingElseForNoRelease) {
+TEST_F(VersionRequest, TreatsAnythingElseAsNoRelease) {
     for (const wxString reply :
          {"", "1.25", "CURRENT_VERSION=>1.25", "CURRENT_VERSION=><=CURRENT_VERSION",
           "CURRENT_VERSION=>new<=CURRENT_VERSION"})
@@ -100,9 +100,9 @@ TEST_F(VersionRequest, ReadsAReplyThatIsCutInsideACharacter) {
     EXPECT_EQ(reply_text("CURRENT_VERSION=>1.25<=CURRENT_VERSION \xED\xB8\x96 page"), "");
 }
 
-// ---- the beginning of a page -------------------------------------------------------------------
+// ---- the start of a page -----------------------------------------------------------------------
 
-TEST_F(VersionRequest, TakesTheFirstOfTwoNumbers) {
+TEST_F(VersionRequest, UsesTheFirstOfTwoNumbers) {
     EXPECT_EQ(released_version("CURRENT_VERSION=>1.3<=CURRENT_VERSION\n"
                                "CURRENT_VERSION=>1.2<=CURRENT_VERSION"),
               1.3);
@@ -121,7 +121,7 @@ TEST_F(VersionRequest, AsksTheSiteForThePage) {
               "GET /page?a=b HTTP/1.1\r\nHost: " + server.name() + "\r\n");
 }
 
-TEST_F(VersionRequest, UnderstandsACompleteReplyAtOnceThoughTheConnectionStaysOpen) {
+TEST_F(VersionRequest, ReadsACompleteReplyAtOnceAlthoughTheConnectionStaysOpen) {
     const PageServer server({kHead + kLength + "Connection: keep-alive\r\n\r\n" + kText},
                             End::staysOpen);
     EXPECT_EQ(ask(server), wxString(kText));
@@ -129,7 +129,7 @@ TEST_F(VersionRequest, UnderstandsACompleteReplyAtOnceThoughTheConnectionStaysOp
     EXPECT_TRUE(server.is_left_within(1s));
 }
 
-TEST_F(VersionRequest, UnderstandsAReplyWithoutALengthWhenTheTimeIsOver) {
+TEST_F(VersionRequest, ReadsAReplyWithoutALengthAtTheTimeout) {
     const PageServer server({kHead + "\r\n" + kText}, End::staysOpen);
     EXPECT_EQ(ask(server, 500ms), wxString(kText));
     EXPECT_GE(elapsed, 500ms - kTick);
@@ -165,7 +165,7 @@ TEST_F(VersionRequest, ReadsNoMoreThanOneBlock) {
     EXPECT_LT(elapsed, kAtOnce);
 }
 
-TEST_F(VersionRequest, TakesAnErrorForNoAnswer) {
+TEST_F(VersionRequest, TreatsAnErrorAsNoAnswer) {
     const PageServer server({"HTTP/1.1 404 Not Found\r\n" + kLength + "\r\n" + kText},
                             End::staysOpen);
     EXPECT_FALSE(ask(server));
@@ -181,7 +181,7 @@ TEST_F(VersionRequest, DoesNotFollowARedirect) {
     EXPECT_EQ(target.request(), "");
 }
 
-TEST_F(VersionRequest, GivesUpAndLeavesASilentServerAtItsLimit) {
+TEST_F(VersionRequest, DisconnectsFromASilentServerAtItsLimit) {
     const PageServer server({}, End::staysOpen);
     EXPECT_FALSE(ask(server, 300ms));
     EXPECT_GE(elapsed, 300ms - kTick);
@@ -189,7 +189,7 @@ TEST_F(VersionRequest, GivesUpAndLeavesASilentServerAtItsLimit) {
     EXPECT_TRUE(server.is_left_within(1s));
 }
 
-TEST_F(VersionRequest, GivesUpAndLeavesAServerThatDripsAtItsLimit) {
+TEST_F(VersionRequest, DisconnectsFromASlowServerAtItsLimit) {
     const std::string reply = kHead + kLength + "\r\n" + kText;
     std::vector<std::string> bytes;
     for (const char byte : reply)
@@ -201,8 +201,8 @@ TEST_F(VersionRequest, GivesUpAndLeavesAServerThatDripsAtItsLimit) {
     EXPECT_TRUE(server.is_left_within(1s));
 }
 
-TEST_F(VersionRequest, GivesUpAtItsLimitWhenNobodyTakesTheConnection) {
-    // One that is never accepted fills the queue, and the system drops what comes after it.
+TEST_F(VersionRequest, GivesUpAtItsLimitWhenTheConnectionIsNotAccepted) {
+    // A connection that is never accepted fills the queue, and the system drops the next ones.
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = ::htonl(INADDR_LOOPBACK);
@@ -221,14 +221,14 @@ TEST_F(VersionRequest, GivesUpAtItsLimitWhenNobodyTakesTheConnection) {
     ::close(listener);
 }
 
-TEST_F(VersionRequest, GivesUpAtItsLimitWhenTheLookUpOfTheNameLasts) {
+TEST_F(VersionRequest, GivesUpAtItsLimitDuringASlowNameLookUp) {
     EXPECT_FALSE(ask("http://slow.invalid/", 300ms));
     EXPECT_EQ(slowLookUps, 1);
     EXPECT_GE(elapsed, 300ms - kTick);
     EXPECT_LT(elapsed, 300ms + kAtOnce);
 }
 
-TEST_F(VersionRequest, CannotAskByAnythingButPlainHttp) {
+TEST_F(VersionRequest, SupportsOnlyPlainHttp) {
     for (const char* address : {"https://127.0.0.1/", "ftp://127.0.0.1/", "file:///etc/passwd",
                                 "127.0.0.1", "http://", ""}) {
         EXPECT_FALSE(ask(address, kEnough)) << address;
@@ -268,7 +268,7 @@ TEST_F(VersionRequest, LeavesTheUsualPortOutOfTheAddress) {
         << server.request();
 }
 
-TEST_F(VersionRequest, AsksThisMachineItself) {
+TEST_F(VersionRequest, AsksThisMachineDirectly) {
     const PageServer server({kHead + kLength + "\r\n" + kText}, End::closes);
     const PageServer unused({kHead + kLength + "\r\n" + kText}, End::closes);
     const Environment through("http_proxy", unused.name());
@@ -276,7 +276,7 @@ TEST_F(VersionRequest, AsksThisMachineItself) {
     EXPECT_EQ(unused.request(), "");
 }
 
-TEST_F(VersionRequest, AsksAnExceptionItself) {
+TEST_F(VersionRequest, AsksAnExcludedServerDirectly) {
     const PageServer unused({kHead + kLength + "\r\n" + kText}, End::closes);
     const Environment through("http_proxy", unused.name());
     const Environment excepted("no_proxy", "invalid");
@@ -284,7 +284,7 @@ TEST_F(VersionRequest, AsksAnExceptionItself) {
     EXPECT_EQ(unused.request(), "");
 }
 
-TEST_F(VersionRequest, AsksEveryServerItselfWhenAllAreExceptions) {
+TEST_F(VersionRequest, AsksEveryServerDirectlyWhenAllAreExcluded) {
     const PageServer unused({kHead + kLength + "\r\n" + kText}, End::closes);
     const Environment through("http_proxy", unused.name());
     const Environment excepted("NO_PROXY", "*");
@@ -292,7 +292,7 @@ TEST_F(VersionRequest, AsksEveryServerItselfWhenAllAreExceptions) {
     EXPECT_EQ(unused.request(), "");
 }
 
-TEST_F(VersionRequest, AsksNobodyWhenTheProxyCannotBeUsed) {
+TEST_F(VersionRequest, AsksNoServerWhenTheProxyCannotBeUsed) {
     const Environment through("http_proxy", "socks5://127.0.0.1:1");
     EXPECT_FALSE(ask("http://no-such-name.invalid/", kEnough));
     EXPECT_LT(elapsed, kAtOnce);

@@ -1,5 +1,5 @@
-"""What all tests of films need: making them, handing them to the tools as the program does, and
-measuring what comes out."""
+"""Helpers for all tests with movies: they make movies, run the tools as the program does, and
+measure the result."""
 
 import json
 import os
@@ -15,10 +15,10 @@ TOOLS = Path(os.environ["VANTREO_TOOLS"])
 FFMPEG = TOOLS / "ffmpeg"
 DEADLINE = 100
 
-# What fails here on purpose is not to be shown on the desktop of whoever runs the tests.
+# Intended failures must not show notifications on the desktop of whoever runs the tests.
 os.environ["DBUS_SESSION_BUS_ADDRESS"] = "disabled:"
 
-# What the program reads out of a report; "." matches line breaks there too.
+# What the program reads from a report; "." matches line breaks there too.
 REPORT = re.compile(
     rb"Duration: ([0-9:]{8}).*Stream #[0-9/.]{3}.* Video:.* "
     rb"([0-9]{1,6})x([0-9]{1,6})[ ,/,]{1}.* ([0-9/.]+) tb",
@@ -35,7 +35,7 @@ OPTIONS = (
     "-f ipod"
 ).split()
 
-# Options of a film that is soon made.
+# Options for a movie that is quick to make.
 SMALL = ("-c:v", "mpeg4", "-q:v", 4, "-c:a", "aac")
 
 LIMIT = 480
@@ -66,12 +66,12 @@ class Ended:
 
     @property
     def messages(self) -> list[str]:
-        """What was said besides progress."""
+        """The output other than progress."""
         return [line for line in self.text.splitlines() if line and not line.startswith("frame=")]
 
 
 def ffmpeg(*arguments: object) -> None:
-    """The system's ffmpeg, for making films."""
+    """The system's ffmpeg, for making movies."""
     subprocess.run(
         ["ffmpeg", "-nostdin", "-v", "error", "-y", *map(os.fspath, map(_word, arguments))],
         check=True,
@@ -143,7 +143,7 @@ def frame_sums(path: Path, filters: str = "null", index: str = "v:0") -> list[st
 
 
 def ssim(one: Path, other: Path, to_one: str = "null", to_other: str = "null") -> float:
-    """How alike two films' pictures are, 1 for the same, after filters on each."""
+    """The similarity of two movies' pictures after filters on each; 1 means identical."""
     in_step = "settb=1/25,setpts=N"
     chain = f"[0:v]{to_one},{in_step}[a];[1:v]{to_other},{in_step}[b];[a][b]ssim"
     answer = subprocess.run(
@@ -157,8 +157,7 @@ def ssim(one: Path, other: Path, to_one: str = "null", to_other: str = "null") -
 
 
 def pitch_of(path: Path, index: str = "a:0", after: float = 0) -> int:
-    """The pitch of a pure tone in Hz after so many seconds, by its zero crossings, to the nearest
-    ten."""
+    """The pitch of a pure tone in Hz after so many seconds, by its zero crossings, to the nearest ten."""
     answer = subprocess.run(
         ["ffmpeg", "-nostdin", "-v", "error", "-i", path, "-map", f"0:{index}", "-ac", "1"]
         + ["-ar", "8000", "-af", f"atrim={after + 0.3}:{after + 0.8}", "-f", "s16le", "-"],
@@ -171,14 +170,14 @@ def pitch_of(path: Path, index: str = "a:0", after: float = 0) -> int:
     return round(crossings * 8000 / len(samples) / 10) * 10
 
 
-def damage_sound(film: Path, first: int = 0, count: int | None = None, sound: int = 0) -> None:
-    """Damages so many of a sound's packets from the one on, or all that follow."""
-    data = bytearray(film.read_bytes())
-    packets = probe(film, "-show_packets", "-select_streams", f"a:{sound}")["packets"]
+def damage_sound(movie: Path, first: int = 0, count: int | None = None, sound: int = 0) -> None:
+    """Damages `count` packets of an audio stream, starting with `first`, or all from there on."""
+    data = bytearray(movie.read_bytes())
+    packets = probe(movie, "-show_packets", "-select_streams", f"a:{sound}")["packets"]
     for packet in packets[first:][:count]:
         start, size = int(packet["pos"]), int(packet["size"])
         data[start : start + size] = b"\xff" * size
-    film.write_bytes(data)
+    movie.write_bytes(data)
 
 
 def asked_size(report: Report) -> tuple[int, int]:
@@ -192,24 +191,24 @@ def asked_size(report: Report) -> tuple[int, int]:
     return width, height
 
 
-class FilmCase(unittest.TestCase):
+class MovieCase(unittest.TestCase):
     def setUp(self) -> None:
-        folder = tempfile.TemporaryDirectory(prefix="films-")
+        folder = tempfile.TemporaryDirectory(prefix="movies-")
         self.addCleanup(folder.cleanup)
         self.folder = Path(folder.name)
         self.out = self.folder / "out.mp4"
 
-    def film(self, name: str, *arguments: object) -> Path:
-        """Makes a film by these inputs and options."""
+    def movie(self, name: str, *arguments: object) -> Path:
+        """Makes a movie from these inputs and options."""
         path = self.folder / name
         ffmpeg(*arguments, b"file:" + os.fsencode(path))
         return path
 
     def sounds(self, name: str, *pitches: int, more: tuple = SMALL) -> Path:
-        """A film of a second with a tone of each pitch as a sound of its own."""
+        """A movie of one second with one audio stream per pitch."""
         inputs = [word for pitch in pitches for word in tone(1, pitch)]
         maps = [word for at in range(len(pitches) + 1) for word in ("-map", at)]
-        return self.film(name, *picture(1), *inputs, *maps, *more)
+        return self.movie(name, *picture(1), *inputs, *maps, *more)
 
     def run_tool(self, *arguments: object, **more: object) -> Ended:
         environment = os.environ | more.pop("environment", {})
@@ -243,7 +242,7 @@ class FilmCase(unittest.TestCase):
     def transcode(
         self, path: object, width: int, height: int, *, rate: bool = False, **more: object
     ) -> Ended:
-        """Runs the program's command line; `rate` is whether it asks for 30000/1001."""
+        """Runs the program's command line; `rate` asks for 30000/1001."""
         asked = ["-r", "30000/1001"] if rate else []
         out = more.pop("out", self.out)
         return self.run_tool(
@@ -251,8 +250,8 @@ class FilmCase(unittest.TestCase):
         )
 
     def convert(self, path: os.PathLike | bytes | str, **more: object) -> Report:
-        """Reports and converts as the program does, and expects success; what was reported. What
-        was said is in `self.ended`."""
+        """Reports and converts as the program does, and expects success; returns the report. The
+        output is in `self.ended`."""
         report = self.report(path, **more)
         self.ended = self.transcode(path, *asked_size(report), rate=report.rate > 29.97, **more)
         self.assertEqual(self.ended.status, 0, self.ended.text)
