@@ -33,11 +33,11 @@ def machine() -> dict[str, Any]:
 
 def versions() -> str:
     packages = ["ffmpeg", "handbrake-cli", "libwxgtk3.2-1", "libgtk-3-0"]
-    told = subprocess.run(
+    answer = subprocess.run(
         ["dpkg-query", "-W", "-f", "${Package} ${Version}, ", *packages],
         capture_output=True, text=True,
     )  # fmt: skip
-    return told.stdout.removesuffix(", ")
+    return answer.stdout.removesuffix(", ")
 
 
 def measured(part: str, scale: ground.Scale) -> dict[str, Any]:

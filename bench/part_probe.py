@@ -58,8 +58,8 @@ def measure(scale: Scale) -> list[Figure]:
             figures.append(ratio_figure("probe", name, ours, others, 1.3))
             points.append((count, median(ours)))
     exponent = growth_exponent(points)
-    note = "exponent"
     figures.append(
-        Figure("probe", "growth with the number of movies", exponent, "", LONGEST_STRAIGHT_EXPONENT, note=note)
+        Figure("probe", "growth with the number of movies", exponent, "", LONGEST_STRAIGHT_EXPONENT,
+               note="exponent")  # fmt: skip
     )
     return figures

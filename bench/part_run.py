@@ -49,10 +49,10 @@ class Runs:
     def _record(self) -> list[list[str]]:
         """The commands that the program's tool passes to the system's ffmpeg."""
         self.witnessed()
-        told = [path.read_text().split("\0")[:-1] for path in self.records.glob("*.arguments")]
+        arguments = [path.read_text().split("\0")[:-1] for path in self.records.glob("*.arguments")]
         commands = []
         for movie in self.movies:
-            (command,) = [words for words in told if f"file:{movie}" in words]
+            (command,) = [words for words in arguments if f"file:{movie}" in words]
             commands.append(["ffmpeg", *command[:-1], f"file:{self._beside(movie)}"])
         return commands
 
@@ -119,12 +119,12 @@ class Runs:
     def likeness(self, made: Path) -> float:
         """SSIM against the first movie, at its size."""
         scaled = "[0:v]scale=1280:720:flags=bicubic,setpts=N[a];[1:v]setpts=N[b];[a][b]ssim"
-        told = subprocess.run(
+        done = subprocess.run(
             ["ffmpeg", "-nostdin", "-hide_banner", "-i", made, "-i", self.movies[0]]
             + ["-filter_complex", scaled, "-an", "-f", "null", "-"],
             check=True, capture_output=True, text=True,
         )  # fmt: skip
-        return float(re.findall(r"All:([0-9.]+)", told.stderr)[-1])
+        return float(re.findall(r"All:([0-9.]+)", done.stderr)[-1])
 
 
 def told_apart(runs: dict[str, list[float]]) -> list[Figure]:

@@ -26,7 +26,7 @@ class Themes : public FrameTest, public testing::WithParamInterface<const char*>
   protected:
     Themes() {
         choose(GetParam());
-        setting("Output", "/films");
+        setting("Output", "/movies");
     }
     ~Themes() override {
         if (frame != nullptr)

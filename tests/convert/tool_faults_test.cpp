@@ -156,7 +156,7 @@ TEST_F(ToolFaults, AToolThatClosesItsStreamsIsWaitedFor) {
     EXPECT_TRUE(percent_shown("50%"));
     expect_alive();
     EXPECT_TRUE(running());
-    EXPECT_EQ(frame->labelPercent->GetLabel(), "50%") << "what it had told stays";
+    EXPECT_EQ(frame->labelPercent->GetLabel(), "50%") << "the last value stays";
     release();
     EXPECT_TRUE(ends_with(kCompleted));
 }

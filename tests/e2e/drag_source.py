@@ -3,7 +3,7 @@
     drag_source.py < PATHS
 
 PATHS are file paths with a NUL between them. The window stands in the top left corner of the
-screen. Standard output tells, one word a line, what happens: "ready" (the window can be pressed),
+screen. Standard output reports the steps, one word per line: "ready" (the window can be pressed),
 "begun" (the files hang on the pointer), "accepted" (the window under the pointer would take them),
 then "dropped" (it has taken them), "failed" or, when none of that has come in time, "late". The
 program ends with the drag.
@@ -21,22 +21,22 @@ from gi.repository import Gdk, GLib, Gtk  # noqa: E402
 DEADLINE_SECONDS = 20
 
 
-def tell(word: str) -> None:
+def report(word: str) -> None:
     print(word, flush=True)
 
 
 def end(word: str) -> None:
-    tell(word)
+    report(word)
     Gtk.main_quit()
 
 
 def on_begin(_window: Gtk.Window, context: Gdk.DragContext) -> None:
     context.connect(
         "action-changed",
-        lambda _context, action: action == Gdk.DragAction.COPY and tell("accepted"),
+        lambda _context, action: action == Gdk.DragAction.COPY and report("accepted"),
     )
     context.connect("dnd-finished", lambda _context: end("dropped"))
-    tell("begun")
+    report("begun")
 
 
 def main() -> None:
@@ -51,7 +51,7 @@ def main() -> None:
     window.connect("drag-begin", on_begin)
     window.connect("drag-data-get", lambda _window, _context, data, *_: data.set_uris(uris))
     window.connect("drag-failed", lambda *_: end("failed"))
-    window.connect("map-event", lambda *_: tell("ready"))
+    window.connect("map-event", lambda *_: report("ready"))
     GLib.timeout_add_seconds(DEADLINE_SECONDS, end, "late")
     window.show()
     Gtk.main()

@@ -1,7 +1,7 @@
 """Drives the program's real window from outside, as a user does.
 
-It reads the window from the accessibility bus and acts on it with the pointer and the keyboard. Use it
-inside tests/with_display.
+It reads the window from the accessibility bus and acts on it with the pointer and the keyboard. Use
+it inside tests/with_display.
 
 The bus's client library caches what it reads, so the cache is cleared before each reading.
 """
@@ -600,8 +600,8 @@ class Vantreo(Program):
 
             def expect(word: str) -> None:
                 # After a timeout, the source ends with another word.
-                if (told := source.stdout.readline().strip()) != word:
-                    raise NotSeen(f'not seen in the drag: "{word}", but "{told}"')
+                if (seen := source.stdout.readline().strip()) != word:
+                    raise NotSeen(f'not seen in the drag: "{word}", but "{seen}"')
 
             source.stdin.write("\0".join(map(str, paths)))
             source.stdin.close()

@@ -157,7 +157,7 @@ def ssim(one: Path, other: Path, to_one: str = "null", to_other: str = "null") -
 
 
 def pitch_of(path: Path, index: str = "a:0", after: float = 0) -> int:
-    """The pitch of a pure tone in Hz after so many seconds, by its zero crossings, to the nearest ten."""
+    """The pitch of a pure tone in Hz after so many seconds, by zero crossings, rounded to ten."""
     answer = subprocess.run(
         ["ffmpeg", "-nostdin", "-v", "error", "-i", path, "-map", f"0:{index}", "-ac", "1"]
         + ["-ar", "8000", "-af", f"atrim={after + 0.3}:{after + 0.8}", "-f", "s16le", "-"],

@@ -83,7 +83,8 @@ class Broken(MovieCase):
     def test_a_movie_of_less_than_a_second(self) -> None:
         movie = self.movie("short.avi", *picture(0.6), "-c:v", "mpeg4")
         said = self.ask(movie).messages[-1]
-        self.assertEqual(said, f"ffmpeg: '{movie}' cannot be converted: it is shorter than a second")
+        reason = "it is shorter than a second"
+        self.assertEqual(said, f"ffmpeg: '{movie}' cannot be converted: {reason}")
         row(SECTION, "a movie of 0.6 seconds", said.replace(str(movie), "FILE"))
 
     def test_a_system_without_ffprobe(self) -> None:
@@ -117,7 +118,8 @@ class Broken(MovieCase):
             seconds = frame_times(self.out)[-1]
             self.assertTrue(0.8 < seconds < 2.6, seconds)
             container = movie.suffix[1:].upper()
-            row(SECTION, f"the first half of a movie in {container}", "what can be read is converted")
+            case = f"the first half of a movie in {container}"
+            row(SECTION, case, "what can be read is converted")
         movie = self.movie("tail.mp4", *picture(3), "-c:v", "libx264")
         with movie.open("r+b") as file:
             file.truncate(movie.stat().st_size // 2)

@@ -122,7 +122,8 @@ class Length(MovieCase):
         movie = self.with_late_subtitle("movie.mkv")
         self.check_whole("5 s in Matroska with a subtitle at 60 s", movie)
         movie.write_bytes(movie.read_bytes().replace(b"DURATION", b"DURATIOX"))
-        self.check_whole("5 s in Matroska with a subtitle at 60 s, without the streams' lengths", movie)
+        case = "5 s in Matroska with a subtitle at 60 s, without the streams' lengths"
+        self.check_whole(case, movie)
 
     def test_a_movie_whose_second_audio_track_outlasts_it(self) -> None:
         for name in ("movie.mp4", "movie.mpg"):

@@ -14,8 +14,8 @@ from table import row
 SECTION = "The movie"
 SILENT = "was made, without sound."
 
-# Logs its arguments and passes them on to the system's tool. "$listens" is set when ffprobe is asked
-# to decode audio, "$hears" when ffmpeg is asked to encode some.
+# Logs its arguments and passes them on to the system's tool. "$listens" is set when ffprobe is to
+# decode audio, "$hears" when ffmpeg is to encode some.
 RECORDER = """#!/bin/sh
 echo "$*" >> {log}
 case "$*" in *"-select_streams a"*) listens=1;; esac

@@ -24,7 +24,8 @@ class Metadata(MovieCase):
         self.convert(movie, environment={"TZ": "UTC"})
         self.assertEqual(self.tags()["creation_time"], f"{date}.000000Z")
         self.assertGreater(self.out.stat().st_mtime, before - 2)
-        row(SECTION, case, "the same in the MP4 file; the file on disk has the time of the conversion")
+        outcome = "the same in the MP4 file; the file on disk has the time of the conversion"
+        row(SECTION, case, outcome)
 
     def test_the_recording_date(self) -> None:
         for name in ("movie.mov", "movie.mkv"):

@@ -91,7 +91,7 @@ class FailureNotes(OutputCase):
         self.assertEqual(names(self.place), ["movie.mp4.failed.txt"])
         text = self.note()
         self.assertTrue(text.startswith(FIRST_LINE), text)
-        expected = ("movie.avi", "movie.mp4", "not a movie", "was only read", "There is no MP4 file")
+        expected = ("movie.avi", "movie.mp4", "not a movie", "was only read", "is no MP4 file")
         for words in expected:
             self.assertIn(words, text)
         self.assertEqual(text.splitlines()[3], "What you can do:")
@@ -191,7 +191,8 @@ class FailureNotes(OutputCase):
         )
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
         self.assertEqual(names(self.place), ["movie.mp4"])
-        row(SECTION, "The picture ends 1.5 seconds before the sound", "the MP4 file; no failure note")
+        case = "The picture ends 1.5 seconds before the audio"
+        row(SECTION, case, "the MP4 file; no failure note")
 
     def test_a_long_name_gives_a_failure_note_with_a_shortened_name(self) -> None:
         out = self.place / ("n" * 251 + ".mp4")

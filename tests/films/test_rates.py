@@ -182,7 +182,8 @@ class Rates(MovieCase):
         row(
             SECTION,
             f"four minutes of a phone's uneven frames, up to {rate} a second",
-            f"{made}; picture and audio in sync within 40 ms at the end, the length exact to a frame",
+            f"{made}; picture and audio in sync within 40 ms at the end, the length exact to a "
+            "frame",
         )
 
     def test_four_minutes_of_uneven_frames(self) -> None:

@@ -23,8 +23,8 @@ class Shown(MovieCase):
         row(
             "The movie",
             case,
-            f"reported as {report.size}; {size_of(self.out)} in square pixels, the same picture as a "
-            "direct conversion",
+            f"reported as {report.size}; {size_of(self.out)} in square pixels, the same picture as "
+            "a direct conversion",
         )
 
     def test_a_quarter_turn_to_either_side(self) -> None:
@@ -73,7 +73,8 @@ class Shown(MovieCase):
 
     def test_pictures_of_one_line(self) -> None:
         for size, expected in (("160x1", "160x2"), ("1x160", "2x160"), ("1000x1", "480x2")):
-            movie = self.movie("movie.mkv", *picture(0.2, size, more="format=yuv444p"), "-c:v", "ffv1")
+            source = picture(0.2, size, more="format=yuv444p")
+            movie = self.movie("movie.mkv", *source, "-c:v", "ffv1")
             report = self.convert(movie)
             self.assertEqual((report.size, size_of(self.out)), (size, expected))
             row("The movie", f"a picture of {size}", f"{expected}, the minimum")

@@ -90,7 +90,8 @@ class SoundTimes(MovieCase):
 
     def test_a_wrong_bit_rate_in_the_header_breaks_nothing(self) -> None:
         movie = self.movie(
-            "movie.avi", *small_picture(5), *pure_tone(5), "-c:v", "mpeg4", "-c:a", "mp3", "-b:a", "64k"
+            "movie.avi",
+            *(*small_picture(5), *pure_tone(5), "-c:v", "mpeg4", "-c:a", "mp3", "-b:a", "64k"),
         )
         count_bytes(movie, 10000)
         self.check_whole("MP3 of 64 kbit/s that AVI reports as 80 kbit/s", movie)

@@ -70,7 +70,8 @@ class Streams(MovieCase):
             *("-map", 0, "-map", 1, "-c:v", "mpeg4"),
             *("-disposition:v", 0),
         )
-        self.check_picture("a moving thumbnail of 64x48 first, movie of 160x120, none default", movie)
+        case = "a moving thumbnail of 64x48 first, movie of 160x120, none default"
+        self.check_picture(case, movie)
 
     def test_a_song_with_a_cover_is_rejected(self) -> None:
         song = self.movie("song.mp3", *tone(2), "-c:a", "libmp3lame")

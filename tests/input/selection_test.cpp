@@ -94,8 +94,8 @@ TEST_F(Selection, RemovesNothingWithoutASelectionOrByAnotherKey) {
 
 TEST_F(Selection, UsesTheFolderOfADroppedFile) {
     start();
-    const wxString film = movies.write("film.avi");
-    EXPECT_TRUE(drop_output(paths({film, "/x", "/y"})));
+    const wxString movie = movies.write("movie.avi");
+    EXPECT_TRUE(drop_output(paths({movie, "/x", "/y"})));
     EXPECT_EQ(frame->textOutput->GetValue(), movies.path());
     EXPECT_EQ(stored("Output"), movies.path());
 }

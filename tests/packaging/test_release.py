@@ -55,7 +55,7 @@ class Release(unittest.TestCase):
         self.assertFalse(out.exists())
 
     def make_no_build_tools(self) -> Path:
-        """A folder with a cmake that exits at once, so that a release that is not rejected is quick."""
+        """A folder with a cmake that exits at once, to make a release that is not rejected quick."""
         tools = self.folder / "tools"
         tools.mkdir()
         (tools / "cmake").write_text("#!/bin/sh\necho it is being built >&2\nexit 1\n")

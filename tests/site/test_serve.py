@@ -31,7 +31,7 @@ class Serve(unittest.TestCase):
 
     def test_it_ends_with_the_process_that_started_it(self):
         with tempfile.TemporaryDirectory() as folder:
-            # The intermediate process starts the server, passes its address on and waits to be killed.
+            # The middle process starts the server, passes on its address and waits to be killed.
             middle = subprocess.Popen(
                 [sys.executable, "-c",
                  "import subprocess, sys, time\n"

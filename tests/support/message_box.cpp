@@ -8,7 +8,7 @@
 MessageBox::MessageBox(const wxWindow& parent)
     : box(gtk_message_dialog_new(GTK_WINDOW(parent.GetHandle()), GTK_DIALOG_MODAL,
                                  GTK_MESSAGE_QUESTION, GTK_BUTTONS_YES_NO, "%s",
-                                 "film.mp4 already exists. Overwrite it?")) {
+                                 "movie.mp4 already exists. Overwrite it?")) {
     bool isDrawn = false;
     const auto on_draw = +[](GtkWidget*, void*, gpointer drawn) -> gboolean {
         *static_cast<bool*>(drawn) = true;

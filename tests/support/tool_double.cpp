@@ -75,8 +75,8 @@ int main(int argc, char** argv) {
     record(folder / "log", argc, argv);
     const bool probe = argc == 3;
     if (probe) {
-        const std::string film = fs::path(argv[2]).filename();
-        if (!film.empty() && film.find("bad") == std::string::npos)
+        const std::string movie = fs::path(argv[2]).filename();
+        if (!movie.empty() && movie.find("bad") == std::string::npos)
             std::cerr << content(folder / "report");
         return 0;
     }
