@@ -4,13 +4,14 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
+
+#include "protocol/tool_output.h"
 
 namespace bundle {
 
 namespace {
 
-constexpr std::size_t kAtomicWrite = 4096;
+constexpr std::size_t kAtomicWrite = 4096;  // a pipe that takes output takes as much
 constexpr std::size_t kLongestName = 120;
 constexpr int kPatienceMs = 1000;
 
@@ -20,20 +21,15 @@ bool takes_output(int descriptor, int timeout_ms) {
 }
 
 void write_within(int descriptor, std::string_view text, int timeout_ms) {
-    text = text.substr(0, kAtomicWrite);
     while (!text.empty() && takes_output(descriptor, timeout_ms)) {
-        const ssize_t written = ::write(descriptor, text.data(), text.size());
+        const std::size_t piece = std::min(text.size(), kAtomicWrite);
+        const ssize_t written = ::write(descriptor, text.data(), piece);
         if (written <= 0) {
             return;
         }
         text.remove_prefix(static_cast<std::size_t>(written));
     }
 }
-
-// What the program looks for in the tools' output. It would take a name that contains all of it for
-// a report or for progress.
-constexpr std::array<std::string_view, 3> kReadByTheProgram{"Stream #",
-                                                            " bitrate=", "ISO File Writing:"};
 
 void break_up(std::string& text, std::string_view words) {
     for (std::size_t at = text.find(words); at != std::string::npos; at = text.find(words, at)) {
@@ -61,7 +57,7 @@ void write_patiently(int descriptor, std::string_view text) {
 }
 
 void complain(std::string_view tool, std::string_view message) {
-    const std::string prefix = std::string(tool) + ": ";
+    const std::string prefix = tool_output::complaint_prefix(tool);
     std::string lines = prefix;
     for (const char c : printable(message)) {
         lines += c;
@@ -73,7 +69,7 @@ void complain(std::string_view tool, std::string_view message) {
 std::string printable(std::string_view text) {
     std::string result(text);
     std::replace_if(result.begin(), result.end(), is_control, '?');
-    for (const std::string_view words : kReadByTheProgram) {
+    for (const std::string_view words : tool_output::kReserved) {
         break_up(result, words);
     }
     return result;

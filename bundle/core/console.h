@@ -7,7 +7,8 @@
 namespace bundle {
 
 /// Writes `text` when `descriptor` takes it without blocking, else drops it: a reader that has
-/// stopped reading must not block the work. At most 4096 bytes, which a pipe takes in one piece.
+/// stopped reading must not block the work. Up to 4096 bytes are written in one piece or not
+/// at all.
 void write_if_ready(int descriptor, std::string_view text);
 
 /// Like `write_if_ready`, but waits up to a second for a slow reader before it drops the text.

@@ -1,5 +1,7 @@
 #include "core/tool_main.h"
 
+#include <unistd.h>
+
 #include <exception>
 
 #include "core/console.h"
@@ -18,7 +20,9 @@ int tool_main(const char* name, int count, char** arguments,
                                                 : failure->message + "\n" + failure->details);
         return failure->status;
     } catch (const std::exception& error) {
-        write_if_ready(2, error.what());
+        for (const char* part : {name, ": ", error.what(), "\n"}) {  // allocates nothing
+            write_if_ready(STDERR_FILENO, part);
+        }
         return kStatusFailed;
     }
 }

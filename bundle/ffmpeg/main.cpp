@@ -9,6 +9,7 @@
 #include "core/tool_main.h"
 #include "ffmpeg/outcome.h"
 #include "ffmpeg/transcode.h"
+#include "protocol/tool_output.h"
 
 namespace {
 
@@ -34,6 +35,6 @@ int main(int count, char** arguments) {
     bundle::end_with_parent(::getppid());
     const bundle::StopSignals stop({SIGTERM, SIGINT, SIGHUP});
     return bundle::tool_main(
-        "ffmpeg", count, arguments,
+        tool_output::kFFmpeg, count, arguments,
         [&stop](const std::vector<std::string>& words) { return ffmpeg(words, stop); });
 }

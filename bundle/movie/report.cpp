@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "protocol/tool_output.h"
+
 namespace bundle {
 
 namespace {
@@ -43,10 +45,10 @@ std::string ticks(const std::optional<Rational>& time_base) {
 std::string video_line(const VideoStream& video) {
     const std::string average = rate(frame_rate(video));
     const std::string base = rate(video.base_rate ? video.base_rate->value() : 0);
-    return formatted("    Stream #0.%d: Video: %s, %s, %dx%d, %s fps, %s tbr, %s tbn, %s tbc\n",
-                     video.index, video.codec.c_str(), video.pixel_format.c_str(),
-                     video.shown.width, video.shown.height, average.c_str(), base.c_str(),
-                     ticks(video.time_base).c_str(), average.c_str());
+    return formatted(tool_output::kVideoLine, video.index, video.codec.c_str(),
+                     video.pixel_format.c_str(), video.shown.width, video.shown.height,
+                     average.c_str(), base.c_str(), ticks(video.time_base).c_str(),
+                     average.c_str());
 }
 
 std::string channels(int count) {
@@ -57,8 +59,8 @@ std::string channels(int count) {
 }
 
 std::string audio_line(const AudioStream& audio) {
-    return formatted("    Stream #0.%d: Audio: %s, %d Hz, %s\n", audio.index, audio.codec.c_str(),
-                     audio.sample_rate, channels(audio.channels).c_str());
+    return formatted(tool_output::kAudioLine, audio.index, audio.codec.c_str(), audio.sample_rate,
+                     channels(audio.channels).c_str());
 }
 
 }  // namespace
@@ -66,8 +68,8 @@ std::string audio_line(const AudioStream& audio) {
 std::string movie_report(const Movie& movie) {
     const std::string bit_rate =
         movie.bit_rate ? std::to_string(*movie.bit_rate / 1000) + " kb/s" : "N/A";
-    std::string report = formatted("  Duration: %s, start: %.6f, bitrate: %s\n",
-                                   clock(movie.duration).c_str(), movie.start, bit_rate.c_str());
+    std::string report = formatted(tool_output::kDurationLine, clock(movie.duration).c_str(),
+                                   movie.start, bit_rate.c_str());
     report += video_line(movie.video);
     if (movie.audio) {
         report += audio_line(*movie.audio);

@@ -5,6 +5,7 @@
 
 #include "core/formatted.h"
 #include "core/numbers.h"
+#include "protocol/tool_output.h"
 
 namespace bundle {
 
@@ -69,10 +70,10 @@ std::string old_progress_line(const Progress& progress) {
     const std::string bitrate = progress.kilobits_per_second
                                     ? formatted("%6.1fkbits/s", *progress.kilobits_per_second)
                                     : "N/A";
-    return formatted("frame=%5lld fps=%3.0f q=%3.1f size=%8lldkB time=%lld.%02lld bitrate=%s    \r",
-                     static_cast<long long>(progress.frames), progress.frames_per_second,
-                     progress.quantizer, static_cast<long long>(progress.bytes.value_or(0) / 1024),
-                     hundredths / 100, hundredths % 100, bitrate.c_str());
+    return formatted(tool_output::kProgressLine, static_cast<long long>(progress.frames),
+                     progress.frames_per_second, progress.quantizer,
+                     static_cast<long long>(progress.bytes.value_or(0) / 1024), hundredths / 100,
+                     hundredths % 100, bitrate.c_str());
 }
 
 std::string file_progress_line(std::int64_t percent) {
@@ -80,7 +81,7 @@ std::string file_progress_line(std::int64_t percent) {
     const auto filled = static_cast<std::size_t>(percent * kBarWidth / 100);
     std::string bar(filled, '=');
     bar.resize(static_cast<std::size_t>(kBarWidth), ' ');
-    return "ISO File Writing: |" + bar + "| (" + std::to_string(percent) + "/100)\r";
+    return formatted(tool_output::kFileProgressLine, bar.c_str(), static_cast<int>(percent));
 }
 
 }  // namespace bundle

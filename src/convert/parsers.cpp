@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "convert/Movie.h"
+#include "protocol/tool_output.h"
 
 namespace {
 
@@ -29,9 +30,7 @@ std::int32_t to_int(const wxString& digits) {
 }  // namespace
 
 ProbeFacts parse_probe(const wxString& report) {
-    static const wxRegEx pattern(
-        "Duration: ([0-9:]{8}).*Stream #[0-9/.]{3}.* Video:.* "
-        "([0-9]{1,6})x([0-9]{1,6})[ ,/,]{1}.* ([0-9/.]+) tb");
+    static const wxRegEx pattern(tool_output::kReportPattern);
     ProbeFacts facts;
     if (pattern.Matches(report)) {
         facts.duration =
@@ -45,11 +44,11 @@ ProbeFacts parse_probe(const wxString& report) {
 }
 
 std::optional<std::int32_t> parse_transcoded_seconds(const wxString& text) {
-    static const wxRegEx pattern("time=([0-9]+)[0-9/.]{3} bitrate=");
+    static const wxRegEx pattern(tool_output::kProgressPattern);
     return first_group(pattern, text);
 }
 
 std::optional<std::int32_t> parse_muxed_percent(const wxString& text) {
-    static const wxRegEx pattern("ISO File Writing: .*\\(([0-9]+)\\/");
+    static const wxRegEx pattern(tool_output::kFileProgressPattern);
     return first_group(pattern, text);
 }

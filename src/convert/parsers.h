@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <optional>
 
-// What the tools print, read by regular expressions.
+// Readers of the tools' output, by the patterns of protocol/tool_output.h.
 
-/// Facts of a source movie; zeros where the report does not tell.
+/// Facts of a source movie; zeros if the report has none.
 struct ProbeFacts {
     std::int32_t duration = 0;  ///< whole seconds
     std::int32_t width = 0;     ///< pixels
@@ -19,10 +19,9 @@ struct ProbeFacts {
 /// last video stream, and the rate is the last number before " tb" (the codec's time base).
 ProbeFacts parse_probe(const wxString& report);
 
-/// Whole seconds of output that the first progress record of `text` tells; nothing where `text`
-/// holds no whole record.
+/// Whole seconds of output in the first progress record of `text`; empty if `text` has no complete
+/// record.
 std::optional<std::int32_t> parse_transcoded_seconds(const wxString& text);
 
-/// The last percentage that MP4Box tells in `text`, not limited to 100; nothing where it tells
-/// none.
+/// The last percentage of MP4Box in `text`, not limited to 100; empty if there is none.
 std::optional<std::int32_t> parse_muxed_percent(const wxString& text);

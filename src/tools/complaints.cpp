@@ -2,14 +2,15 @@
 
 #include <algorithm>
 
+#include "protocol/tool_output.h"
+
 namespace {
 
 constexpr std::size_t kLongestLine = 8192;
 
 bool is_complaint(std::string_view line) {
-    constexpr std::string_view kFFmpeg = "ffmpeg: ";
-    constexpr std::string_view kMP4Box = "MP4Box: ";
-    return line.substr(0, kFFmpeg.size()) == kFFmpeg || line.substr(0, kMP4Box.size()) == kMP4Box;
+    return line.starts_with(tool_output::complaint_prefix(tool_output::kFFmpeg)) ||
+           line.starts_with(tool_output::complaint_prefix(tool_output::kMP4Box));
 }
 
 }  // namespace

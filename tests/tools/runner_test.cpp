@@ -81,6 +81,16 @@ TEST_F(Runner, PassesOnNothingForASilentMP4Box) {
     EXPECT_EQ(end_of<MP4Box>("echo err >&2"), "");
 }
 
+TEST_F(Runner, PassesEveryLineOfAFailureOnToTheConsole) {
+    testing::internal::CaptureStderr();
+    end_of<FFmpeg>(
+        "printf 'ffmpeg: no file\\\\nffmpeg: disk full\\\\nnoise\\\\nffmpeg: end\\\\n' >&2");
+    end_of<MP4Box>("printf 'MP4Box: no text\\\\nMP4Box: no cue\\\\n' >&2");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "ffmpeg: no file\nffmpeg: disk full\nffmpeg: end\n"
+              "MP4Box: no text\nMP4Box: no cue\n");
+}
+
 TEST_F(Runner, HidesTheWindowsLanguageFromTheTools) {
     wxString inWindow;
     ASSERT_TRUE(wxGetEnv("LANGUAGE", &inWindow));
