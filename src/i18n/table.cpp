@@ -79,10 +79,10 @@ const wchar_t translation_table[] =
     // buttonMovies
     L"buttonMovies|"
     L"1: Select movie(s) to convert...|"
-    L"1: Choisir les films à convertir...|"
+    L"1\u00a0: Choisir les films à convertir...|"
     L"1: Seleccionar películas para convertir...|"
     L"1: Scegli i filmati da convertire...|"
-    L"1: Zu konvertierende Filme wählen\u00a0...|"
+    L"1: Filme zum Konvertieren wählen\u00a0...|"
     L"1: Wybierz filmy do konwersji...|"
     L"1: Selecionar filmes para converter...|"
     L"1: Selectează filmele de convertit...|"
@@ -91,7 +91,7 @@ const wchar_t translation_table[] =
     // buttonOutput
     L"buttonOutput|"
     L"2: Select the output folder...|"
-    L"2: Choisir le dossier de destination...|"
+    L"2\u00a0: Choisir le dossier de destination...|"
     L"2: Seleccionar la carpeta de destino...|"
     L"2: Scegli la cartella di destinazione...|"
     L"2: Zielordner wählen\u00a0...|"
@@ -115,7 +115,7 @@ const wchar_t translation_table[] =
     // buttonConvert
     L"buttonConvert|"
     L"3: Convert the Movie(s) to my iPhone!|"
-    L"3: Convertir les films pour mon iPhone\u00a0!|"
+    L"3\u00a0: Convertir les films pour mon iPhone\u00a0!|"
     L"3: ¡Convertir las películas para mi iPhone!|"
     L"3: Converti i filmati per il mio iPhone!|"
     L"3: Konvertiere Filmdatei(en) für mein iPhone! |"
@@ -140,13 +140,13 @@ const wchar_t translation_table[] =
     L"confirmOverwrite|"
     L"Destination file already exists. Are you sure you would like to overwrite it? If No, click 'No' and select another directory.|"
     L"Le fichier de destination existe déjà. Voulez-vous vraiment l'écraser\u00a0? Sinon, cliquez sur «\u00a0Non\u00a0» et choisissez un autre dossier.|"
-    L"El archivo de destino ya existe. ¿Seguro que desea sobrescribirlo? En caso contrario, pulse «No» y seleccione otra carpeta.|"
+    L"El archivo de destino ya existe. ¿Seguro que desea sobrescribirlo? En caso contrario, haga clic en «No» y seleccione otra carpeta.|"
     L"Il file di destinazione esiste già. Vuoi davvero sovrascriverlo? In caso contrario, fai clic su «No» e scegli un'altra cartella.|"
     L"Die Zieldatei ist bereits vorhanden. Möchten Sie sie wirklich überschreiben? Falls nicht, klicken Sie auf „Nein“ und wählen Sie einen anderen Ordner.|"
     L"Plik docelowy już istnieje. Czy na pewno chcesz go nadpisać? Jeśli nie, kliknij „Nie” i wybierz inny folder.|"
     L"O ficheiro de destino já existe. Deseja mesmo substituí-lo? Caso contrário, clique em «Não» e selecione outra pasta.|"
     L"Fișierul de destinație există deja. Sigur doriți să îl suprascrieți? Dacă nu, apăsați „Nu” și selectați alt dosar.|"
-    L"Файл назначения уже существует. Вы действительно хотите перезаписать его? Если нет, нажмите «Нет» и выберите другую папку.§"
+    L"Выходной файл уже существует. Вы действительно хотите перезаписать его? Если нет, нажмите «Нет» и выберите другую папку.§"
 
     // confirmCancel
     L"confirmCancel|"
@@ -266,7 +266,7 @@ const wchar_t translation_table[] =
     L"Pytaj przed nadpisaniem pliku docelowego|"
     L"Perguntar antes de substituir o ficheiro de destino|"
     L"Întreabă înainte de a suprascrie fișierul de destinație|"
-    L"Спрашивать перед перезаписью файла назначения§"
+    L"Спрашивать перед перезаписью выходного файла§"
 
     // checkboxHowToMove
     L"checkboxHowToMove|"
@@ -322,7 +322,7 @@ const wchar_t translation_table[] =
     L"Une nouvelle version de Vantreo est disponible\u00a0!|"
     L"¡Hay una nueva versión de Vantreo!|"
     L"È disponibile una nuova versione di Vantreo!|"
-    L"Es gibt eine neue Version von Vantreo!|"
+    L"Eine neue Version von Vantreo ist verfügbar!|"
     L"Dostępna jest nowa wersja programu Vantreo!|"
     L"Há uma nova versão do Vantreo!|"
     L"Există o versiune nouă de Vantreo!|"
@@ -337,7 +337,7 @@ const wchar_t translation_table[] =
     L"Ihre Version von Vantreo ist aktuell.|"
     L"Twoja wersja programu Vantreo jest aktualna.|"
     L"A sua versão do Vantreo está atualizada.|"
-    L"Versiunea dumneavoastră de Vantreo este la zi.|"
+    L"Aveți cea mai recentă versiune de Vantreo.|"
     L"У вас установлена последняя версия Vantreo.§"
 
     // error_ffmpeg
@@ -379,7 +379,7 @@ const wchar_t translation_table[] =
     // error_badMovies
     L"error_badMovies|"
     L"Error: The movie file you have selected is not valid. Please select another one.|"
-    L"Erreur\u00a0: le fichier de film choisi n'est pas valide. Veuillez en choisir un autre.|"
+    L"Erreur\u00a0: le fichier vidéo choisi n'est pas valide. Veuillez en choisir un autre.|"
     L"Error: el archivo de película que ha seleccionado no es válido. Seleccione otro.|"
     L"Errore: il file del filmato scelto non è valido. Scegline un altro.|"
     L"Fehler: Die ausgewählte Filmdatei ist ungültig. Bitte wählen Sie eine andere.|"
@@ -391,14 +391,14 @@ const wchar_t translation_table[] =
     // error_MoviesOutputSame
     L"error_MoviesOutputSame|"
     L"Error: The Movie file is the same as the destination file.|"
-    L"Erreur\u00a0: le fichier de film est le même que le fichier de destination.|"
+    L"Erreur\u00a0: le fichier du film est aussi le fichier de destination.|"
     L"Error: el archivo de película es el mismo que el archivo de destino.|"
     L"Errore: il file del filmato coincide con il file di destinazione.|"
     L"Fehler: Die Filmdatei und die Zieldatei sind dieselbe Datei.|"
     L"Błąd: plik filmu i plik docelowy to ten sam plik.|"
     L"Erro: o ficheiro de filme é o mesmo que o ficheiro de destino.|"
     L"Eroare: fișierul de film este același cu fișierul de destinație.|"
-    L"Ошибка: файл фильма совпадает с файлом назначения.§"
+    L"Ошибка: файл фильма совпадает с выходным файлом.§"
 
     // buttonDonate
     L"buttonDonate|"
@@ -426,13 +426,13 @@ const wchar_t translation_table[] =
 
     // htmlAboutTranslation
     L"htmlAboutTranslation|"
-    L"Many thanks to the contributors who translated Vantreo into eight other languages.|"
+    L"Many thanks to all the contributors who translated Vantreo into eight other languages.|"
     L"Un grand merci aux contributeurs qui ont traduit Vantreo dans huit autres langues.|"
     L"Muchas gracias a los colaboradores que han traducido Vantreo a otros ocho idiomas.|"
     L"Un grande ringraziamento ai collaboratori che hanno tradotto Vantreo in altre otto lingue.|"
     L"Herzlichen Dank an die Mitwirkenden, die Vantreo in acht weitere Sprachen übersetzt haben.|"
     L" Serdecznie dziękujemy współtwórcom, którzy przetłumaczyli program Vantreo na osiem innych języków.|"
-    L"Um grande obrigado aos colaboradores que traduziram o Vantreo para outros oito idiomas.|"
+    L"Muito obrigado aos colaboradores que traduziram o Vantreo para outros oito idiomas.|"
     L"Multe mulțumiri colaboratorilor care au tradus programul Vantreo în alte opt limbi.|"
     L"Огромное спасибо участникам, которые перевели Vantreo ещё на восемь языков.§"
 
@@ -445,7 +445,7 @@ const wchar_t translation_table[] =
     L"Vorschläge und Fehlerberichte:|"
     L" Sugestie i zgłoszenia błędów:|"
     L"Sugestões e relatórios de erros:|"
-    L"Sugestii și raportări de erori:|"
+    L"Sugestii și rapoarte de erori:|"
     L"Предложения и сообщения об ошибках:§"
 
     // htmlAboutYouLike
@@ -463,13 +463,13 @@ const wchar_t translation_table[] =
     // htmlAboutDonate
     L"htmlAboutDonate|"
     L"Offer me a coffee or a beer (preferred ;-)|"
-    L"Offrez-moi un café ou une bière (de préférence ;-)|"
-    L"Invíteme a un café o a una cerveza (preferiblemente ;-)|"
-    L"Offrimi un caffè o una birra (preferibilmente ;-)|"
+    L"Offrez-moi un café ou une bière (ma préférée ;-)|"
+    L"Invíteme a un café o a una cerveza (mejor la cerveza ;-)|"
+    L"Offrimi un caffè o una birra (meglio la birra ;-)|"
     L"Spendieren Sie mir einen Kaffee oder ein Bier (lieber Letzteres ;-)|"
     L" Postaw mi kawę lub piwo (najlepiej piwo ;-)|"
-    L"Ofereça-me um café ou uma cerveja (de preferência ;-)|"
-    L"Oferiți-mi o cafea sau o bere (de preferință ;-)|"
+    L"Ofereça-me um café ou uma cerveja (melhor a cerveja ;-)|"
+    L"Oferiți-mi o cafea sau o bere (mai bine berea ;-)|"
     L"Угостите меня кофе или пивом (лучше пивом ;-) §"
 
     // htmlAboutTranslations_1
@@ -506,12 +506,12 @@ const wchar_t translation_table[] =
     L"Chcesz przetłumaczyć Vantreo na swój język lub poprawić błąd w tłumaczeniu? To proste, kliknij tutaj!|"
     L"|"
     L"|"
-    L"Хотите перевести Vantreo на свой язык или исправить ошибку в переводе? Это просто, нажмите здесь!§"
+    L"Хотите перевести Vantreo на свой язык или исправить ошибку в переводе? Это просто: нажмите здесь!§"
 
     // labelDevice
     L"labelDevice|"
     L"1: Select your device:|"
-    L"1: Choisissez votre appareil\u00a0:|"
+    L"1\u00a0: Choisissez votre appareil\u00a0:|"
     L"1: Seleccione su dispositivo:|"
     L"|"
     L"1: Wählen Sie Ihr Gerät:|"
