@@ -37,7 +37,7 @@ bool MyApp::OnInit() {
     frame->layout_checkVersion();
     frame->Show(true);
     SetTopWindow(frame);
-    // The first drawing may still have the size that the window manager came up with.
+    // The first drawing may still have a size that the window manager chose.
     paint_now(*frame, 2);
     frame->checkVersion();
     return true;

@@ -14,12 +14,12 @@
 
 namespace {
 
-/// The folder that holds the per-user application data folder.
+/// The parent of the per-user application data folder.
 wxString settings_folder() {
     wxStandardPaths& paths = wxStandardPaths::Get();
 #ifdef __WXGTK__
-    // The toolkit's data folder stays ~/.vantreo whatever the layout; only its config folder,
-    // which is the parent already, follows XDG_CONFIG_HOME.
+    // The toolkit's data folder is ~/.vantreo in every layout; only its config folder, which is
+    // already the parent, follows XDG_CONFIG_HOME.
     paths.SetFileLayout(wxStandardPaths::FileLayout_XDG);
     return paths.GetUserConfigDir();
 #else
@@ -46,7 +46,7 @@ Vantreo::Vantreo(const wxString& title, const wxPoint& pos, const wxSize& size, 
     : wxFrame(nullptr, wxID_ANY, title, pos, size, style), reservedFlag(false), dialogParent(this) {
     const wxFileName file = settings_file();
     if (!file.DirExists())
-        file.Mkdir(wxS_IRUSR | wxS_IWUSR | wxS_IXUSR, wxPATH_MKDIR_FULL);  // a home without one yet
+        file.Mkdir(wxS_IRUSR | wxS_IWUSR | wxS_IXUSR, wxPATH_MKDIR_FULL);  // a new home may lack it
     config = open_settings(file.GetFullPath()).release();
 
     Translate("tointialize", 1);  // no such key: called to fill the two language lists
@@ -64,7 +64,7 @@ Vantreo::Vantreo(const wxString& title, const wxPoint& pos, const wxSize& size, 
 
 Vantreo::~Vantreo() {
     if (notebook != nullptr)
-        stop_telling_of_pages(*notebook);
+        stop_announcing_pages(*notebook);
     for (auto& job : jobs) {
         job->Detach();
         if (!job->Ended())

@@ -27,25 +27,26 @@ class wxStaticBox;
 class wxStaticText;
 class wxTextCtrl;
 
-/// The main frame: owns all state and every handler; everything runs on the GUI thread.
+/// The main frame: has all state and every handler. Everything here runs on the GUI thread.
 ///
-/// This header is the table of contents. The operations' bodies stand in the folder of their
-/// subject, which each group below names.
+/// This header is the table of contents: each group below names the files that implement it, in the
+/// folder of their subject.
 ///
-/// The widget pointers do not own: the window tree does. They are null until `layout` (the version
-/// screen's until `layout_checkVersion`) has made them.
+/// The window tree owns the widgets. Their pointers are null until `layout` has created them (those
+/// of the version screen: until `layout_checkVersion`).
 class Vantreo : public wxFrame, public MovieListener {
   public:
     // ---- app/Vantreo.cpp: construction and closing ----------------------------------------------
 
-    /// Opens the settings, fills the language lists and finds the language; makes no widgets.
+    /// Opens the settings, fills the language lists and determines the language; creates no
+    /// widgets.
     Vantreo(const wxString& title, const wxPoint& pos, const wxSize& size, long style);
 
-    /// Cuts every job off from the frame, so that no tick or termination reaches it afterwards.
-    /// `config` is not deleted: each write was flushed already.
+    /// Detaches every job, so that no tick or termination reaches the frame later. Does not delete
+    /// `config`: each write has been flushed.
     ~Vantreo() override;
 
-    /// Closes at once while nothing runs; during a run, only when the user confirms the cancel.
+    /// Closes at once when idle; during a run, only if the user confirms that it is cancelled.
     void OnClose(wxCloseEvent& event);
 
     // ---- app/layout.cpp: the notebook -----------------------------------------------------------
@@ -74,11 +75,11 @@ class Vantreo : public wxFrame, public MovieListener {
     // ---- app/messages.cpp: message boxes --------------------------------------------------------
 
     /// Shows a modal message with an empty caption and returns the id of the button that answered
-    /// it; a box that is dismissed counts as answered with "No", or with its only button.
+    /// it; a dismissed box counts as answered with "No", or with its only button.
     int ShowMessage(const wxString& text, long style);
 
-    /// Runs `action` now, or, while a message box is open, from the event loop once it is closed:
-    /// the end of a tool never moves the queue on below an open question.
+    /// Runs `action` now or, if a message box is open, from the event loop once it is closed: the
+    /// end of a tool never advances the queue behind an open question.
     void RunUnlessAsking(std::function<void()> action) override;
 
     // ---- i18n/translate.cpp, i18n/language_switch.cpp--------------------------------------------
@@ -100,7 +101,7 @@ class Vantreo : public wxFrame, public MovieListener {
 
     // ---- convert/queue.cpp: the run -------------------------------------------------------------
 
-    /// Starts a run when the button carries its start caption, otherwise asks to cancel.
+    /// Starts a run if the button shows its start caption, otherwise asks whether to cancel.
     void OnbuttonConvert(wxCommandEvent& event);
     /// Null: probes entry `movieIndex`. A job: its probe has ended.
     void MovieInfos(Movie* movie) override;
@@ -126,7 +127,7 @@ class Vantreo : public wxFrame, public MovieListener {
     /// Shows the version screen: one panel with one line.
     void layout_checkVersion();
     /// Asks the site for the current release; blocks up to its limit. Builds the notebook, unless a
-    /// newer release exists: then the version screen stays, with a button that leads to it.
+    /// newer release exists: then the version screen stays, with a button to get it.
     void checkVersion();
     void OnbuttonGetNewVersion(wxCommandEvent& event);
     void OnhtmlSubtitle(wxHtmlLinkEvent& event);
@@ -138,13 +139,13 @@ class Vantreo : public wxFrame, public MovieListener {
 
     wxTextCtrl* textOutput = nullptr;
     bool reservedFlag;               ///< cleared by the constructor, used by nothing
-    bool checkingVersion = false;    ///< the version screen stands, the notebook does not exist yet
+    bool checkingVersion = false;    ///< the version screen is shown; no notebook exists
     wxArrayString languages;         ///< native names, in the order of the table's columns
     wxArrayString languagesEnglish;  ///< the same languages' English names
     wxString currentLanguage;        ///< entry of `languages`; empty when the setting names none
     wxString defaultLanguage;        ///< entry of `languages` for the system's language
     wxWindow* dialogParent;          ///< always the frame itself
-    wxFileConfig* config;            ///< used only through config_read and config_write
+    wxFileConfig* config;            ///< only used by config_read and config_write
 
     wxPanel* panelCheckVersion = nullptr;
     wxStaticText* labelCheckVersion = nullptr;
@@ -180,8 +181,8 @@ class Vantreo : public wxFrame, public MovieListener {
     wxHtmlWindow* htmlAbout = nullptr;
     wxButton* buttonDonate = nullptr;
 
-    /// The queue: slot i holds the job of list entry i once it is probed in the current run. Empty
-    /// at the start of a run. Does not own.
+    /// The queue: slot i is the job of list entry i, once the current run has started its probe.
+    /// Cleared at the start of a run. Does not own.
     std::vector<Movie*> movies;
     std::uint32_t movieIndex = 0;  ///< slot of the job being worked on
 
@@ -216,7 +217,7 @@ class Vantreo : public wxFrame, public MovieListener {
     wxString about_page();
 
     // web/links.cpp
-    /// Opens the page in the browser; where none can be started, a message shows its address.
+    /// Opens the page in the browser; if none can be started, a message shows the address.
     void open_page(const wxString& address);
     /// The address of the French or the other page, by the `Language` setting.
     wxString page_address(const wxString& french, const wxString& other);
@@ -227,13 +228,13 @@ class Vantreo : public wxFrame, public MovieListener {
     // app/messages.cpp
     void run_postponed();
 
-    wxString lastMovieFolder;  ///< of the movies last chosen in the movie dialog; empty before
+    wxString lastMovieFolder;  ///< of the last choice in the movie dialog; empty before
 
-    /// Every job that is not freed yet, of this run and of earlier ones. A job and its runners are
-    /// freed at the start of the next run, or with the frame, once all its tools have ended and
-    /// reported; one that is still running then is kept (by the frame's end: for good).
+    /// Every job that still exists, of this run and earlier ones. A job is freed with its runners
+    /// at the start of a later run, or with the frame, if all its tools have ended and reported.
+    /// The frame leaves jobs that still run then to the end of the program.
     std::vector<std::unique_ptr<Movie>> jobs;
 
     int openMessages = 0;
-    std::vector<std::function<void()>> postponed;  ///< waits for the open message box to close
+    std::vector<std::function<void()>> postponed;  ///< until the open message box is closed
 };

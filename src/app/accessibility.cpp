@@ -18,14 +18,14 @@ struct Unref {
 template <typename Object>
 using ObjectPtr = std::unique_ptr<Object, Unref>;
 
-/// What the control takes the keyboard focus with, which is what a screen reader asks.
+/// The part of the control that takes the keyboard focus, which screen readers ask for the name.
 GtkWidget* focusable_part(const wxWindow& control) {
     GtkWidget* const widget = control.GetHandle();
     GtkWidget* const child = GTK_IS_BIN(widget) ? gtk_bin_get_child(GTK_BIN(widget)) : nullptr;
     return child != nullptr && gtk_widget_get_can_focus(child) != 0 ? child : widget;
 }
 
-/// What screen readers are told about a page and its title.
+/// What screen readers see of a page and its title.
 ObjectPtr<AtkObject> told_of_page(const wxNotebook& notebook, int page) {
     AtkObject* const pages = gtk_widget_get_accessible(notebook.GetHandle());
     return ObjectPtr<AtkObject>(atk_object_ref_accessible_child(pages, page));
@@ -114,7 +114,7 @@ void make_one_button(wxComboBox& box) {
     g_object_set_data_full(G_OBJECT(entry), "vantreo-click", click, g_object_unref);
 }
 
-void stop_telling_of_pages(const wxNotebook& notebook) {
+void stop_announcing_pages(const wxNotebook& notebook) {
     for (int page = 0; page < static_cast<int>(notebook.GetPageCount()); ++page)
         g_object_freeze_notify(G_OBJECT(told_of_page(notebook, page).get()));
 }
@@ -126,6 +126,6 @@ void label_by_page_title(wxWindow&, const wxNotebook&, int) {}
 void name_control(wxWindow&, const wxString&) {}
 void make_one_tab_stop(wxComboBox&) {}
 void make_one_button(wxComboBox&) {}
-void stop_telling_of_pages(const wxNotebook&) {}
+void stop_announcing_pages(const wxNotebook&) {}
 
 #endif

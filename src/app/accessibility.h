@@ -8,28 +8,26 @@ class wxComboBox;
 class wxNotebook;
 class wxWindow;
 
-// What a screen reader is told about controls that show no caption of their own, and how the
-// keyboard and the pointer use them. On platforms where nothing of this is known to be needed,
-// these do nothing.
+// Names for screen readers of controls without a caption of their own, and how the keyboard and the
+// pointer use these controls. No-ops on platforms that are not known to need them.
 
-/// Lets the texts of `labels`, in this order, name the control; they are read anew each time. Call
-/// once for a control, after all of them are made.
+/// Names the control by the texts of `labels`, in this order; a label that changes changes the
+/// name. Call once for a control, after all labels exist.
 void label_control(wxWindow& control, std::initializer_list<wxWindow*> labels);
 
-/// Lets the title of a page name a control on it.
+/// Names a control by the title of its page.
 void label_by_page_title(wxWindow& control, const wxNotebook& notebook, int page);
 
 /// Names the control by a text.
 void name_control(wxWindow& control, const wxString& name);
 
-/// Lets Tab go to a box that takes no typing once, not also to its arrow: the arrow keys do the
-/// same.
+/// Makes a read-only box a single Tab stop: Tab skips its arrow, which the arrow keys replace.
 void make_one_tab_stop(wxComboBox& box);
 
-/// Makes the text of a box that takes no typing one with its arrow: a click on it opens the list,
-/// and it shows no caret, no selection and no text cursor.
+/// Makes a read-only box act as one button: a click on its text opens the list, and the text shows
+/// no caret, no selection and no text cursor.
 void make_one_button(wxComboBox& box);
 
-/// To be called before the notebook is destroyed: keeps GTK from telling screen readers about pages
-/// that it has just removed, which it complains about itself.
-void stop_telling_of_pages(const wxNotebook& notebook);
+/// Call before the notebook is destroyed: keeps GTK from announcing pages to screen readers after
+/// it has removed them, about which it would print warnings.
+void stop_announcing_pages(const wxNotebook& notebook);

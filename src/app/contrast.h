@@ -6,7 +6,7 @@
 /// Content Accessibility Guidelines 2.1 define it ("contrast ratio").
 double contrast(const wxColour& one, const wxColour& other);
 
-/// What a text needs at least to be readable by those guidelines (level AA).
+/// The least that those guidelines require of a text (level AA).
 constexpr double kReadableContrast = 4.5;
 
 /// `wanted`, or as much of it mixed into `text` as stays readable on `background`; `text` itself
@@ -16,6 +16,6 @@ wxColour readable_on(const wxColour& background, const wxColour& wanted, const w
 /// `colour` as it is seen in front of an opaque `background`.
 wxColour opaque_on(const wxColour& background, const wxColour& colour);
 
-/// What is seen of the background that the toolkit reports for a control, in front of the theme's
-/// windows: some themes have a translucent one, and HTML knows no such colours.
+/// The visible colour of a background that the toolkit reports for a control: some themes make it
+/// translucent, in front of their windows, and HTML has no translucent colours.
 wxColour opaque_page_colour(const wxColour& background);

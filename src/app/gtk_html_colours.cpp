@@ -1,7 +1,7 @@
 #include "app/gtk_html_colours.h"
 
 #include <wx/html/htmlwin.h>
-// Needs the one before it.
+// htmlproc.h needs htmlwin.h first.
 #include <wx/html/htmlproc.h>
 #include <wx/panel.h>
 #include <wx/settings.h>

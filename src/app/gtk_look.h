@@ -6,6 +6,6 @@ class wxFrame;
 /// toolkit is initialised and before the first control is made.
 void apply_gtk_look();
 
-/// Lets what the frame contains take the place that the geometry leaves for it. Dialogs and the
-/// title bar keep the theme's own look.
+/// Makes the frame's contents fit the places that the geometry gives them. Dialogs and the title
+/// bar keep the theme's own look.
 void fit_theme_to_places(wxFrame& frame);

@@ -14,7 +14,7 @@ struct Place {
     wxSize size;
 };
 
-/// A copy of the place for a callback of its own, which frees it with the second function.
+/// A copy of the place for one callback, which frees it with the second function.
 Place* copy_of(gpointer place) {
     return new Place(*static_cast<Place*>(place));
 }

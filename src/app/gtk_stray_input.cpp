@@ -35,7 +35,7 @@ struct {
     bool ignored = false;
 } last_press;
 
-/// The Enter or Space key that is held down.
+/// The Enter or Space key that is kept pressed.
 struct {
     guint16 code = 0;  ///< 0 for none
     guint32 time = 0;  ///< of its last press or repeat, in milliseconds of the display's clock
@@ -158,7 +158,7 @@ void ignore_stray_input() {
     if (done)
         return;
     done = true;
-    // The toolkit makes its message boxes where nobody else gets hold of them.
+    // The toolkit creates its message boxes internally: nobody else has access to them.
     g_type_class_unref(g_type_class_ref(GTK_TYPE_WIDGET));
     g_signal_add_emission_hook(g_signal_lookup("map", GTK_TYPE_WIDGET), 0, on_map, nullptr,
                                nullptr);

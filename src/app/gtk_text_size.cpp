@@ -9,12 +9,12 @@
 namespace {
 
 // The controls' places were drawn for a screen where 10 points are 10 pixels. This is the largest
-// resolution at which every text of DejaVu Sans, the font of most systems, has its room in every
-// language: at the next one the longest name of a device no longer fits its box.
+// resolution at which every text fits in every language with DejaVu Sans, the font of most systems:
+// at the next one the longest device name no longer fits its box.
 constexpr int kLargestDpi = 85;
 constexpr int kSmallestDpi = 50;
 
-/// The texts that need most of their rooms, in pixels, and the height of a line in an HTML box.
+/// The texts that fill their places most, in pixels, and the height of a line in an HTML box.
 struct Room {
     const char* text;
     int width;
@@ -25,7 +25,7 @@ constexpr Room kRooms[] = {
     {"1: Seleccionar pel\u00edculas para convertir...", 260, 17},
 };
 
-/// What the pages' own font amounts to: HTML and page titles have no other.
+/// The pages' own font, for HTML and page titles, which have no other.
 constexpr const char* kFont = "Sans 10";
 
 constexpr double kOrdinaryDpi = 96;
@@ -48,7 +48,7 @@ bool has_room_for_texts(PangoLayout* layout) {
     });
 }
 
-/// The largest resolution at which the texts have their rooms in the font that is there.
+/// The largest resolution at which the texts fit in the installed font.
 int fitting_dpi(GdkScreen* screen) {
     const Font font(pango_font_description_from_string(kFont));
     PangoContext* const context = gdk_pango_context_get_for_screen(screen);
@@ -64,8 +64,8 @@ int fitting_dpi(GdkScreen* screen) {
     return dpi;
 }
 
-/// What the desktop says of a setting that the program has set for itself; false where the desktop
-/// has no settings service.
+/// The desktop's value of a setting that the program has overridden; false if the desktop has no
+/// settings service.
 bool read_desktop_setting(const char* name, GValue* value) {
     return gdk_screen_get_setting(gdk_screen_get_default(), name, value) != FALSE;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Gives the window's texts a font and a resolution of their own, at which each of them has its
-/// room, and keeps both whatever the desktop changes while the program runs. Message boxes, file
-/// dialogs and the title bar follow the desktop's font and text size. Call once, after the toolkit
-/// is initialised and before the first control is made.
+/// Gives the window's texts a font and a resolution of their own, at which all of them fit, and
+/// keeps both when the desktop's settings change. Message boxes, file dialogs and the title bar
+/// follow the desktop's font and text size. Call once, after the toolkit is initialised and before
+/// the first control is made.
 void fix_text_size();

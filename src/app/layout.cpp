@@ -24,7 +24,7 @@
 
 namespace {
 
-/// Places a control; height 0 stands for the ordinary height of a button.
+/// Places a control; height 0 means the ordinary height of a button.
 void place(wxWindow& control, int x, int y, int width, int height) {
     if (height == 0)
         height = wxButton::GetDefaultSize(control.GetParent()).GetHeight();

@@ -11,7 +11,7 @@
 
 #include <optional>
 #ifdef GDK_WINDOWING_X11
-// Behind everything else: it makes macros of words like None.
+// Last: it defines words like None as macros.
 #include <gdk/gdkx.h>
 #endif
 
@@ -21,8 +21,8 @@ constexpr long kGiveUpMillis = 1000;
 constexpr int kRoundMillis = 1;
 
 #ifdef GDK_WINDOWING_X11
-/// Whether the X server shows all of the window: a window manager may put it into a frame of the
-/// size of a point first, and enlarge that once the window has answered.
+/// Whether the X server shows all of the window: a window manager may first put it into a frame of
+/// one pixel and enlarge that after the window has answered.
 bool is_seen_whole(GdkWindow* window, wxSize size) {
     GdkDisplay* const gdk_display = gdk_window_get_display(window);
     Display* const display = GDK_DISPLAY_XDISPLAY(gdk_display);
@@ -125,7 +125,7 @@ void paint_now(wxFrame& frame, int draws) {
             gtk_widget_queue_draw(frame.GetHandle());
             ++asked;
         }
-        // In two rounds: what the window manager said before the first may change the size.
+        // Twice in a row: what the window manager sent before the first may change the size.
         const bool fitted_before = fits;
         fits = has_its_size(frame.GetHandle());
         if (asked == draws && is_on_x && fits && fitted_before)

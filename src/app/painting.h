@@ -2,7 +2,7 @@
 
 class wxFrame;
 
-/// Brings what the frame shows onto the screen before the caller blocks. On GTK this takes rounds
-/// of an event loop, also while no other runs yet: until it has been drawn so often at its size, or
-/// a second has passed. A frame of fixed size is expected.
+/// Paints the frame before the caller blocks. On GTK this runs an event loop, even if no other runs
+/// yet, until the frame has been drawn `draws` times at its size, or for a second. The frame must
+/// have a fixed size.
 void paint_now(wxFrame& frame, int draws = 1);

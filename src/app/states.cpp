@@ -16,7 +16,7 @@ const wxColour kConvertingColour(0, 0, 255);
 const wxColour kConvertedColour(10, 201, 26);
 const wxColour kCanceledColour(255, 0, 0);
 
-/// Where the gauge stands during a run.
+/// The gauge's place during a run.
 const wxRect kGaugeAtWork(20, 225, 633, 15);
 
 }  // namespace

@@ -4,5 +4,5 @@
 
 #include <string_view>
 
-/// The text that `bytes` hold in UTF-8; empty when they are not well-formed, as RFC 3629 has it.
+/// `bytes` decoded as UTF-8; empty if they are not well-formed (RFC 3629).
 wxString text_from_utf8(std::string_view bytes);

@@ -37,7 +37,7 @@ Runner* Movie::new_runner() {
 // ---- probe --------------------------------------------------------------------------------------
 
 void Movie::Infos() {
-    // Each report may show a message; the probe is started whatever the frame did.
+    // Each report may show a message; the probe is started in any case.
     if (!wxFileName::FileExists(kFFmpegTool)) {
         error = "error_ffmpeg";
         listener->MovieInfos(this);
@@ -58,7 +58,7 @@ void Movie::InfosProcess() {
         prepare_output();
 }
 
-/// Takes the facts out of `infos` and decides the output size; false when that is no movie.
+/// Reads the facts from `infos` and decides the output size; false if it is not a movie.
 bool Movie::read_probe() {
     const ProbeFacts facts = parse_probe(infos);
     duration = facts.duration;

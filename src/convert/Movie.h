@@ -30,8 +30,8 @@ class Movie {
     Movie(const Movie&) = delete;
     Movie& operator=(const Movie&) = delete;
 
-    /// Starts the probe. A missing tool is reported to the frame at once, from inside this call,
-    /// and the probe is started all the same.
+    /// Starts the probe. A missing tool is reported to the frame from inside this call, and the
+    /// probe is started anyway.
     void Infos();
 
     /// Reads `infos` and prepares the job: sizes, paths, command lines, `error`, `confirm`.
@@ -43,8 +43,8 @@ class Movie {
     /// Starts adding the subtitles to a transcoded job.
     void Subtitle();
 
-    /// Stops the ffmpeg tool and makes the job ignore the end of whatever runs. During the subtitle
-    /// step MP4Box runs on to its own end.
+    /// Stops the ffmpeg tool; the job then ignores the end of every tool. During the subtitle step
+    /// MP4Box keeps running to its own end.
     void Cancel();
 
     /// The tool's output since the last poll, possibly empty, possibly cut inside a line.
@@ -53,8 +53,8 @@ class Movie {
     /// The tool has ended; `output` is what it printed since the last poll.
     void OnFFmpegTerminate(const wxString& output);
 
-    /// Text of the time still needed. The frame passes -1, -1, which stands for the job's own
-    /// figures; other values replace `elapsed` in the test whether it is too early for an estimate.
+    /// Text of the remaining time. The frame passes -1, -1, which means the job's own figures;
+    /// other values replace `elapsed` in the test whether it is too early for an estimate.
     wxString time_remaining(long elapsed_arg, long percent_arg) const;
 
     /// "hh:mm:ss", or ">24h" for more than 86400 seconds.
@@ -64,10 +64,10 @@ class Movie {
     /// Whole seconds in `ms` milliseconds.
     static long millis_to_seconds(long ms);
 
-    /// Cuts the job off from the frame, which is going away: every later callback does nothing.
+    /// Detaches the job from the frame, which is about to go: later callbacks do nothing.
     void Detach();
 
-    /// True when no tool runs and no callback can come any more.
+    /// True when no tool runs and no callback is pending.
     bool Ended() const;
 
     wxString mode;  ///< "" (new), "infos", "convert", "subtitle" or "cancel"

@@ -4,8 +4,8 @@
 
 #include "convert/output_size.h"
 
-// The tools' command lines. Each path stands in double quotes; one that holds a double quote or a
-// backslash is escaped inside them, so that the tool receives every path unchanged as one argument.
+// The tools' command lines. Each path is in double quotes, with its double quotes and backslashes
+// escaped, so that the tool gets it unchanged as one argument.
 
 /// The tools, by paths relative to the folder that the program runs in.
 extern const char* const kFFmpegTool;
@@ -14,7 +14,7 @@ extern const char* const kMP4BoxTool;
 /// Reports the facts of `source`.
 wxString probe_command(const wxString& source);
 
-/// Transcodes `source` to `output`. `fps` is the source's rate; above 29.97 the output gets that.
+/// Transcodes `source` to `output`. `fps` is the source's rate; the output's is limited to 29.97.
 wxString transcode_command(const wxString& source, double fps, FrameSize size,
                            const wxString& output);
 

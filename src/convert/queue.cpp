@@ -112,6 +112,6 @@ bool Vantreo::Cancel() {
     }
     layout_canceled();
     if (focused != nullptr)
-        focused->SetFocus();  // the window, disabled meanwhile, has let go of the keyboard
+        focused->SetFocus();  // which the disabled window has lost
     return true;
 }

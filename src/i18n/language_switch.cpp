@@ -24,7 +24,7 @@ void Vantreo::OncomboboxLanguages(wxCommandEvent&) {
     buttonMovies->SetLabel(Translate("buttonMovies", 0));
     buttonOutput->SetLabel(Translate("buttonOutput", 0));
     labelOptimize->SetLabel(Translate("labelOptimize", 0));
-    // The Convert page's colour, although the box stands on the Options page; kept on purpose.
+    // The Convert page's colour on purpose, although the box is on the Options page.
     show_page(*htmlSubtitle, subtitle_page(*panelConvert));
     buttonConvert->SetLabel(Translate("buttonConvert", 0));
     labelElapsed->SetLabel(Translate("labelElapsed", 0));

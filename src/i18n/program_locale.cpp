@@ -14,8 +14,8 @@ namespace {
 
 constexpr const char* kUtf8Locale = "C.UTF-8";
 
-// C.UTF-8 as the C library finds it for a country that has no locale. gettext translates nothing
-// under the names "C" and "C.UTF-8", whatever the variable LANGUAGE asks for.
+// C.UTF-8 as the C library finds it for a country that has no locale. In locales named "C" and
+// "C.UTF-8" gettext ignores LANGUAGE and translates nothing.
 constexpr const char* kTranslatableLocale = "C_XX.UTF-8";
 
 bool is_untranslatable(const char* locale) {
@@ -24,7 +24,7 @@ bool is_untranslatable(const char* locale) {
 
 /// The toolkit and GTK take file names to be in the encoding that LANG names.
 void read_file_names_as_utf8() {
-    static wxConvBrokenFileNames utf8("UTF-8");  // keeps the bytes of names that are none
+    static wxConvBrokenFileNames utf8("UTF-8");  // keeps the bytes of other names
     wxConvFileName = &utf8;
     wxSetEnv("G_FILENAME_ENCODING", "UTF-8");
 }

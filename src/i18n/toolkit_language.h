@@ -5,18 +5,18 @@
 
 #include <optional>
 
-/// Has the toolkit show its own texts, such as the buttons of message boxes and the file dialogs,
-/// in the language that `chosen` names natively; in English when it is none of `native`, or where
-/// the toolkit has no translation. Dialogs that are open keep their texts. `english` holds the
-/// English names in the order of `native`.
+/// Makes the toolkit show its own texts, such as the buttons of message boxes and the file dialogs,
+/// in the language with the native name `chosen`; in English if that is not one of `native`, or if
+/// the toolkit has no translation. Open dialogs keep their texts. `english` has the English names
+/// in the order of `native`.
 ///
-/// The environment variable LANGUAGE carries the language, which only gettext follows.
+/// Sets the environment variable LANGUAGE, which only gettext reads.
 void set_toolkit_language(const wxArrayString& native, const wxArrayString& english,
                           const wxString& chosen);
 
-/// While one lives, the variables that the program and its toolkit set for themselves have the
-/// values that the program was started with. What is started in the meantime, the browser for
-/// instance, gets the user's languages and not the window's.
+/// While one exists, the variables that the program and its toolkit set for themselves have the
+/// values that the program was started with. A program that is started then, such as the browser,
+/// gets the user's languages and not the window's.
 class UserEnvironment {
   public:
     UserEnvironment();

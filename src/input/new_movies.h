@@ -2,6 +2,6 @@
 
 #include <wx/arrstr.h>
 
-/// Those of `paths`, in their order, that neither `held` nor an earlier one of them names already;
-/// letter case does not count. Takes time in proportion to the two lists' lengths together.
+/// Those of `paths`, in order, that are neither in `held` nor earlier in `paths`, ignoring letter
+/// case. Takes linear time.
 wxArrayString new_movies(const wxArrayString& held, const wxArrayString& paths);

@@ -1,5 +1,5 @@
 // Choosing the movies and the output folder. During a run the list and the field are disabled, and
-// whatever still reaches these handlers changes nothing.
+// events that still reach these handlers change nothing.
 
 #include <wx/dirdlg.h>
 #include <wx/filedlg.h>

@@ -11,5 +11,5 @@
 /// "false".
 wxString read_setting(wxConfigBase& config, const wxString& key, const wxString& defaultLanguage);
 
-/// Stores the pair and flushes, so that the file holds it at once. Failures are ignored.
+/// Stores the pair and flushes the file at once. Failures are ignored.
 void write_setting(wxConfigBase& config, const wxString& key, const wxString& value);

@@ -39,7 +39,7 @@ wxString text_of(const fs::path& path) {
     return {path.c_str(), *wxConvFileName};
 }
 
-/// What `path` leads to if it is a symbolic link, else `path`. The toolkit renames a new file over
+/// The target of `path` if it is a symbolic link, else `path`. The toolkit renames a new file over
 /// the old one, which would replace the link.
 wxString end_of_links(const wxString& path) {
     std::error_code error;
@@ -52,9 +52,9 @@ wxString end_of_links(const wxString& path) {
     return plain.empty() ? path : text_of(plain);
 }
 
-/// False for bytes that no encoding explains, and for a NUL. What is not Unicode counts as Latin-1,
-/// where every byte is a letter, unless it holds control characters. The toolkit reads numbers
-/// beyond the last character, but cannot write them.
+/// False for bytes in no known encoding, and for a NUL. What is not Unicode counts as Latin-1,
+/// where every byte is a letter, unless it has control characters. The toolkit reads code points
+/// above U+10FFFF but cannot write them.
 bool is_text(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};

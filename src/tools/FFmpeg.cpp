@@ -17,7 +17,7 @@
 
 namespace {
 
-/// The most that one poll takes: a tool that never stops printing must not hold the window up.
+/// The most that one poll reads: a tool that never stops printing must not block the window.
 constexpr std::size_t kLongestText = std::size_t{1} << 20U;
 
 /// Between two looks at the processes that are to end.
@@ -62,7 +62,7 @@ FFmpeg::FFmpeg(Movie* job) : wxProcess(nullptr, wxID_ANY), movie(job) {
 }
 
 void FFmpeg::Run(const wxString& command) {
-    stop_mark::remove();  // what a stop has left that gave up waiting
+    stop_mark::remove();  // left by a stop that gave up waiting
     millis = 0;
     watch.Start(0);
     starting = true;
@@ -109,7 +109,7 @@ void FFmpeg::Stop(std::chrono::milliseconds limit) {
 std::string FFmpeg::ReadAvailable(wxInputStream& stream) {
     std::string bytes;
     std::array<char, 4096> piece{};
-    // A read brings what is there; it waits only where nothing is.
+    // A read returns what is there and waits only when there is nothing.
     while (bytes.size() < kLongestText && stream.CanRead())
         bytes.append(piece.data(), stream.Read(piece.data(), piece.size()).LastRead());
     return bytes;

@@ -20,7 +20,7 @@ inline constexpr std::chrono::seconds kStopLimit{5};
 wxString undecoded(std::string_view bytes);
 
 /// Runs the ffmpeg tool as an asynchronous child process and hands what it prints on its error
-/// stream to a Movie. Everything happens on the GUI thread; the exit status is not looked at.
+/// stream to a Movie. Everything happens on the GUI thread; the exit status is ignored.
 ///
 /// Callbacks: after `RunWithUpdates`, `Movie::OnFFmpegUpdate` once a second while the child runs;
 /// at the child's end, exactly once, `Movie::OnFFmpegTerminate`. Both come from the event loop,
@@ -40,23 +40,23 @@ class FFmpeg : public wxProcess {
     bool RunWithUpdates(const wxString& command);
 
     /// Runs "killall ffmpeg", which asks every process named ffmpeg to end, and returns when none
-    /// of the user's is left. Those that are left after `limit` are named on the console. The
-    /// window takes no input meanwhile, and a mark says to the program's own tools who ends them. A
-    /// running MP4Box goes on. On a system without killall only the runner's own child is asked to
-    /// end and waited for.
+    /// of the user's is left. Those still running after `limit` are listed on the console. Handles
+    /// events while it waits, so the caller disables its windows. A stop mark shows the program's
+    /// own tools who stops them. MP4Box keeps running. On a system without killall, only the
+    /// runner's own child is asked to end and waited for.
     void Stop(std::chrono::milliseconds limit = kStopLimit);
 
-    /// What can be read from the error stream without waiting: several lines, and the beginning of
-    /// one, come as they are. Of a tool that prints faster than it can be read, at most 1 MiB.
+    /// What can be read from the error stream without waiting: any number of lines, and possibly
+    /// the beginning of one. At most 1 MiB, for a tool that prints faster than it can be read.
     wxString GetLine();
 
     void OnTimer(wxTimerEvent& event);
     void OnTerminate(int pid, int status) override;
 
-    /// True when no child runs and no callback can come any more.
+    /// True when no child runs and no callback is pending.
     bool Ended() const;
 
-    /// No further polls; the child's end still comes.
+    /// Ends the polls; the child's end is still reported.
     void StopPolling();
 
     long millis = 0;  ///< run time in milliseconds, as of the last poll or of the end
@@ -65,16 +65,16 @@ class FFmpeg : public wxProcess {
     /// What can be read from `stream` without waiting, at most 1 MiB.
     static std::string ReadAvailable(wxInputStream& stream);
 
-    /// What can be read from the error stream without waiting. The tool's complaints in it go on to
-    /// the program's own error stream: the window shows none of them.
+    /// What can be read from the error stream without waiting. The tool's complaints in it are
+    /// passed on to the program's own error stream: the window shows none of them.
     std::string ReadErrors();
 
     void ReportPoll(const wxString& text);
 
-    /// True when this end came too early and will be delivered once more.
+    /// Defers an end that is reported from inside wxExecute to the event loop; true if it did.
     bool PostponedEnd(int pid, int status);
 
-    /// The child has ended and `rest` is what it printed since the last poll.
+    /// Reports the end of the child; `rest` is what it printed since the last poll.
     void ReportEnd(const wxString& rest);
 
     Movie* movie;

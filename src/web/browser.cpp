@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The toolkit's own complaints name calls and error numbers of its own.
+/// Without the toolkit's own messages, which are about its calls and error numbers.
 bool launch_silently(const wxString& address) {
     const wxLogNull silent;
     const UserEnvironment environment;

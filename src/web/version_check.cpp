@@ -1,4 +1,4 @@
-// The version check at start-up: until it has ended, the frame shows the version screen alone.
+// The version check at start-up: until it ends, the frame shows the version screen only.
 
 #include <wx/button.h>
 #include <wx/panel.h>

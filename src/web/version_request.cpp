@@ -17,7 +17,7 @@
 
 namespace {
 
-/// The most that is read of a reply.
+/// The most that is read of a reply, in bytes.
 constexpr std::size_t kBlock = 1024;
 
 class PageRequest : public wxProtocol {
@@ -42,9 +42,9 @@ class PageRequest : public wxProtocol {
     std::chrono::milliseconds limit;
 };
 
-/// The toolkit's address with another request behind it. The toolkit's own one bounds single waits
-/// only, looks the name of a proxied site up, loses the site's port on the way to a proxy, and
-/// reads until the server closes the connection.
+/// The toolkit's address class with another request. The toolkit's own one only limits single
+/// waits, looks up the name of a site behind a proxy, drops the site's port on the way to a proxy,
+/// and reads until the server closes the connection.
 class PageAddress : public wxURL {
   public:
     PageAddress(const wxString& address, std::chrono::milliseconds limit)
@@ -53,7 +53,7 @@ class PageAddress : public wxURL {
             return;
         m_protocol->Destroy();
         m_protocol = &request;
-        m_useProxy = true;  // the toolkit connects nothing by itself then, and does not own
+        m_useProxy = true;  // so the toolkit neither connects nor owns
     }
 
   private:

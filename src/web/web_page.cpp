@@ -14,13 +14,13 @@ struct Closer {
     void operator()(CURL* request) const { curl_easy_cleanup(request); }
 };
 
-/// What is wanted of a page, as far as it has come.
+/// The part of a page that is wanted, as far as it has arrived.
 struct Beginning {
     std::string bytes;
     std::size_t most;
 };
 
-/// Taking fewer bytes than were offered ends the request.
+/// Returning fewer bytes than offered ends the request.
 std::size_t take(const char* bytes, std::size_t, std::size_t count, void* wanted) {
     auto& page = *static_cast<Beginning*>(wanted);
     const std::size_t taken = std::min(count, page.most - page.bytes.size());
@@ -37,7 +37,7 @@ std::string environment(const char* name, const char* otherwise) {
     return {};
 }
 
-/// The servers that are asked without the proxy: this machine, and those of no_proxy.
+/// The servers that are contacted without the proxy: this machine, and those of no_proxy.
 std::string proxy_exceptions() {
     const std::string named = environment("no_proxy", "NO_PROXY");
     return named == "*" ? named : "localhost,127.0.0.0/8,::1," + named;
@@ -64,7 +64,8 @@ std::optional<std::string> beginning_of_page(const std::string& address, std::si
     curl_easy_setopt(curl, CURLOPT_FAILONERROR, 1L);
     curl_easy_setopt(curl, CURLOPT_TIMEOUT_MS, std::max(1L, static_cast<long>(limit.count())));
     curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
-    curl_easy_setopt(curl, CURLOPT_QUICK_EXIT, 1L);  // not beyond a look-up that lasts longer
+    curl_easy_setopt(curl, CURLOPT_QUICK_EXIT,
+                     1L);  // without waiting for the end of a name look-up
     curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, take);
     curl_easy_setopt(curl, CURLOPT_WRITEDATA, &page);
     const CURLcode result = curl_easy_perform(curl);

@@ -5,12 +5,11 @@
 #include <optional>
 #include <string>
 
-/// The beginning of the page at `address`, at most `most` bytes of it. Plain http, through the
-/// proxy that http_proxy names unless no_proxy excepts the server; this machine is asked directly.
-/// A redirect is not followed: its own page counts.
+/// The first `most` bytes of the page at `address`. Plain http, through the proxy of http_proxy
+/// unless no_proxy excludes the server; this machine is always contacted directly. Redirects are
+/// not followed: the redirect's own page counts.
 ///
-/// Nothing for an error (a status of 400 and above), and when nothing of the page has come within
-/// `limit`, the look-up of the name included. Of a page that is not complete then, what has come.
-/// Blocks.
+/// Empty for an error (a status of 400 or above), and if nothing arrives within `limit`, which
+/// includes the name look-up. Of an incomplete page, what has arrived by then. Blocks.
 std::optional<std::string> beginning_of_page(const std::string& address, std::size_t most,
                                              std::chrono::milliseconds limit);
