@@ -44,7 +44,7 @@ class Truncated(MovieCase):
             self.check_reported(f"half of a movie in {container.upper()}")
 
     def test_half_a_movie_padded_with_zeros(self) -> None:
-        for container in ("ts", "mpg", "flv"):
+        for container in ("ts", "mpg", "flv", "avi", "wmv", "mkv"):
             movie = self.whole_movie(container)
             size = movie.stat().st_size
             with movie.open("r+b") as file:
