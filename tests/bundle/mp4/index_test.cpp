@@ -23,7 +23,7 @@ std::string long_box(const std::string& type, const std::string& content) {
 /// A box without flags.
 std::string full_box(const std::string& type, const std::string& content,
                      std::uint64_t version = 0) {
-    return full_box(type, version << 24, content);
+    return bundle::full_box(type, version << 24, content);
 }
 
 const std::string kMvhd = full_box("mvhd", zeros(8) + number(1000, 4) + number(2500, 4));
