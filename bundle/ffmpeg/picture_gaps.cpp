@@ -1,8 +1,7 @@
 #include "ffmpeg/picture_gaps.h"
 
-#include <algorithm>
-#include <array>
-#include <cstdio>
+#include "core/formatted.h"
+#include "core/lines.h"
 
 namespace bundle {
 
@@ -24,12 +23,10 @@ bool is_on_audio(std::string_view line, int index, std::string_view codec) {
 
 bool has_other_errors(std::string_view messages, int index, std::string_view codec) {
     while (!messages.empty()) {
-        const std::size_t cut = std::min(messages.find('\n'), messages.size());
-        const std::string_view line = messages.substr(0, cut);
+        const std::string_view line = take_line(messages);
         if (!line.empty() && !is_on_audio(line, index, codec)) {
             return true;
         }
-        messages.remove_prefix(std::min(cut + 1, messages.size()));
     }
     return false;
 }
@@ -40,12 +37,10 @@ std::string picture_gaps(const FrameCount& frames, double rate) {
         missing <= frames.expected * kToleratedShare) {
         return {};
     }
-    std::array<char, 200> text{};
-    std::snprintf(text.data(), text.size(),
-                  "The movie is damaged: %.1f of %.1f seconds of its picture (%.0f %%) cannot be "
-                  "read; the picture stands still there.",
-                  missing / rate, frames.expected / rate, 100 * missing / frames.expected);
-    return text.data();
+    return formatted(
+        "The movie is damaged: %.1f of %.1f seconds of its picture (%.0f %%) cannot be "
+        "read; the picture stands still there.",
+        missing / rate, frames.expected / rate, 100 * missing / frames.expected);
 }
 
 }  // namespace bundle

@@ -1,8 +1,8 @@
 #include "ffmpeg/shape_fit.h"
 
-#include <array>
-#include <cstdio>
 #include <utility>
+
+#include "core/formatted.h"
 
 namespace bundle {
 
@@ -51,15 +51,12 @@ std::string fit_filters(const VideoStream& video) {
     const double aspect = shown_aspect(video);
     // Register 0 is how much wider a frame is than the movie; small differences are rounding. Sides
     // that are multiples of four keep the fields of interlaced frames apart.
-    std::array<char, 600> text{};
-    std::snprintf(
-        text.data(), text.size(),
+    return formatted(
         "scale=w='if(lt(st(0,a*if(between(sar,0.1,10),sar,1)/%.6f),0.985),"
         "max(4,4*round(%d*ld(0)/4)),%d)':"
         "h='if(gt(st(0,a*if(between(sar,0.1,10),sar,1)/%.6f),1.015),"
         "max(4,4*round(%d/ld(0)/4)),%d)':eval=frame:interl=-1,pad=%d:%d:-1:-1:eval=frame,",
         aspect, size.width, size.width, aspect, size.height, size.height, size.width, size.height);
-    return text.data();
 }
 
 }  // namespace bundle

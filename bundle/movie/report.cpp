@@ -1,9 +1,9 @@
 #include "movie/report.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
+
+#include "core/formatted.h"
 
 #include "protocol/tool_output.h"
 
@@ -13,13 +13,6 @@ namespace {
 
 // 99:59:59.99 in hundredths of a second.
 constexpr double kLongest = 100.0 * 3600 * 100 - 1;
-
-template <typename... Values>
-std::string formatted(const char* format, Values... values) {
-    std::array<char, 256> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), format, values...);
-    return buffer.data();
-}
 
 std::string clock(const std::optional<double>& seconds) {
     if (!seconds || *seconds < 0) {

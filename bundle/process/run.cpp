@@ -130,9 +130,6 @@ Result<int> run(const Command& command, const Listener& listener, const StopSign
         if (errors.read_available() || printed) {
             limits.heard();
         }
-        if (listener.should_stop && listener.should_stop()) {
-            return Failure{name_of(command) + " was ended before its time"};
-        }
         if (status) {
             return *status;
         }

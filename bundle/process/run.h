@@ -27,8 +27,7 @@ struct Command {
 struct Listener {
     std::function<void(std::string_view)> on_output;  ///< a piece of its standard output
     std::function<void(std::string_view)> on_error;   ///< a piece of its error stream
-    std::function<void()> on_tick;           ///< every `kTick`, unless one of these takes longer
-    std::function<bool()> should_stop = {};  ///< true ends the program
+    std::function<void()> on_tick;  ///< every `kTick`, unless one of these takes longer
 };
 
 inline constexpr std::chrono::milliseconds kTick{250};
@@ -41,10 +40,9 @@ inline constexpr std::chrono::milliseconds kLongestStall{8000};
 
 /// Runs the program to its end and returns its exit status (128 plus the signal that killed it).
 ///
-/// Blocks. Fails when the program can't be started, after a stop signal, when `should_stop` says
-/// so, and when the program stands still or exceeds a limit; it has then been killed. It is also
-/// killed when this process ends in any way (Linux only). All output has been passed on when `run`
-/// returns.
+/// Blocks. Fails when the program can't be started, after a stop signal, and when the program
+/// stands still or exceeds a limit; it has then been killed. It is also killed when this process
+/// ends in any way (Linux only). All output has been passed on when `run` returns.
 Result<int> run(const Command& command, const Listener& listener, const StopSignals& stop);
 
 }  // namespace bundle

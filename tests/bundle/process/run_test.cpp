@@ -27,17 +27,5 @@ TEST(Process, PassesOnEverythingPrinted) {
     EXPECT_EQ(errors, "err\n");
 }
 
-TEST(Process, EndsAProgramWhenItsListenerSaysSo) {
-    bool has_enough = false;
-    const Listener listener{
-        {}, [&](std::string_view) { has_enough = true; }, {}, [&] { return has_enough; }};
-    const auto start = std::chrono::steady_clock::now();
-    const auto status =
-        run({"/bin/sh", {"-c", "echo err >&2; exec sleep 60"}}, listener, StopSignals({}));
-    ASSERT_FALSE(status);
-    EXPECT_EQ(status.failure().message, "sh was ended before its time");
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
-}
-
 }  // namespace
 }  // namespace bundle
