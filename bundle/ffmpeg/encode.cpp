@@ -2,20 +2,29 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <utility>
 
 #include "core/cause.h"
 #include "core/console.h"
-#include "ffmpeg/system_filters.h"
 #include "movie/audible_streams.h"
 #include "movie/probe.h"
+#include "process/ffmpeg_filters.h"
 #include "process/progress.h"
 #include "process/run_ffmpeg.h"
 
 namespace bundle {
 
 namespace {
+
+/// Asks the system's ffmpeg, but only for what the movie needs: each question starts it.
+SystemFilters system_filters_for(const Movie& movie, const StopSignals& stop) {
+    const auto& subtitles = movie.subtitles;
+    const bool has_teletext = std::any_of(subtitles.begin(), subtitles.end(), is_teletext);
+    return {!movie.video.needs_colour_conversion || has_colour_filters(stop),
+            !has_teletext || has_teletext_decoder(stop)};
+}
 
 /// Encodes one movie, with a new plan after each run that has shown the need for one.
 class Encoder {
@@ -30,10 +39,10 @@ class Encoder {
         say(plan.notes);
         while (true) {
             const auto made = run_plan(plan, output_.path(), show_, stop_);
+            const bool is_silent = stop_.received() == 0 && has_silent_audio(movie, made);
             if (stop_.received() != 0) {
                 return stop_.failure();
             }
-            const bool is_silent = has_silent_audio(movie, made);
             if (!is_silent && !may_fail_by_subtitles(plan, made)) {
                 return made ? outcome(movie, *made) : made.failure();
             }

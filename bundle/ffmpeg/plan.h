@@ -5,10 +5,15 @@
 #include <vector>
 
 #include "ffmpeg/request.h"
-#include "ffmpeg/system_filters.h"
 #include "movie/movie.h"
 
 namespace bundle {
+
+/// What the system's ffmpeg can do that not every build of ffmpeg can.
+struct SystemFilters {
+    bool can_convert_colours = true;  ///< it has the zscale and tonemap filters
+    bool can_decode_teletext = true;
+};
 
 /// Everything about a conversion that can be decided before ffmpeg is started.
 struct ConversionPlan {

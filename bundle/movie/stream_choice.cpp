@@ -1,6 +1,11 @@
 #include "movie/stream_choice.h"
 
+#include <array>
+#include <nlohmann/json.hpp>
 #include <tuple>
+#include <utility>
+
+#include "core/json_reading.h"
 
 namespace bundle {
 
@@ -20,6 +25,24 @@ std::optional<std::size_t> best(const std::vector<StreamFacts>& streams, Qualifi
 }
 
 }  // namespace
+
+AudioKind audio_kind(const nlohmann::json& disposition) {
+    static constexpr std::array<std::pair<const char*, AudioKind>, 7> kFlags{{
+        {"comment", AudioKind::kCommentary},
+        {"karaoke", AudioKind::kCommentary},
+        {"clean_effects", AudioKind::kCommentary},
+        {"visual_impaired", AudioKind::kAudioDescription},
+        {"descriptions", AudioKind::kAudioDescription},
+        {"hearing_impaired", AudioKind::kHearingImpaired},
+        {"dub", AudioKind::kDubbed},
+    }};
+    for (const auto& [flag, kind] : kFlags) {
+        if (whole(disposition, flag) != 0) {
+            return kind;
+        }
+    }
+    return AudioKind::kMain;
+}
 
 bool may_be_one_frame(const StreamFacts& stream) {
     return stream.packets_seen && *stream.packets_seen < 2;

@@ -25,6 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     REQUIRE(request->height >= 0 && request->height <= 16384);
     REQUIRE(request->width + request->height > 0);  // the conversion takes 2 for a side of 0 or 1
     REQUIRE(request->level == 0 || (request->level >= 10 && request->level <= 62));
+    REQUIRE(request->reference_frames >= 1 && request->reference_frames <= 16);
     REQUIRE(!request->rate || request->rate->value() > 0);
     return 0;
 }
