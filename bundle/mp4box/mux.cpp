@@ -8,6 +8,7 @@
 #include "core/console.h"
 #include "core/file_identity.h"
 #include "core/files.h"
+#include "core/formatted.h"
 #include "core/json_reading.h"
 #include "movie/movie_tags.h"
 #include "mp4/check.h"
@@ -187,7 +188,7 @@ std::vector<std::string> subtitle_arguments(const std::string& mp4, const Mp4Fac
     append({"-map", "1:0", "-c", "copy", "-c" + track, "mov_text"});
     // The default of microseconds limits the gap between two cues.
     append({"-time_base" + track, "1/1000"});
-    append({"-metadata:s" + track, std::string("handler_name=") + kTrackName});
+    append({"-metadata:s" + track, formatted("handler_name=%s", kTrackName)});
     // The only tag that ffmpeg does not copy by itself.
     if (!facts.recorded.empty()) {
         append({"-metadata", "creation_time=" + facts.recorded});

@@ -1,5 +1,6 @@
 #include "i18n/lookup.h"
 
+#include <wx/crt.h>
 #include <wx/tokenzr.h>
 
 #include "convert/devices.h"

@@ -51,6 +51,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     const auto mux = bundle::parse_subtitle_request(arguments_of(subtitle_command(path, output)));
     REQUIRE(static_cast<bool>(mux));
-    REQUIRE(mux->subtitles == text && mux->movie == "/out/" + text);
+    REQUIRE(mux->subtitles == text && mux->mp4 == "/out/" + text);
     return 0;
 }

@@ -15,8 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return 0;
     }
     const auto again =
-        bundle::parse_subtitle_request({"-add", request->subtitles + ":hdlr=sbtl", request->movie});
+        bundle::parse_subtitle_request({"-add", request->subtitles + ":hdlr=sbtl", request->mp4});
     REQUIRE(static_cast<bool>(again));
-    REQUIRE(again->subtitles == request->subtitles && again->movie == request->movie);
+    REQUIRE(again->subtitles == request->subtitles && again->mp4 == request->mp4);
     return 0;
 }
