@@ -84,8 +84,12 @@ def make_movies(target: Path, count: int, seconds: int) -> list[Path]:
     movies = [target / f"movie{number}.mkv" for number in range(1, count + 1)]
     for number, movie in enumerate(movies, 1):
         ffmpeg(
-            *("-f", "lavfi", "-i", "testsrc2=size=1280x720:rate=25,noise=alls=6:allf=t"
-              f":all_seed={number}"),
+            *(
+                "-f",
+                "lavfi",
+                "-i",
+                f"testsrc2=size=1280x720:rate=25,noise=alls=6:allf=t:all_seed={number}",
+            ),
             *("-f", "lavfi", "-i", f"sine=frequency={200 + number}:sample_rate=48000"),
             *("-t", seconds, "-c:v", "libx264", "-preset", "veryfast", "-crf", 23),
             *("-pix_fmt", "yuv420p", "-c:a", "aac", "-f", "matroska", movie),

@@ -17,7 +17,9 @@ class Heartbeat:
     """Queries from a process of its own, so that driving the window does not interfere."""
 
     def __init__(self, pid: int) -> None:
-        self._process = Popen([sys.executable, __file__, str(pid)], stdin=PIPE, stdout=PIPE, text=True)
+        self._process = Popen(
+            [sys.executable, __file__, str(pid)], stdin=PIPE, stdout=PIPE, text=True
+        )
         if self._process.stdout.readline().strip() != "beating":
             raise RuntimeError("the window does not answer")
 

@@ -6,7 +6,14 @@ from statistics import median
 from driver import Vantreo, click, press_key, wait_for
 from figures import Figure, n_log_n_excess
 from ground import (
-    Scale, drop_all, names, press, say, wait_for_completion, wait_quietly, window_with_stand_ins,
+    Scale,
+    drop_all,
+    names,
+    press,
+    say,
+    wait_for_completion,
+    wait_quietly,
+    window_with_stand_ins,
 )  # fmt: skip
 from readings import main_thread_seconds
 

@@ -5,7 +5,14 @@ import time
 
 from figures import Figure, in_turns, ratio_figure
 from ground import (
-    Scale, drop_all, folder, make_movies, press, say, wait_for_completion, window,
+    Scale,
+    drop_all,
+    folder,
+    make_movies,
+    press,
+    say,
+    wait_for_completion,
+    window,
 )  # fmt: skip
 from readings import own_seconds, peak_memory
 from smallest import smallest_started

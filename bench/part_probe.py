@@ -8,7 +8,14 @@ from statistics import median
 
 from figures import Figure, growth_exponent, in_turns, ratio_figure
 from ground import (
-    Scale, drop_all, folder, press, say, silent, wait_quietly, window,
+    Scale,
+    drop_all,
+    folder,
+    press,
+    say,
+    silent,
+    wait_quietly,
+    window,
 )  # fmt: skip
 from samples import make_movie
 
@@ -59,7 +66,13 @@ def measure(scale: Scale) -> list[Figure]:
             points.append((count, median(ours)))
     exponent = growth_exponent(points)
     figures.append(
-        Figure("probe", "growth with the number of movies", exponent, "", LONGEST_STRAIGHT_EXPONENT,
-               note="exponent")  # fmt: skip
+        Figure(
+            "probe",
+            "growth with the number of movies",
+            exponent,
+            "",
+            LONGEST_STRAIGHT_EXPONENT,
+            note="exponent",
+        )  # fmt: skip
     )
     return figures

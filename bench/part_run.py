@@ -9,8 +9,16 @@ from statistics import median
 
 from figures import Figure, in_turns, ratio_figure
 from ground import (
-    Scale, drop_all, folder, make_movies, press, say, silent, wait_for_completion,
-    wait_for_file, window,
+    Scale,
+    drop_all,
+    folder,
+    make_movies,
+    press,
+    say,
+    silent,
+    wait_for_completion,
+    wait_for_file,
+    window,
 )  # fmt: skip
 from readings import Watch, children_seconds, own_seconds
 

@@ -5,7 +5,15 @@ from statistics import median
 from driver import Page, Vantreo
 from figures import Figure, in_turns
 from ground import (
-    Scale, drop_all, folder, make_movies, names, press, say, wait_for_completion, window,
+    Scale,
+    drop_all,
+    folder,
+    make_movies,
+    names,
+    press,
+    say,
+    wait_for_completion,
+    window,
     window_with_stand_ins,
 )  # fmt: skip
 from heartbeat import Heartbeat

@@ -37,8 +37,7 @@ KINDS = [
     Kind(
         "MPEG-4 with B-frames.avi",
         "mencoder",
-        f"{MENCODER} -ovc lavc -lavcopts vcodec=mpeg4:vqscale=3:vmax_b_frames=2 -oac "
-        "mp3lame -o $O",
+        f"{MENCODER} -ovc lavc -lavcopts vcodec=mpeg4:vqscale=3:vmax_b_frames=2 -oac mp3lame -o $O",
         SMALL,
     ),
     Kind(

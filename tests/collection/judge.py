@@ -6,7 +6,6 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 import numpy
-
 import pattern as drawn
 from boxes import read_mp4
 from pattern import Pattern
@@ -124,7 +123,7 @@ def judge_numbers(found: Judgement, pattern: Pattern, wanted: Wanted, played: Pl
         missing = sorted(set(range(wanted.first, wanted.first + frames)) - set(numbers))
         found.check(
             len(missing) <= max(1, frames // 1000 * 2),
-            f"{len(missing)} frames missing: " f"{missing[:4]}...",
+            f"{len(missing)} frames missing: {missing[:4]}...",
         )
         twice = len(numbers) - len(set(numbers))
         found.check(twice <= 1 + frames // 500, f"{twice} frames twice")

@@ -20,7 +20,7 @@ KINDS = [
     Kind(
         "compressed by zlib.mkv",
         "mkvmerge",
-        f"{COPY} --compression 0:zlib " "--compression 1:zlib $D/a.mkv",
+        f"{COPY} --compression 0:zlib --compression 1:zlib $D/a.mkv",
     ),
     Kind(
         "fonts and a cover.mkv",

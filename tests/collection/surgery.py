@@ -253,7 +253,7 @@ def with_matrix(data: bytes, *values: float) -> bytes:
     a, b, c, d, x, y = (round(value * 65536) for value in values)
     matrix = struct.pack(">9i", a, b, 0, c, d, 0, x, y, 1 << 30)
     return movie_end(
-        data, change_tracks(b"vide", [b"tkhd"], lambda body: (body[:40] + matrix + body[76:]))
+        data, change_tracks(b"vide", [b"tkhd"], lambda body: body[:40] + matrix + body[76:])
     )
 
 

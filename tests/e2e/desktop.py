@@ -16,9 +16,9 @@ from pathlib import Path
 from typing import NamedTuple, Self
 
 from driver import (
+    REST_SECONDS,
     Atspi,
     Gdk,
-    REST_SECONDS,
     NotSeen,
     Page,
     Vantreo,
@@ -88,7 +88,9 @@ def display_rows() -> list[bytes]:
     picture = picture_of(0, 0, screen.get_width(), screen.get_height())
     data, stride = picture.get_pixels(), picture.get_rowstride()
     width = picture.get_width() * picture.get_n_channels()
-    return [data[start : start + width] for start in range(0, stride * picture.get_height(), stride)]
+    return [
+        data[start : start + width] for start in range(0, stride * picture.get_height(), stride)
+    ]
 
 
 def move_pointer_to_middle() -> None:
@@ -114,7 +116,9 @@ def empty_desktop() -> list[bytes]:
             since = time.monotonic()
         # Most nested sessions start with a black window.
         has_begun = BACKEND == "x11" or SESSION == "kwin" or any(map(any, rows))
-        return has_begun and time.monotonic() - since > (BUILD_UP_SECONDS if PANEL else REST_SECONDS)
+        return has_begun and time.monotonic() - since > (
+            BUILD_UP_SECONDS if PANEL else REST_SECONDS
+        )
 
     wait_for(is_painted, "an empty desktop", 30)
     return rows
@@ -126,7 +130,9 @@ def window_box() -> Box | None:
     for y, (empty, row) in enumerate(zip(empty_desktop(), display_rows())):
         if row == empty or y < PANEL:
             continue
-        bright = [i // CHANNELS for i, (old, new) in enumerate(zip(empty, row)) if new > old + FAINT]
+        bright = [
+            i // CHANNELS for i, (old, new) in enumerate(zip(empty, row)) if new > old + FAINT
+        ]
         if bright:
             tops.append(y)
             lefts.append(bright[0])

@@ -21,7 +21,6 @@ from desktop import (
     DesktopWindow,
     empty_desktop,
     sees_text,
-    window_box,
 )
 from driver import Gdk, GLib, NotSeen, Program, picture_of, wait_for
 from samples import describe, make_movie

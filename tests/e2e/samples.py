@@ -17,9 +17,7 @@ Second line
 
 
 def ffmpeg(*arguments: object) -> None:
-    subprocess.run(
-        ["ffmpeg", "-nostdin", "-v", "error", "-y", *map(str, arguments)], check=True
-    )
+    subprocess.run(["ffmpeg", "-nostdin", "-v", "error", "-y", *map(str, arguments)], check=True)
 
 
 def make_movie(

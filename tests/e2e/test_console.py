@@ -51,7 +51,9 @@ class Console(WindowCase):
         self.write_settings(Output="/proc")
         make_movie(self.movies / "movie.mkv", 1)
         where, what = self.converted().splitlines()
-        self.assertRegex(where, r"\Affmpeg: what happened is written in '.*movie\.mp4~.*', not beside")
+        self.assertRegex(
+            where, r"\Affmpeg: what happened is written in '.*movie\.mp4~.*', not beside"
+        )
         self.assertIn("'/proc/movie.mp4'", where)
         self.assertRegex(what, r"\Affmpeg: cannot convert .*/proc.*")
 

@@ -75,7 +75,9 @@ class ScreenReader(WindowCase):
             window.donate_button: words("buttonDonate"),
         }
         self.assertEqual([spoken(c) for c in names], list(names.values()))
-        self.assertEqual(window.translations_box.get_name(), html_words("htmlTranslations", language))
+        self.assertEqual(
+            window.translations_box.get_name(), html_words("htmlTranslations", language)
+        )
         self.assertEqual(window.subtitle_box.get_name(), html_words("htmlSubtitle", language))
         self.assertIn(html_words("htmlAboutYouLike", language), window.about_box.get_name())
 

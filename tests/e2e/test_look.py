@@ -70,9 +70,7 @@ class Look(WindowCase):
         self.look_at_page(window, [window.about_box], texts=True)
         self.close_window(window)
 
-    def look_at_page(
-        self, window: Vantreo, boxes: list[Atspi.Accessible], texts: bool
-    ) -> None:
+    def look_at_page(self, window: Vantreo, boxes: list[Atspi.Accessible], texts: bool) -> None:
         picture = window.picture()
         # The lower right corner is empty on each page.
         page_colour = rows_of(picture)[-20 * SCALE][-20 * SCALE]

@@ -5,7 +5,7 @@ import unittest
 from typing import NamedTuple
 
 from driver import Atspi, Page, Vantreo, descendants, has_state, press_key, wait_for
-from samples import make_movie, make_long_movie
+from samples import make_long_movie, make_movie
 from texts import LANGUAGES, text
 from window_case import WindowCase, make_locales
 

@@ -8,6 +8,7 @@ from pathlib import Path
 
 from movie_case import DEADLINE, SMALL, MovieCase, picture, tone
 
+
 def stamp(seconds: float) -> str:
     milliseconds = round(seconds * 1000)
     minutes, rest = divmod(milliseconds, 60_000)

@@ -215,8 +215,7 @@ class MovieCase(unittest.TestCase):
         done = subprocess.run(
             [os.fspath(FFMPEG), *map(os.fspath, map(_word, arguments))],
             stdin=subprocess.DEVNULL,
-            stdout=subprocess.PIPE,
-            stderr=subprocess.PIPE,
+            capture_output=True,
             timeout=DEADLINE,
             env=environment,
             **more,

@@ -48,9 +48,7 @@ def tears(path: Path, pitch: int) -> int:
     rate = 44100
     wave = samples(path, rate, "-ac", "1")
     wave = wave[rate // 10 : -rate // 10]
-    crossings = [
-        at + a / (a - b) for at, (a, b) in enumerate(zip(wave, wave[1:])) if a < 0 <= b
-    ]
+    crossings = [at + a / (a - b) for at, (a, b) in enumerate(zip(wave, wave[1:])) if a < 0 <= b]
     lengths = [(b - a) * pitch / rate for a, b in zip(crossings, crossings[1:])]
     return sum(abs(length - 1) > 0.05 for length in lengths)
 

@@ -22,10 +22,18 @@ class Clocks(MovieCase):
             self.assertAlmostEqual(frame_times(self.out)[-1], 4, delta=0.2)
             self.assertFalse(self.out.with_name("out.mp4.failed.txt").exists())
             case = f"4 s in {movie.suffix[1:].upper()} whose clock starts at one hour"
-            row(SECTION, case, f"reported as {report.duration}, all of it converted; no failure note")
+            row(
+                SECTION,
+                case,
+                f"reported as {report.duration}, all of it converted; no failure note",
+            )
 
     def test_joined_parts(self) -> None:
-        for name, more in (("part.ts", ()), ("later.ts", ("-output_ts_offset", 3600)), ("part.mpg", ())):
+        for name, more in (
+            ("part.ts", ()),
+            ("later.ts", ("-output_ts_offset", 3600)),
+            ("part.mpg", ()),
+        ):
             coding = ("-c:v", "mpeg2video", "-c:a", "mp2", *more)
             first = self.movie(f"first{name}", *picture(4), *tone(4), *coding[:4])
             second = self.movie(name, *picture(4), *tone(4), *coding)
@@ -89,7 +97,9 @@ class Clocks(MovieCase):
             self.assertLess(max(b - a for a, b in zip(times, times[1:])), 0.1)
             self.assertGreater(len(set(frame_sums(self.out, "trim=start=8"))), 20)
             self.assertFalse(self.out.with_name("out.mp4.failed.txt").exists())
-            case = f"3 s of 160x120 and 6 s of {size} with other PIDs joined in TS, the clock {clock}"
+            case = (
+                f"3 s of 160x120 and 6 s of {size} with other PIDs joined in TS, the clock {clock}"
+            )
             row(SECTION, case, f"reported as {size}, about 9 s; the picture moves up to the end")
 
     def test_joined_wmv_of_two_kinds(self) -> None:
@@ -108,7 +118,9 @@ class Clocks(MovieCase):
     def check_whole(self, joined: Path) -> None:
         report = self.convert(joined)
         self.assertIn(report.duration, ("00:00:07", "00:00:08"))
-        for light, sound, time in zip(flashes(self.out), beeps(self.out), (1, 3, 5, 7), strict=True):
+        for light, sound, time in zip(
+            flashes(self.out), beeps(self.out), (1, 3, 5, 7), strict=True
+        ):
             self.assertAlmostEqual(light, sound, delta=0.04)
             self.assertAlmostEqual(light, time, delta=0.2)
         self.assertAlmostEqual(frame_times(self.out)[-1], 8, delta=0.2)

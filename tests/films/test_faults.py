@@ -14,8 +14,8 @@ from output_case import (
     can_mount,
     eventually,
     names,
-    small_files,
     note_of,
+    small_files,
     transcoding,
 )
 from table import row, unmeasured

@@ -4,8 +4,8 @@ import struct
 import subprocess
 import unittest
 
-from movie_case import DEADLINE, SMALL, picture, probe, streams, tone
 from inner_case import InnerCase, boxes, srt
+from movie_case import DEADLINE, SMALL, picture, probe, streams, tone
 from output_case import adding
 from table import row
 
@@ -182,7 +182,12 @@ class InnerSubtitles(InnerCase):
     def test_the_file_beside_the_movie_comes_first(self) -> None:
         inner = self.text("inner.srt", srt((0.2, 0.8, "Inner")))
         beside = self.text("beside.srt", srt((0.3, 0.9, "Beside")))
-        options = ("-metadata:s:s", "language=ger", "-metadata", "creation_time=2021-05-06T07:08:09Z")
+        options = (
+            "-metadata:s:s",
+            "language=ger",
+            "-metadata",
+            "creation_time=2021-05-06T07:08:09Z",
+        )
         self.convert(self.with_texts("movie.mkv", [inner], *options, "-disposition:s", "default"))
         self.assertEqual(self.heads(), [(True, 0)])
         places = boxes(self.out.read_bytes(), "moov", "trak", "tkhd")[2][32:34]

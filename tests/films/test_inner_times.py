@@ -5,8 +5,8 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from movie_case import DEADLINE, SMALL, picture, probe, streams, tone
 from inner_case import InnerCase, srt
+from movie_case import DEADLINE, SMALL, picture, probe, streams, tone
 from table import row
 from teletext import add_teletext
 

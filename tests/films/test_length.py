@@ -13,9 +13,7 @@ SECTION = "The movie"
 BIG = 2_000_000_000
 
 
-CUES = (
-    "1\n00:00:01,000 --> 00:00:02,000\nOne\n\n2\n00:01:00,000 --> 00:01:01,000\nTwo\n"
-)
+CUES = "1\n00:00:01,000 --> 00:00:02,000\nOne\n\n2\n00:01:00,000 --> 00:01:01,000\nTwo\n"
 
 
 def no_files() -> None:
@@ -185,4 +183,3 @@ class Length(MovieCase):
         movie = self.folder / "both.ogv"
         movie.write_bytes(one.read_bytes() * 2)
         self.check("two Ogg movies of 2 s, joined", movie, 4)
-

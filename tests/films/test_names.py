@@ -11,7 +11,7 @@ SECTION = "The movie"
 FORGED = "Duration: 99:00:00 Stream #0.0: Video: x, 5x5, 9 tbc"
 NAMES = {
     "spaces": "  two  words ",
-    "quotes": "with \"quotes\" and 's",
+    "quotes": 'with "quotes" and \'s',
     "a backslash": "back\\slash",
     "a percent sign": "per%d cent%s",
     "a colon": "12:30 clip",

@@ -142,8 +142,7 @@ class FailureNotes(OutputCase):
         row(
             SECTION,
             "A user's own file has the failure note's name",
-            "it stays; the failure note goes beside the movie, as the "
-            "console says",
+            "it stays; the failure note goes beside the movie, as the console says",
         )
 
     def test_no_subtitles_are_added_to_an_older_file_after_a_failed_conversion(self) -> None:
@@ -186,9 +185,7 @@ class FailureNotes(OutputCase):
         )
 
     def test_a_slightly_shorter_mp4_file_leaves_no_failure_note(self) -> None:
-        self.movie(
-            "movie.avi", *picture(8.5), *tone(10), "-c:v", "mpeg4", "-c:a", "pcm_s16le"
-        )
+        self.movie("movie.avi", *picture(8.5), *tone(10), "-c:v", "mpeg4", "-c:a", "pcm_s16le")
         self.assertEqual(self.run_words(transcoding(self.source, self.out))[0], 0)
         self.assertEqual(names(self.place), ["movie.mp4"])
         case = "The picture ends 1.5 seconds before the audio"

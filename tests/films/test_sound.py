@@ -42,9 +42,7 @@ class Sound(MovieCase):
 
     def test_nine_unnamed_channels(self) -> None:
         tones = "|".join(["sin(440*2*PI*t)/4"] * 9)
-        raw = self.movie(
-            "raw.s16", "-f", "lavfi", "-i", f"aevalsrc={tones}:d=1", "-f", "s16le"
-        )
+        raw = self.movie("raw.s16", "-f", "lavfi", "-i", f"aevalsrc={tones}:d=1", "-f", "s16le")
         movie = self.movie(
             "movie.mov",
             *(*picture(1), "-f", "s16le", "-ar", 44100, "-ac", 9, "-i", raw),

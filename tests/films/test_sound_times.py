@@ -81,9 +81,7 @@ class SoundTimes(MovieCase):
             ("movie.wmv", "wmv2", "wmav2"),
             ("movie.avi", "mpeg4", "libmp3lame"),
         ):
-            movie = self.movie(
-                name, *small_picture(5), *pure_tone(5), "-c:v", video, "-c:a", audio
-            )
+            movie = self.movie(name, *small_picture(5), *pure_tone(5), "-c:v", video, "-c:a", audio)
             kind = name.rpartition(".")[2].upper()
             codec = audio.removeprefix("lib").removesuffix("lame")
             self.check_whole(f"rounded timestamps of {codec} in {kind}", movie)
@@ -101,9 +99,7 @@ class SoundTimes(MovieCase):
             "steady.mkv", *small_picture(5), *pure_tone(5), "-c:v", "mpeg4", "-c:a", "aac"
         )
         jitter = "setts=ts='TS+15*(2*random(1)-1)'"
-        movie = self.movie(
-            "movie.mkv", "-i", steady, "-map", 0, "-c", "copy", "-bsf:a", jitter
-        )
+        movie = self.movie("movie.mkv", "-i", steady, "-map", 0, "-c", "copy", "-bsf:a", jitter)
         self.check_whole("audio packets up to 15 ms early or late", movie)
 
     def test_a_drifting_clock_breaks_nothing(self) -> None:

@@ -5,7 +5,6 @@ from movie_case import (
     MovieCase,
     Path,
     damage_sound,
-    ffmpeg,
     picture,
     pitch_of,
     probe,

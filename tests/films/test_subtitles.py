@@ -292,7 +292,9 @@ class Markup(SubtitleCase):
         simple = "<i>one</i> <b>two</b> <u>three</u>"
         self.check(simple, simple)
         self.check("a <i>b <b>c</b></i>", "a <i>b </i><b><i>c</i></b>")
-        self.check("<i>a <font color=red>b</font></i>", '<i>a </i><i><font color="#ff0000">b</font></i>')
+        self.check(
+            "<i>a <font color=red>b</font></i>", '<i>a </i><i><font color="#ff0000">b</font></i>'
+        )
         self.check('<font color="#ff8000">x</font> y', '<font color="#ff8000">x</font> y')
         self.check("<FONT COLOR=Yellow>x</FONT>", '<font color="#ffff00">x</font>')
         self.check('<font size="24">x</font> y', '<font size="24">x</font> y')

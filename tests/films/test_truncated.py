@@ -154,7 +154,8 @@ class Truncated(MovieCase):
         made = probe(self.out)
         self.assertAlmostEqual(float(made["format"]["duration"]), 2, delta=0.1)
         found = [
-            (chapter["tags"]["title"], round(float(chapter["end_time"]))) for chapter in made["chapters"]
+            (chapter["tags"]["title"], round(float(chapter["end_time"])))
+            for chapter in made["chapters"]
         ]
         self.assertEqual(found, [(titles[0], 1), (titles[1], 2)])
         case = f"2 s with chapters {titles[0]}, {titles[1]} and {titles[2]} up to 45 minutes"

@@ -75,8 +75,11 @@ def owner(targets: dict[str, Target], file: Path) -> str | None:
     of its folder, or the one that lists it."""
     twin = file.with_suffix(".cpp")
     of_file = [t.name for t in targets.values() if file in t.sources or twin in t.sources]
-    of_folder = [t.name for t in targets.values()
-                 if t.is_library and file.parent.relative_to(PROJECT) in t.folders]
+    of_folder = [
+        t.name
+        for t in targets.values()
+        if t.is_library and file.parent.relative_to(PROJECT) in t.folders
+    ]
     if of_file:
         return of_file[0]
     return of_folder[0] if len(of_folder) == 1 else None

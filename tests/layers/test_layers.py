@@ -18,8 +18,12 @@ WINDOWS = re.compile(r"gtk|x11|osx_", re.IGNORECASE)
 
 
 def sources() -> list[Path]:
-    return [file for folder in ("src", "bundle", "protocol")
-            for file in sorted((PROJECT / folder).rglob("*")) if file.suffix in (".cpp", ".h")]
+    return [
+        file
+        for folder in ("src", "bundle", "protocol")
+        for file in sorted((PROJECT / folder).rglob("*"))
+        if file.suffix in (".cpp", ".h")
+    ]
 
 
 def closed(edges: dict[str, set[str]]) -> set[tuple[str, str]]:
@@ -59,8 +63,10 @@ class Layers(unittest.TestCase):
             for name in includes(file):
                 header = included_file(file, name)
                 if header is not None and owner(TARGETS, header) not in allowed:
-                    wrong.append(f"{file.relative_to(PROJECT)} includes {name}, "
-                                 f"but {own} does not link {owner(TARGETS, header)}")
+                    wrong.append(
+                        f"{file.relative_to(PROJECT)} includes {name}, "
+                        f"but {own} does not link {owner(TARGETS, header)}"
+                    )
         self.assertEqual(wrong, [])
 
     def test_NothingBelowTheWindowLinksIt(self) -> None:
@@ -71,10 +77,13 @@ class Layers(unittest.TestCase):
 
     def test_DrawingShowsTheLinks(self) -> None:
         libraries, arrows = drawn()
-        built = {name: target for name, target in TARGETS.items()
-                 if target.is_library and target.sources}
-        self.assertEqual({name: folders_of(label) for name, label in libraries.items()},
-                         {name: target.folders for name, target in built.items()})
+        built = {
+            name: target for name, target in TARGETS.items() if target.is_library and target.sources
+        }
+        self.assertEqual(
+            {name: folders_of(label) for name, label in libraries.items()},
+            {name: target.folders for name, target in built.items()},
+        )
         links = {name: target.links & built.keys() for name, target in built.items()}
         self.assertEqual(closed(arrows), closed(links))
         for one, others in arrows.items():

@@ -50,9 +50,7 @@ def names(field: str) -> set[str]:
 def group(name: str) -> set[str]:
     """The packages of a group of packaging/packages."""
     lines = (ROOT / "packaging" / "packages").read_text().splitlines()
-    return {
-        package for line in lines if line.split()[:1] == [name] for package in line.split()[1:]
-    }
+    return {package for line in lines if line.split()[:1] == [name] for package in line.split()[1:]}
 
 
 def make_package(folder: Path) -> Path:
@@ -108,7 +106,9 @@ class Package(unittest.TestCase):
         self.assertEqual(again.read_bytes(), self.package.read_bytes())
 
     def test_passes_the_checker(self) -> None:
-        self.assertEqual(output_of("lintian", "--allow-root", "--fail-on=warning", self.package), "")
+        self.assertEqual(
+            output_of("lintian", "--allow-root", "--fail-on=warning", self.package), ""
+        )
 
 
 if __name__ == "__main__":

@@ -93,7 +93,8 @@ class Page(html.parser.HTMLParser):
         root = "http://site.invalid/above/"
         url = urllib.parse.urlsplit(urllib.parse.urljoin(root + self.path, address))
         assert url.netloc == "site.invalid" and url.path.startswith("/above/"), (
-            f"{self.path}: {address} leads out of the site")
+            f"{self.path}: {address} leads out of the site"
+        )
         return urllib.parse.unquote(url.path.removeprefix("/above/")), url.fragment
 
 

@@ -20,8 +20,12 @@ class Served:
         self._folder = tempfile.TemporaryDirectory()
         self.state = pathlib.Path(self._folder.name)
         self.process = subprocess.Popen(
-            [SERVE, *arguments], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-            text=True, env={**os.environ, "TMPDIR": str(self.state)})
+            [SERVE, *arguments],
+            stdin=subprocess.DEVNULL,
+            stdout=subprocess.PIPE,
+            text=True,
+            env={**os.environ, "TMPDIR": str(self.state)},
+        )
         ready, _, _ = select.select([self.process.stdout], [], [], 30)
         self.base = self.process.stdout.readline().strip() if ready else ""
         if not self.base:

@@ -68,15 +68,18 @@ class Addresses(unittest.TestCase):
         self.assertEqual(headers["Content-Type"], "application/gzip")
         with tarfile.open(fileobj=io.BytesIO(body)) as archive:
             files = {member.name.partition("/")[2] for member in archive}
-        self.assertLessEqual({"run", "test", "CMakeLists.txt", "LICENSE", "src/i18n/table.cpp"},
-                             files)
+        self.assertLessEqual(
+            {"run", "test", "CMakeLists.txt", "LICENSE", "src/i18n/table.cpp"}, files
+        )
         self.assertFalse([file for file in files if file.startswith("build/")])
 
     def test_each_file_has_its_type(self):
-        for path, kind in {"style.css": "text/css; charset=utf-8",
-                           "mark.svg": "image/svg+xml; charset=utf-8",
-                           "window.png": "image/png",
-                           "LICENSE.txt": "text/plain; charset=utf-8"}.items():
+        for path, kind in {
+            "style.css": "text/css; charset=utf-8",
+            "mark.svg": "image/svg+xml; charset=utf-8",
+            "window.png": "image/png",
+            "LICENSE.txt": "text/plain; charset=utf-8",
+        }.items():
             status, headers, _ = self.site.request(path)
             self.assertEqual((status, headers["Content-Type"]), (200, kind))
 
@@ -93,7 +96,11 @@ class Addresses(unittest.TestCase):
         self.assertEqual((status, headers["Location"]), (301, "/FR/"))
 
     def test_nothing_outside_the_site_is_served(self):
-        for path in ("../CMakeCache.txt", "%2e%2e/%2e%2e/CMakeCache.txt", "FR/../../../../etc/passwd"):
+        for path in (
+            "../CMakeCache.txt",
+            "%2e%2e/%2e%2e/CMakeCache.txt",
+            "FR/../../../../etc/passwd",
+        ):
             self.assertIn(self.site.request(path)[0], (400, 404))
 
     def test_every_answer_has_the_security_headers(self):
@@ -117,9 +124,11 @@ class Publishing(unittest.TestCase):
             port = free.getsockname()[1]
         sources = pages.SOURCES / "site/nginx"
         block = (sources / "vantreo.conf").read_text()
-        for pattern, text in ((r"listen +80;", f"listen 127.0.0.1:{port};"),
-                              (r"listen +\[::\]:80;", ""),
-                              (r"root +/var/www/vantreo;", "root www;")):
+        for pattern, text in (
+            (r"listen +80;", f"listen 127.0.0.1:{port};"),
+            (r"listen +\[::\]:80;", ""),
+            (r"root +/var/www/vantreo;", "root www;"),
+        ):
             block, count = re.subn(pattern, text, block)
             self.assertEqual(count, 1, pattern)
         with tempfile.TemporaryDirectory() as folder:
@@ -127,21 +136,29 @@ class Publishing(unittest.TestCase):
             (home / "www").symlink_to(pages.WWW.resolve())
             (home / "snippets").mkdir()
             shutil.copy(sources / "vantreo-pages.conf", home / "snippets")
-            temporary = "".join(f"{kind}_temp_path {kind};" for kind in
-                                ("client_body", "proxy", "fastcgi", "uwsgi", "scgi"))
+            temporary = "".join(
+                f"{kind}_temp_path {kind};"
+                for kind in ("client_body", "proxy", "fastcgi", "uwsgi", "scgi")
+            )
             (home / "nginx.conf").write_text(
                 "daemon off; master_process off; pid nginx.pid; error_log stderr warn; events {}\n"
-                f"http {{ access_log off; {temporary}\n{block}}}\n")
+                f"http {{ access_log off; {temporary}\n{block}}}\n"
+            )
             nginx = shutil.which("nginx", path=os.environ["PATH"] + ":/usr/sbin")
-            server = subprocess.Popen([nginx, "-p", folder + "/", "-e", "stderr", "-c",
-                                       folder + "/nginx.conf"], stderr=subprocess.PIPE, text=True)
+            server = subprocess.Popen(
+                [nginx, "-p", folder + "/", "-e", "stderr", "-c", folder + "/nginx.conf"],
+                stderr=subprocess.PIPE,
+                text=True,
+            )
             try:
-                started = served.until(lambda: (home / "nginx.pid").exists()
-                                       or server.poll() is not None)
+                started = served.until(
+                    lambda: (home / "nginx.pid").exists() or server.poll() is not None
+                )
                 self.assertTrue(started and server.poll() is None)
                 for path, kind in (("Download", "text/html"), (pages.VERSION_REPLY, "text/plain")):
-                    status, headers, body = served.request(port, "/" + path,
-                                                           host="www.vantreo.example")
+                    status, headers, body = served.request(
+                        port, "/" + path, host="www.vantreo.example"
+                    )
                     self.assertEqual((status, headers.get_content_type()), (200, kind))
                     self.assertEqual(body, pages.file_of(path).read_bytes())
             finally:

@@ -21,14 +21,18 @@ class Links(unittest.TestCase):
                     continue
                 reached.add(path)
                 page = self.pages[path]
-                waiting += [page.target(a["href"])[0] for a in page.all("a")
-                            if not pages.is_mail(a["href"])]
+                waiting += [
+                    page.target(a["href"])[0] for a in page.all("a") if not pages.is_mail(a["href"])
+                ]
             wanted = {path for path in pages.PAGES if pages.language(path) == language}
             self.assertEqual(reached, wanted)
 
     def test_all_pages_are_tested_here(self):
-        found = {str(file.relative_to(pages.WWW)) for file in pages.WWW.rglob("*")
-                 if file.is_file() and file.read_bytes().startswith(b"<!DOCTYPE html>")}
+        found = {
+            str(file.relative_to(pages.WWW))
+            for file in pages.WWW.rglob("*")
+            if file.is_file() and file.read_bytes().startswith(b"<!DOCTYPE html>")
+        }
         known = {str(pages.file_of(path).relative_to(pages.WWW)) for path in pages.PAGES}
         self.assertEqual(found, known | {"404.html"})
 
@@ -80,8 +84,11 @@ class Links(unittest.TestCase):
             language = pages.language(other)
             with self.subTest(page=path):
                 for name in ("a", "link"):
-                    leads = [page.target(element["href"])[0] for element in page.all(name)
-                             if element.get("hreflang") == language]
+                    leads = [
+                        page.target(element["href"])[0]
+                        for element in page.all(name)
+                        if element.get("hreflang") == language
+                    ]
                     self.assertEqual(leads, [other])
 
     def test_each_page_has_its_language_and_a_unique_title(self):
@@ -103,8 +110,9 @@ class Links(unittest.TestCase):
     def test_every_address_in_the_sources_is_a_page_with_a_partner(self):
         named = {}
         for file in (pages.SOURCES / "src").rglob("*.cpp"):
-            for french, other in re.findall(r'page_address\(\s*"([^"]+)",\s*"([^"]+)"\)',
-                                            file.read_text(encoding="utf-8")):
+            for french, other in re.findall(
+                r'page_address\(\s*"([^"]+)",\s*"([^"]+)"\)', file.read_text(encoding="utf-8")
+            ):
                 named[other] = french
         self.assertGreaterEqual(len(named), 4)
         self.assertLessEqual(named.items(), pages.PAIRS.items())
@@ -112,8 +120,11 @@ class Links(unittest.TestCase):
     def test_the_picture_is_shown_in_its_own_size(self):
         size = struct.unpack(">II", (pages.WWW / "window.png").read_bytes()[16:24])
         for front in pages.FRONT.values():
-            pictures = [image for image in self.pages[front].all("img")
-                        if image["src"].endswith("window.png")]
+            pictures = [
+                image
+                for image in self.pages[front].all("img")
+                if image["src"].endswith("window.png")
+            ]
             self.assertEqual([(int(p["width"]), int(p["height"])) for p in pictures], [size])
 
 

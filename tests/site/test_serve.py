@@ -33,12 +33,18 @@ class Serve(unittest.TestCase):
         with tempfile.TemporaryDirectory() as folder:
             # The middle process starts the server, passes on its address and waits to be killed.
             middle = subprocess.Popen(
-                [sys.executable, "-c",
-                 "import subprocess, sys, time\n"
-                 f"child = subprocess.Popen([{str(served.SERVE)!r}], stdout=subprocess.PIPE)\n"
-                 "print(child.stdout.readline().decode().strip(), flush=True)\n"
-                 "time.sleep(600)\n"],
-                stdout=subprocess.PIPE, text=True, env={**os.environ, "TMPDIR": folder})
+                [
+                    sys.executable,
+                    "-c",
+                    "import subprocess, sys, time\n"
+                    f"child = subprocess.Popen([{str(served.SERVE)!r}], stdout=subprocess.PIPE)\n"
+                    "print(child.stdout.readline().decode().strip(), flush=True)\n"
+                    "time.sleep(600)\n",
+                ],
+                stdout=subprocess.PIPE,
+                text=True,
+                env={**os.environ, "TMPDIR": folder},
+            )
             try:
                 port = int(middle.stdout.readline().rstrip("/\n").rpartition(":")[2])
                 self.assertTrue(listens(port))
@@ -64,8 +70,13 @@ class Serve(unittest.TestCase):
 
     def test_it_reports_a_port_that_is_in_use(self):
         with served.Served() as site:
-            second = subprocess.run([served.SERVE, str(site.port)], stdin=subprocess.DEVNULL,
-                                    capture_output=True, text=True, timeout=30)
+            second = subprocess.run(
+                [served.SERVE, str(site.port)],
+                stdin=subprocess.DEVNULL,
+                capture_output=True,
+                text=True,
+                timeout=30,
+            )
             self.assertEqual((second.returncode, second.stdout), (1, ""))
             self.assertIn("is taken", second.stderr)
             self.assertEqual(site.request("")[0], 200)
@@ -74,9 +85,12 @@ class Serve(unittest.TestCase):
         with served.Served() as site:
             # Lines of the kernel's tables: the second column is the local address, 0A is LISTEN.
             port = f":{site.port:04X}"
-            listening = [line.split()[1] for table in ("tcp", "tcp6")
-                         for line in pathlib.Path("/proc/net", table).read_text().splitlines()[1:]
-                         if line.split()[3] == "0A" and line.split()[1].endswith(port)]
+            listening = [
+                line.split()[1]
+                for table in ("tcp", "tcp6")
+                for line in pathlib.Path("/proc/net", table).read_text().splitlines()[1:]
+                if line.split()[3] == "0A" and line.split()[1].endswith(port)
+            ]
             self.assertEqual(listening, ["0100007F" + port])
 
     def test_two_can_run_at_the_same_time(self):
@@ -86,8 +100,14 @@ class Serve(unittest.TestCase):
 
     def test_it_reports_a_site_that_is_not_built(self):
         with tempfile.TemporaryDirectory() as folder:
-            run = subprocess.run([served.SERVE], stdin=subprocess.DEVNULL, capture_output=True,
-                                 text=True, timeout=30, env={**os.environ, "VANTREO_BUILD": folder})
+            run = subprocess.run(
+                [served.SERVE],
+                stdin=subprocess.DEVNULL,
+                capture_output=True,
+                text=True,
+                timeout=30,
+                env={**os.environ, "VANTREO_BUILD": folder},
+            )
         self.assertEqual((run.returncode, run.stdout), (1, ""))
         self.assertIn("there is no site in", run.stderr)
 

@@ -15,10 +15,27 @@ CHECKER = pathlib.Path(os.environ["VANTREO_VALIDATOR"]) / "node_modules/vnu-jar/
 def complaints(*arguments):
     """The checker's errors and warnings."""
     run = subprocess.run(
-        ["java", "-Xss2m", "-XX:TieredStopAtLevel=1", "-jar", CHECKER, "--stdout", "--exit-zero-always",
-         "--format", "json", *arguments], capture_output=True, text=True, check=True, timeout=120)
-    return [f"{message['url'].rpartition('/')[2]}:{message.get('lastLine')}: {message['message']}"
-            for message in json.loads(run.stdout)["messages"]]
+        [
+            "java",
+            "-Xss2m",
+            "-XX:TieredStopAtLevel=1",
+            "-jar",
+            CHECKER,
+            "--stdout",
+            "--exit-zero-always",
+            "--format",
+            "json",
+            *arguments,
+        ],
+        capture_output=True,
+        text=True,
+        check=True,
+        timeout=120,
+    )
+    return [
+        f"{message['url'].rpartition('/')[2]}:{message.get('lastLine')}: {message['message']}"
+        for message in json.loads(run.stdout)["messages"]
+    ]
 
 
 class Valid(unittest.TestCase):
@@ -35,7 +52,9 @@ class Valid(unittest.TestCase):
     def test_the_checker_finds_faults(self):
         with tempfile.TemporaryDirectory() as folder:
             page = pathlib.Path(folder, "Download")
-            page.write_text(pages.file_of("Download").read_text().replace("<main", "<p id=text><main"))
+            page.write_text(
+                pages.file_of("Download").read_text().replace("<main", "<p id=text><main")
+            )
             self.assertNotEqual(complaints("--html", page), [])
             sheet = pathlib.Path(folder, "style.css")
             sheet.write_text("a { colour: red; }")
