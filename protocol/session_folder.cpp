@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <vector>
 
 namespace {
 
@@ -12,13 +13,17 @@ std::string variable(const char* name) {
     return value != nullptr && *value == '/' ? value : "";
 }
 
-std::string path() {
+/// The best place first. After su or sudo the session may be somebody else's.
+std::vector<std::string> paths() {
     const std::string runtime = variable("XDG_RUNTIME_DIR");
-    if (!runtime.empty()) {
-        return runtime + "/vantreo";
-    }
     const std::string temporary = variable("TMPDIR");
-    return (temporary.empty() ? "/tmp" : temporary) + "/vantreo-" + std::to_string(::geteuid());
+    std::vector<std::string> found;
+    if (!runtime.empty()) {
+        found.push_back(runtime + "/vantreo");
+    }
+    found.push_back((temporary.empty() ? "/tmp" : temporary) + "/vantreo-" +
+                    std::to_string(::geteuid()));
+    return found;
 }
 
 /// In a folder that all may write to, somebody else may have made one of that name.
@@ -31,7 +36,11 @@ bool is_own(const std::string& path) {
 }  // namespace
 
 std::optional<std::string> session_folder() {
-    std::string folder = path();
-    ::mkdir(folder.c_str(), S_IRWXU);
-    return is_own(folder) ? std::optional(std::move(folder)) : std::nullopt;
+    for (const std::string& folder : paths()) {
+        ::mkdir(folder.c_str(), S_IRWXU);
+        if (is_own(folder)) {
+            return folder;
+        }
+    }
+    return std::nullopt;
 }

@@ -12,8 +12,14 @@ namespace {
 
 class ProgramAlias : public testing::Test {
   protected:
-    ProgramAlias() { ::setenv("XDG_RUNTIME_DIR", folder_.path().c_str(), 1); }
-    ~ProgramAlias() override { ::unsetenv("XDG_RUNTIME_DIR"); }
+    ProgramAlias() {
+        ::setenv("XDG_RUNTIME_DIR", folder_.path().c_str(), 1);
+        ::setenv("TMPDIR", folder_.path().c_str(), 1);
+    }
+    ~ProgramAlias() override {
+        ::unsetenv("XDG_RUNTIME_DIR");
+        ::unsetenv("TMPDIR");
+    }
 
     TemporaryFolder folder_;
 };
@@ -32,13 +38,29 @@ TEST_F(ProgramAlias, IsTheSameLinkNextTimeAndAnotherOneForAnotherProgram) {
     EXPECT_EQ(std::filesystem::read_symlink(path), "/bin/true");
 }
 
-TEST_F(ProgramAlias, IsTheProgramItselfWhereNoLinkCanBeMade) {
+TEST_F(ProgramAlias, IsAmongTheTemporaryFilesWhereItsPlaceIsTaken) {
     const std::string path = path_of_alias("/bin/true", "alias");
     std::filesystem::remove(path);
     std::filesystem::create_directory(path);
-    EXPECT_EQ(path_of_alias("/bin/true", "alias"), "/bin/true");
+    const std::string other = path_of_alias("/bin/true", "alias");
+    EXPECT_TRUE(other.starts_with(folder_ / "vantreo-")) << other;
+    EXPECT_TRUE(other.ends_with("/alias")) << other;
+    EXPECT_EQ(std::filesystem::read_symlink(other), "/bin/true");
+}
+
+TEST_F(ProgramAlias, IsAmongTheTemporaryFilesWhereTheSessionIsSomebodyElses) {
     folder_.write("file", "");
     ::setenv("XDG_RUNTIME_DIR", (folder_ / "file").c_str(), 1);
+    const std::string path = path_of_alias("/bin/true", "alias");
+    EXPECT_TRUE(path.starts_with(folder_ / "vantreo-")) << path;
+    EXPECT_EQ(std::filesystem::read_symlink(path), "/bin/true");
+}
+
+TEST_F(ProgramAlias, IsTheProgramItselfWhereNoLinkCanBeMade) {
+    folder_.write("file", "");
+    for (const char* name : {"XDG_RUNTIME_DIR", "TMPDIR"}) {
+        ::setenv(name, (folder_ / "file").c_str(), 1);
+    }
     EXPECT_EQ(path_of_alias("/bin/true", "alias"), "/bin/true");
 }
 
