@@ -87,12 +87,12 @@ class PartReader {
     }
 
     std::optional<double> seconds() const {
-        const double told = static_cast<double>(little(properties_, kPlayDuration, 8)) / 1e7 -
-                            static_cast<double>(little(properties_, kPreroll, 8)) / 1e3;
+        const double stated = static_cast<double>(little(properties_, kPlayDuration, 8)) / 1e7 -
+                              static_cast<double>(little(properties_, kPreroll, 8)) / 1e3;
         const double start = packet_time(0).value_or(0);
-        const bool is_end = start > kLateStart && told > start &&
-                            packet_time(last_packet()).value_or(0) <= told + kLateStart;
-        const double seconds = is_end ? told - start : told;
+        const bool is_end = start > kLateStart && stated > start &&
+                            packet_time(last_packet()).value_or(0) <= stated + kLateStart;
+        const double seconds = is_end ? stated - start : stated;
         return is_broadcast() || seconds <= 0 ? std::nullopt : std::optional(seconds);
     }
 

@@ -46,6 +46,15 @@ std::string read_piece(int file, std::int64_t from, std::int64_t size) {
     return piece;
 }
 
+std::string read_piece(std::istream& file, std::int64_t from, std::size_t size) {
+    std::string piece(size, '\0');
+    file.clear();
+    file.seekg(from);
+    file.read(piece.data(), static_cast<std::streamsize>(size));
+    piece.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
+    return piece;
+}
+
 std::uint64_t little(std::string_view bytes, std::size_t at, std::size_t width) {
     std::uint64_t value = 0;
     for (std::size_t byte = width; byte > 0 && at + width <= bytes.size(); --byte) {

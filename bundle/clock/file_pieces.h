@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <istream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +14,7 @@ namespace bundle {
 /// What a Matroska file begins with.
 inline constexpr std::string_view kMatroska = "\x1A\x45\xDF\xA3";
 
-/// What a cluster begins with, the unit of a Matroska file that bears times.
+/// The beginning of a cluster, the unit of a Matroska file that has times.
 inline constexpr std::string_view kCluster = "\x1F\x43\xB6\x75";
 
 /// At most so many bytes of a file from a place on.
@@ -21,6 +22,9 @@ using ReadBytes = std::function<std::string(std::int64_t from, std::int64_t size
 
 /// At most `size` bytes of an open file; fewer where it ends or can't be read.
 std::string read_piece(int file, std::int64_t from, std::int64_t size);
+
+/// The same of a stream.
+std::string read_piece(std::istream& file, std::int64_t from, std::size_t size);
 
 /// The number of so many bytes, least significant first; 0 where the text ends before.
 std::uint64_t little(std::string_view bytes, std::size_t at, std::size_t width);

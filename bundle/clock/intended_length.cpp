@@ -61,18 +61,8 @@ std::optional<double> length_in_asf(const std::vector<AsfPart>& parts) {
     return is_whole ? std::nullopt : length_of(parts);
 }
 
-/// The bytes from the place on that are there, at most so many.
-std::string piece_of(std::istream& file, std::int64_t at, std::size_t size) {
-    std::string piece(size, '\0');
-    file.clear();
-    file.seekg(at);
-    file.read(piece.data(), static_cast<std::streamsize>(size));
-    piece.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
-    return piece;
-}
-
 bool is_blank(std::istream& file, std::int64_t at) {
-    return piece_of(file, at, kBlock).find_first_not_of('\0') == std::string::npos;
+    return read_piece(file, at, kBlock).find_first_not_of('\0') == std::string::npos;
 }
 
 }  // namespace
@@ -116,10 +106,10 @@ double intended_length(const std::string& path, double readable) {
     std::ifstream file(path, std::ios::binary);
     const std::int64_t size = file_size(path);
     const ReadBytes read = [&file](std::int64_t from, std::int64_t count) {
-        return piece_of(file, from, static_cast<std::size_t>(count));
+        return read_piece(file, from, static_cast<std::size_t>(count));
     };
-    if (const auto told = length_in_header(size, read)) {
-        return *told;
+    if (const auto stated = length_in_header(size, read)) {
+        return *stated;
     }
     if (has_own_length(read(0, kHead))) {
         return 0;

@@ -50,7 +50,7 @@ std::string_view next_value(std::string_view& line) {
 }
 
 /// Gathers the ends of packets out of lines "STREAM,START,LENGTH,PLACE,..."; all but the stream may
-/// be untold.
+/// be missing.
 class EndsFinder {
   public:
     /// Wanted streams that have no packet at or behind the place `tail` are not seen near the end.

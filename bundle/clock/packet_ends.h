@@ -16,13 +16,13 @@ struct PacketEnds {
     std::optional<double> wanted;  ///< of the wanted streams; empty: none seen near the movie's end
 };
 
-/// Where the last packets of a movie end, for a file whose header does not tell: browser
-/// recordings, cut or broken-off streams, movies that share their file with something longer.
-/// `wanted` holds the numbers of streams, `options` what ffprobe needs to see these streams. Empty
-/// when it can't be found.
+/// Where the last packets of a movie end, for a file whose header does not say: browser recordings,
+/// cut or truncated streams, movies that share their file with something longer. `wanted` are the
+/// numbers of streams, `options` what ffprobe needs to see these streams. Empty when it cannot be
+/// found.
 ///
-/// Only the first and the last megabytes are read, as one short movie, so that it takes no longer
-/// for a large file; in Matroska both are cut where a cluster (the unit that bears times) begins.
+/// Only the first and the last megabytes are read, as one short movie, so that a large file takes
+/// no longer; in Matroska both are cut where a cluster (the unit that has times) begins.
 std::optional<PacketEnds> packet_ends(const std::string& path, const std::set<int>& wanted,
                                       const std::vector<std::string>& options,
                                       const StopSignals& stop);

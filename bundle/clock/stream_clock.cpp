@@ -6,6 +6,7 @@
 #include <set>
 #include <vector>
 
+#include "clock/file_pieces.h"
 #include "clock/transport_stream.h"
 #include "core/files.h"
 
@@ -136,15 +137,6 @@ std::optional<int> stream_beginning_at(const std::string& bytes, std::size_t pla
     return std::nullopt;
 }
 
-std::string piece_of(std::istream& file, std::int64_t at, std::size_t size) {
-    std::string piece(size, '\0');
-    file.clear();
-    file.seekg(at);
-    file.read(piece.data(), static_cast<std::streamsize>(size));
-    piece.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
-    return piece;
-}
-
 /// Reads the times of the picture, also where the number (PID) of its stream changes.
 class StreamReader {
   public:
@@ -155,7 +147,7 @@ class StreamReader {
         std::string piece;
         for (const std::size_t size : kPieces) {
             if (!point) {
-                piece = piece_of(file_, place, size);
+                piece = read_piece(file_, place, size);
                 point = known_time(piece);
             }
         }

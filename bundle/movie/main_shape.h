@@ -12,7 +12,7 @@ namespace bundle {
 
 /// Finds out which shape a movie has for most of the time, from some of its frames: lines
 /// "SECONDS,WIDTH,HEIGHT,SAMPLE:ASPECT,..." in their order, as ffprobe writes them; anything but
-/// the size may be untold. A frame's shape lasts until the next one.
+/// the size may be missing. A frame's shape lasts until the next one.
 class ShapeTimes {
   public:
     void add(std::string_view line);

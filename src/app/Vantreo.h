@@ -82,8 +82,7 @@ class Vantreo : public wxFrame, public MovieListener {
     /// end of a tool never advances the queue behind an open question.
     void RunUnlessAsking(std::function<void()> action) override;
 
-    // ---- i18n/translate.cpp, i18n/language_switch.cpp--------------------------------------------
-    // ---------------------------------------------------------------------------------------------
+    // ---- i18n/translate.cpp, i18n/language_switch.cpp -------------------------------------------
 
     /// The text of `key` in the language of the `Language` setting, in English where that language
     /// has none, "" for an unknown key. `fill` is not a language: 1 also appends the table's
