@@ -1,4 +1,4 @@
-// The frame's jobs: how they are made, told apart and freed.
+// How the frame makes, recognises and frees its jobs.
 
 #include <wx/combobox.h>
 #include <wx/listbox.h>

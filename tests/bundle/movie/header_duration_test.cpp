@@ -58,11 +58,11 @@ TEST(MovieDuration, IsReadFromTheTagsOfMatroska) {
 }
 
 TEST(MovieDuration, IsUncertainWhereAStreamDoesNotTell) {
-    for (const char* untold : {"", "N/A", "0", "00:05", "1:2:3:4", "a:b:c"}) {
+    for (const char* unusable : {"", "N/A", "0", "00:05", "1:2:3:4", "a:b:c"}) {
         const Movie movie =
-            movie_of({tagged(0, "DURATION", untold), stream(1, "5.0"), stream(2, "60.0")});
-        EXPECT_EQ(movie.duration, 60) << untold;
-        EXPECT_FALSE(movie.duration_is_certain) << untold;
+            movie_of({tagged(0, "DURATION", unusable), stream(1, "5.0"), stream(2, "60.0")});
+        EXPECT_EQ(movie.duration, 60) << unusable;
+        EXPECT_FALSE(movie.duration_is_certain) << unusable;
     }
 }
 
